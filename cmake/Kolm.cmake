@@ -1,0 +1,82 @@
+# Helpers shared by every folder's CMakeLists.txt.
+
+# Which implementation stands behind the seam to the operating system.
+if(WIN32)
+  set(KOLM_PLATFORM win)
+else()
+  set(KOLM_PLATFORM sim)
+endif()
+
+# Compile settings of every target of ours.
+function(kolm_compile_settings target)
+  target_compile_definitions(${target} PRIVATE
+    QT_DEPRECATED_WARNINGS
+    QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_NO_URL_CAST_FROM_STRING)
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /WX /utf-8 /permissive-)
+  else()
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+      -Wcast-align -Wimplicit-fallthrough -Werror)
+  endif()
+  if(KOLM_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${KOLM_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(${target} PRIVATE -fsanitize=${KOLM_SANITIZE})
+  endif()
+  if(KOLM_BUILD_FUZZERS)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# kolm_library(name SOURCES a.cpp ... [PLATFORM power ...] [LINK Qt5::Core kolm_base ...])
+# One static library a folder, called kolm_<name>. Each PLATFORM word adds
+# <word>_win.cpp or <word>_sim.cpp.
+function(kolm_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;PLATFORM;LINK" ${ARGN})
+  set(sources ${arg_SOURCES})
+  foreach(facility IN LISTS arg_PLATFORM)
+    list(APPEND sources ${facility}_${KOLM_PLATFORM}.cpp)
+  endforeach()
+  add_library(kolm_${name} STATIC ${sources})
+  target_include_directories(kolm_${name} PUBLIC "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(kolm_${name} PUBLIC ${arg_LINK})
+  kolm_compile_settings(kolm_${name})
+endfunction()
+
+# kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60])
+# One QtTest program; ctest runs it from a folder of its own.
+function(kolm_test name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+  if(NOT arg_LABELS)
+    set(arg_LABELS unit)
+  endif()
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} kolm_test_support Qt5::Test)
+  kolm_compile_settings(${name})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()
+
+# kolm_fuzzer(name SOURCES x.cpp [LINK ...]): a libFuzzer program, only in a
+# fuzzing build.
+function(kolm_fuzzer name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  if(NOT KOLM_BUILD_FUZZERS)
+    return()
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINK})
+  kolm_compile_settings(${name})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+endfunction()

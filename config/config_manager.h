@@ -1,0 +1,103 @@
+// The settings that this program shares with the streaming server, with OpenVR
+// and with its own next run.
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <functional>
+
+// Per-model streaming settings ("set.json"), the streaming server's settings
+// file ("./session.json") and OpenVR's per-user paths file.
+//
+// GUI thread only, except the three operations on the OpenVR paths file, which
+// use no state of the object.
+class ConfigManager
+{
+public:
+    // Asked when settings with audio are written: is the virtual audio cable
+    // there?
+    using CableProbe = std::function<bool()>;
+
+    // `dataDir` is the folder of "set.json". It must exist for anything to be
+    // saved.
+    ConfigManager(const QString &dataDir, CableProbe hasVirtualCable);
+
+    static ConfigManager &instance();
+
+    // --- per-device settings store -------------------------------------------
+
+    // A copy of one per-model object; loads "set.json" first if that has not
+    // been done. By model number (1, 2, else 3) or by the stored serial.
+    QJsonObject loadDeviceSettings(bool byModel, int model);
+    // The per-model object for a serial: empty or "D3..." gives D3, "D2..."
+    // D2, anything else D1.
+    QJsonObject &deviceObject(const QString &serial);
+    // Writes "set.json". A non-empty serial becomes the stored one first.
+    void saveDeviceSettings(const QString &serial);
+    // Makes a newly connected headset current; its model's settings are
+    // applied when the model changed. False for an empty serial.
+    bool setDeviceSn(const QString &serial);
+
+    // Reads of the current serial's object.
+    int definitionIndex();
+    int fpsIndex();
+    int encodeIndex();
+    bool audio();
+    bool fullRange();
+    bool tenBit();
+    bool hdr();
+
+    // Eye resolution of the current headset's model, in pixels.
+    int width();
+    int height();
+
+    // 0 never chosen, 1 wired, 2 wireless.
+    int wiredOrWireless() const { return wiredOrWireless_; }
+    void setWiredOrWireless(int mode) { wiredOrWireless_ = mode; }
+    QString serial() const { return serial_; }
+
+    // Stores into the model's object (see the implementation for how model
+    // number and stored serial choose it). Neither saves.
+    void setBitRate(int bitRate, bool wired, int model);
+    void setCustomize(int scale, int bitRate, bool wired, int model);
+
+    // 3 for "D3..." and empty, 2 for "D2...", else 1.
+    static int modelOf(const QString &serial);
+    static int codecIndex(const QString &codec, bool tenBit);
+
+    // --- streaming server's session file -------------------------------------
+
+    void applyStreamingSettings(int definitionIndex, int fpsIndex, int encodeIndex, bool audio,
+                                bool wired, bool tenBit, bool fullRange, bool hdr);
+    void writeSessionSerial();
+
+    // --- OpenVR paths file; any thread ---------------------------------------
+
+    bool hasExternalDrivers(const QString &homeDir) const;
+    bool setExternalDrivers(const QString &driverPath, const QString &homeDir,
+                            QString *runtimePath) const;
+    void clearExternalDrivers(const QString &homeDir) const;
+
+    // --- hardware rules -------------------------------------------------------
+
+    // Whether "nvidia" occurs in the name, in any letter case.
+    static bool isNvidia(const QString &gpuName);
+
+private:
+    QString settingsFile() const;
+    void load();
+    void deriveDimensions();
+    QJsonObject &modelOrSerialObject(int model);
+
+    QString dataDir_;
+    CableProbe hasVirtualCable_;
+    QJsonObject d1_;
+    QJsonObject d2_;
+    QJsonObject d3_;
+    QString serial_ = QStringLiteral("D3");
+    int wiredOrWireless_ = 0;
+    int width_ = 2880;
+    int height_ = 2656;
+    bool dimensionsKnown_ = false;
+};

@@ -1,0 +1,16 @@
+// The list of the serials of every headset that has ever connected,
+// "setting.inf" in the program's data folder: the serials joined by ";".
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace recent_headsets {
+
+// The stored serials without empty ones; an empty list when there is no file.
+QStringList load(const QString &dataDir);
+
+// Stores the list; an empty list leaves an empty file. Failures are ignored.
+void save(const QString &dataDir, const QStringList &serials);
+
+} // namespace recent_headsets

@@ -1,0 +1,115 @@
+#include "simpc/sim_cell.h"
+
+#include <QFile>
+#include <QMutex>
+
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace {
+
+struct Layout
+{
+    quint32 value;
+    quint32 present;
+};
+
+} // namespace
+
+struct SimCell::Mapping
+{
+    int fd = -1; // below 0: only this process has the cell
+    Layout own{0, 0};
+    Layout *cell = &own;
+    mutable QMutex mutex;
+
+    // Excludes the threads of this process with the mutex and the other
+    // processes with a file lock, which the kernel takes back from a holder
+    // that dies.
+    class Lock
+    {
+    public:
+        explicit Lock(const Mapping &mapping) : mapping_(mapping)
+        {
+            mapping_.mutex.lock();
+            if (mapping_.fd >= 0)
+                flock(mapping_.fd, LOCK_EX);
+        }
+        ~Lock()
+        {
+            if (mapping_.fd >= 0)
+                flock(mapping_.fd, LOCK_UN);
+            mapping_.mutex.unlock();
+        }
+        Lock(const Lock &) = delete;
+        Lock &operator=(const Lock &) = delete;
+
+    private:
+        const Mapping &mapping_;
+    };
+};
+
+SimCell::SimCell() : mapping_(std::make_unique<Mapping>()) {}
+
+SimCell::SimCell(const QString &path) : mapping_(std::make_unique<Mapping>())
+{
+    mapping_->cell = nullptr;
+    const int fd = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd < 0)
+        return;
+    if (ftruncate(fd, sizeof(Layout)) == 0) {
+        void *view = mmap(nullptr, sizeof(Layout), PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+        if (view != MAP_FAILED)
+            mapping_->cell = static_cast<Layout *>(view);
+    }
+    if (mapping_->cell)
+        mapping_->fd = fd;
+    else
+        close(fd);
+}
+
+SimCell::~SimCell()
+{
+    if (mapping_->fd >= 0) {
+        munmap(mapping_->cell, sizeof(Layout));
+        close(mapping_->fd);
+    }
+}
+
+bool SimCell::isValid() const
+{
+    return mapping_->cell != nullptr;
+}
+
+bool SimCell::read(quint32 *value) const
+{
+    if (!isValid())
+        return false;
+    const Mapping::Lock lock(*mapping_);
+    if (mapping_->cell->present == 0)
+        return false;
+    *value = mapping_->cell->value;
+    return true;
+}
+
+bool SimCell::write(quint32 value)
+{
+    if (!isValid())
+        return false;
+    const Mapping::Lock lock(*mapping_);
+    mapping_->cell->value = value;
+    mapping_->cell->present = 1;
+    return true;
+}
+
+void SimCell::clear()
+{
+    if (!isValid())
+        return;
+    const Mapping::Lock lock(*mapping_);
+    *mapping_->cell = Layout{0, 0};
+}

@@ -1,0 +1,158 @@
+// A small simulated Windows PC: what the program can ask of and do to the
+// machine it runs on, as a world with a state of its own.
+//
+// Tests describe a PC in code, let the program loose on it and look at what
+// the world is like afterwards and in which order it was touched (journal()).
+// Demonstrations load it from a scenario file.
+#pragma once
+
+#include "base/clock.h"
+#include "simpc/sim_cell.h"
+
+#include <QHash>
+#include <QMap>
+#include <QMutex>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct SimProcess
+{
+    quint32 pid = 0;
+    QString name; // "steam.exe"
+    QString path; // full path, forward or backward slashes as given
+};
+
+struct SimWaveOut
+{
+    int channels = 2;
+    QString name;
+};
+
+// One request to start a program.
+struct SimLaunch
+{
+    QString program;    // as the caller wrote it
+    QString parameters; // joined by blanks
+    bool hidden = false;
+};
+
+// What comes of it.
+struct SimLaunchResult
+{
+    bool started = true;
+    unsigned error = 0;    // the system's error number when not started
+    bool hasHandle = true; // whether the caller gets a process to wait for
+    int endsAfter = 0;     // milliseconds until that process ends; below 0: never
+};
+
+// The world. All members may be called from any thread; changes that are due
+// happen before the next question is answered, in the order of their times, on
+// whichever thread asks. The world calls back (launch handlers, changes)
+// without holding its lock.
+class SimPc
+{
+public:
+    // Makes this PC the current one until it is destroyed; one at a time.
+    explicit SimPc(Clock &clock);
+    ~SimPc();
+
+    SimPc(const SimPc &) = delete;
+    SimPc &operator=(const SimPc &) = delete;
+
+    // The PC that the program runs on. There must be one.
+    static SimPc &current();
+    static bool exists();
+
+    Clock &clock() const { return clock_; }
+
+    // Registry. Keys with their root, backslashes, no case folding.
+    void setRegistryText(const QString &key, const QString &name, const QString &value);
+    void addRegistryKey(const QString &key);
+    void removeRegistryKey(const QString &key); // with everything below
+    bool hasRegistryKey(const QString &key) const;
+    std::optional<QString> registryText(const QString &key, const QString &name) const;
+    QStringList registrySubkeys(const QString &key) const;
+
+    // Processes.
+    quint32 startProcess(const QString &name, const QString &path = QString());
+    void endProcess(quint32 pid);
+    void endProcesses(const QString &name);
+    bool isRunning(const QString &name) const;
+    std::vector<SimProcess> processes() const;
+
+    // Power line: 0 battery, 1 mains, 255 unknown; nothing: the question fails.
+    void setAcLine(std::optional<int> status);
+    std::optional<int> acLine() const;
+
+    void setTotalMemory(quint64 bytes);
+    quint64 totalMemory() const;
+
+    // What the system's network query prints, for example "Private".
+    void setNetworkProfileText(const QString &text);
+    QString networkProfileText() const;
+
+    void setRecordingDevices(const QStringList &names);
+    QStringList recordingDevices() const;
+    void setWaveOuts(const std::vector<SimWaveOut> &devices);
+    std::vector<SimWaveOut> waveOuts() const;
+
+    // The shared-memory cell of this PC. Set one before the program uses it.
+    SimCell &cell() const;
+    void setCell(std::unique_ptr<SimCell> cell);
+
+    // Launching. The handler for the last path component of the program (in
+    // lower case, "steam.exe") decides what happens; without one the launch
+    // fails with error 2 (file not found).
+    using LaunchHandler = std::function<SimLaunchResult(const SimLaunch &)>;
+    void onLaunch(const QString &programName, LaunchHandler handler);
+    SimLaunchResult launch(const SimLaunch &request);
+
+    // Makes `change` happen `milliseconds` from now.
+    void after(int milliseconds, std::function<void()> change);
+    // Lets everything happen that is due. Called by every question above.
+    void settle() const;
+    // When the next change is due, by the clock's elapsed(); nothing if none.
+    std::optional<qint64> nextChange() const;
+    // Called, on whichever thread, when something was added by after().
+    void onPlanned(std::function<void()> notify);
+
+    // The journal: one line for everything that the program did to this PC,
+    // in the order in which it did it ("launch ...", "terminate 120 adb.exe",
+    // "cell write 0"). Questions are not written down.
+    void record(const QString &line);
+    QStringList journal() const;
+    void clearJournal();
+    // Called with each new line, on the thread that made it.
+    void onJournal(std::function<void(const QString &)> listener);
+
+private:
+    struct Change
+    {
+        qint64 due;
+        quint64 order;
+        std::function<void()> happen;
+    };
+
+    Clock &clock_;
+    mutable QRecursiveMutex mutex_;
+    QMap<QString, QMap<QString, QString>> registry_;
+    std::vector<SimProcess> processes_;
+    quint32 nextPid_ = 1000;
+    std::optional<int> acLine_ = 1;
+    quint64 totalMemory_ = 17179869184ULL - 1;
+    QString networkProfile_ = QStringLiteral("NetworkCategory  : Private");
+    QStringList recordingDevices_;
+    std::vector<SimWaveOut> waveOuts_{{2, QStringLiteral("Speakers")}};
+    std::unique_ptr<SimCell> cell_;
+    QHash<QString, LaunchHandler> launchHandlers_;
+    mutable std::vector<Change> changes_;
+    quint64 order_ = 0;
+    QStringList journal_;
+    std::function<void(const QString &)> journalListener_;
+    std::function<void()> plannedListener_;
+};

@@ -1,0 +1,34 @@
+// Starting programs the way the desktop does.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace shell_launch {
+
+struct Outcome
+{
+    enum Wait {
+        NoHandle, // the system gave no process to wait for
+        Ended,
+        TimedOut,
+        WaitFailed
+    };
+    bool started = false;
+    unsigned startError = 0; // the system's error number when not started
+    Wait wait = NoHandle;
+    unsigned waitError = 0;  // the system's error number for WaitFailed
+    qint64 elapsed = 0;      // milliseconds from the call until it returned
+};
+
+// Opens `program` with `parameters`, its window hidden, and waits until it has
+// ended, `waitMilliseconds` at most; a program that runs on is left running.
+// Blocks the calling thread; any thread.
+Outcome openHiddenAndWait(const QString &program, const QString &parameters,
+                          int waitMilliseconds);
+
+// Starts a program that lives on by itself; false when it could not be
+// started. Does not wait; any thread.
+bool startDetached(const QString &program, const QStringList &arguments);
+
+} // namespace shell_launch

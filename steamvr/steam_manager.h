@@ -1,0 +1,84 @@
+// Steam and SteamVR on this PC: where they are, whether they run, how to start,
+// stop and restart them.
+#pragma once
+
+#include "base/clock.h"
+#include "link/shared_cell.h"
+
+#include <QMutex>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class ConfigManager;
+
+// Lives on the GUI thread and blocks it for seconds while SteamVR stops.
+class SteamManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Runs its argument on a thread of a pool.
+    using Pool = std::function<void(std::function<void()>)>;
+
+    // What the object needs; everything outlives it.
+    struct Environment
+    {
+        Clock &clock;
+        ConfigManager &config;
+        QString applicationDir; // registered as the streaming driver's folder
+        QString homeDir;        // of the user, for the OpenVR paths file
+        Pool pool;
+    };
+
+    explicit SteamManager(Environment environment);
+    ~SteamManager() override;
+
+    static SteamManager &instance();
+
+    // Whether Steam was found when this object was made.
+    bool steamInstalled() const { return steamInstalled_; }
+    QString steamInstallPath() const;
+
+    // Steam counts as running after four looks in a row found it, and at once
+    // when it ran before this program.
+    bool hasLaunchSteam();
+    // SteamVR counts as stopped after two looks in a row missed it.
+    bool hasLaunchSteamVR();
+
+    // Launches Steam without waiting for it; any thread.
+    void startSteam();
+    // The launch itself: blocks until steam.exe has ended, 10 s at most.
+    bool launchSteamExe();
+
+    // Start and stop run on the object's thread: called from another thread
+    // they return at once and are carried out there later.
+    Q_INVOKABLE void startSteamVR();
+    Q_INVOKABLE void stopSteamVR();
+    // Any thread; sleeps 1.5 s on it.
+    void restartSteamVR();
+
+    // The serial that is stored as the last one on a restart. Any thread.
+    void setRestartSerial(const QString &serial);
+
+signals:
+    void steamAppChange(int sec, QString appName);
+    void showToast(QString tips);
+
+private:
+    bool isSteamInstalled() const;
+    bool shutdownViaVrstartup();
+    void watchServer();
+
+    Environment env_;
+    bool steamInstalled_ = false;
+    bool steamRunning_ = false;
+    int timerId_ = 0;
+    mutable QMutex mutex_; // guards the fields below
+    QString restartSerial_;
+    int steamSeenCount_ = 4;
+    int steamVRMissCount_ = 0;
+    bool starting_ = false;
+    SharedCell cell_;
+};

@@ -1,0 +1,85 @@
+// What this PC is: gathered once, then answered from memory.
+#pragma once
+
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class QProcess;
+
+// Lives on the GUI thread.
+class SystemInfo : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Gathers everything, synchronously; only the network category is asked
+    // for in the background.
+    explicit SystemInfo(QObject *parent = nullptr);
+    ~SystemInfo() override;
+
+    static SystemInfo &instance();
+
+    // The description that goes with every usage event.
+    QJsonObject toJson() const;
+
+    QString cpuName() const { return cpu_; }
+    QString directXText() const { return directX_; }
+    QString osText() const { return os_; }
+    QString ramText() const { return ram_; }
+    // "Private" until the system has answered; then "Public", "Private" or
+    // empty.
+    QString networkCategory() const { return networkCategory_; }
+    // The discrete adapter's name, then the integrated one's, as far as known.
+    QStringList gpuNames() const;
+
+    // Remembers the headset's serial; an empty one changes nothing.
+    void setDeviceSN(const QString &serial);
+
+    static QString minimumCpu();
+    static QString minimumGpu();
+    static QString minimumOs();
+    static QString minimumRam();
+    static QString recommendedCpu();
+    static QString recommendedGpu();
+    static QString recommendedOs();
+    static QString recommendedRam();
+    static QString requiredDirectX();
+
+    // The assistant's own version.
+    static QString assistantVersion();
+
+    // Whether the first wave-output device is stereo. A true answer is kept.
+    bool isAudioOutputSupported();
+    // Whether the virtual audio cable's recording end is there.
+    static bool hasVirtualCable();
+
+    // Processes by executable name, compared with letter case.
+    static bool isProcessRunning(const QString &name);
+    static QString processPath(const QString &name);
+    static void killProcesses(const QStringList &names);
+
+    // Decisions of the probe, apart from the questions.
+    static QString ramTextOf(quint64 totalPhysicalBytes);
+    static QString networkCategoryOf(const QString &queryOutput);
+
+private:
+    void probe();
+    void readNetworkCategory();
+
+    QProcess *powershellProcess_;
+    QString machineGuid_;
+    QString integratedGraphics_;
+    QString discreteGraphics_;
+    QString cpu_;
+    QString os_;
+    QString ram_;
+    QString vram_;
+    QString hostName_;
+    QString directX_;
+    QString deviceSN_;
+    QString networkCategory_;
+    QString version_;
+    bool audioSupported_ = false;
+};
