@@ -1,0 +1,50 @@
+// What the streaming server reported, and what is done about its commands.
+#pragma once
+
+#include "link/headset_record.h"
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Knows nothing of sockets: lines come in through processBatch(), on one thread
+// (the link's worker); answers and the restart go out through the callbacks,
+// on that thread and without any lock held. Everything else: any thread.
+class CommandDispatcher
+{
+public:
+    struct Callbacks
+    {
+        std::function<void(const QString &)> send;
+        std::function<void()> restartSteamVR; // may block for seconds
+    };
+
+    explicit CommandDispatcher(Callbacks callbacks);
+
+    // Acts on the lines that were received in one go, in their order. After ten
+    // batches in a row without a list of headsets the last list is forgotten.
+    void processBatch(const std::vector<std::string> &lines);
+
+    // The next list of headsets is answered with "RegisterFireWall", once.
+    void setRegisterFirewallPending();
+
+    bool isDeviceConnected() const;
+    // The id reported last.
+    QString deviceId() const;
+    // The list reported last.
+    HeadsetList headsets() const;
+
+private:
+    void dispatch(std::string_view name, std::string_view argument);
+    void takeHmdInfo(std::string_view argument);
+
+    const Callbacks callbacks_;
+    mutable std::mutex mutex_; // guards everything below
+    HeadsetList hmdInfoBack_;
+    QString deviceId_;
+    quint32 idleBatches_ = 0;
+    bool deviceConnected_ = false;
+    bool registerFirewallPending_ = false;
+};
