@@ -1,58 +1,97 @@
 #include "base/json_document.h"
 
-#include <QJsonArray>
 #include <QUuid>
+
+#include <algorithm>
 
 namespace {
 
+// Every decimal number of so many digits comes back unchanged from a double.
+constexpr int kSafeDigits = 15;
+// Well inside the range of a double, away from the subnormal numbers.
+constexpr int kSafeExponent = 290;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
 bool isNumberByte(char c)
 {
-    return (c >= '0' && c <= '9') || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
+    return isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
 }
 
-// Whether `token` is a number by the grammar of JSON: only then may it be
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+const char *skipDigits(const char *at, const char *end)
+{
+    return std::find_if_not(at, end, isDigit);
+}
+
+// Whether the bytes are a number by the grammar of JSON: only then may they be
 // hidden from the parser, which would complain about anything else.
-bool isJsonNumber(const QByteArray &token)
+bool isJsonNumber(const char *at, const char *end)
 {
-    int i = 0;
-    const int n = token.size();
-    const auto digits = [&] {
-        const int first = i;
-        while (i < n && token[i] >= '0' && token[i] <= '9')
-            ++i;
-        return i > first;
-    };
-    if (i < n && token[i] == '-')
-        ++i;
-    if (i < n && token[i] == '0')
-        ++i;
-    else if (!digits())
+    if (at != end && *at == '-')
+        ++at;
+    const char *whole = at;
+    at = skipDigits(at, end);
+    if (at == whole || (*whole == '0' && at - whole > 1))
         return false;
-    if (i < n && token[i] == '.') {
-        ++i;
-        if (!digits())
+    if (at != end && *at == '.') {
+        const char *fraction = ++at;
+        at = skipDigits(at, end);
+        if (at == fraction)
             return false;
     }
-    if (i < n && (token[i] == 'e' || token[i] == 'E')) {
-        ++i;
-        if (i < n && (token[i] == '+' || token[i] == '-'))
-            ++i;
-        if (!digits())
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        if (at != end && (*at == '-' || *at == '+'))
+            ++at;
+        const char *exponent = at;
+        at = skipDigits(at, end);
+        if (at == exponent)
             return false;
     }
-    return i == n;
+    return at == end;
 }
 
-// Whether a JSON value gives this number back with the same digits. Short
-// numbers always do, up to their notation (1.50, 1e3).
-bool survives(const QByteArray &token)
+// Whether a double gives the value of this JSON number back.
+bool fitsDouble(const char *at, const char *end)
 {
-    if (token.size() <= 15)
-        return !token.contains('e') && !token.contains('E');
-    const QByteArray written =
-        QJsonDocument(QJsonDocument::fromJson('[' + token + ']').array())
-            .toJson(QJsonDocument::Compact);
-    return written == '[' + token + ']';
+    qint64 digits = 0;     // seen so far, leading zeros included
+    qint64 first = -1;     // index of the first digit that is not 0
+    qint64 last = -1;      // and of the last one
+    qint64 wholeSize = -1; // digits before the point
+    for (; at != end && *at != 'e' && *at != 'E'; ++at) {
+        if (*at == '.') {
+            wholeSize = digits;
+        } else if (isDigit(*at)) {
+            if (*at != '0') {
+                first = first < 0 ? digits : first;
+                last = digits;
+            }
+            ++digits;
+        }
+    }
+    if (wholeSize < 0)
+        wholeSize = digits;
+    qint64 exponent = 0;
+    bool negative = false;
+    for (; at != end; ++at) {
+        if (*at == '-')
+            negative = true;
+        else if (isDigit(*at))
+            exponent = std::min<qint64>(exponent * 10 + (*at - '0'), 1000000000);
+    }
+    if (negative)
+        exponent = -exponent;
+    if (first >= 0)
+        exponent += wholeSize - 1 - first;
+    return last - first < kSafeDigits && exponent >= -kSafeExponent && exponent <= kSafeExponent;
 }
 
 // Recognises our own strings. Random, so that no text can hold it by design,
@@ -62,44 +101,62 @@ QByteArray newMark()
     return "@number-" + QUuid::createUuid().toByteArray(QUuid::Id128) + ':';
 }
 
+// `at` is the opening quote.
+const char *endOfString(const char *at, const char *end)
+{
+    for (++at; at < end && *at != '"'; ++at) {
+        if (*at == '\\' && end - at > 1)
+            ++at;
+    }
+    return at < end ? at + 1 : end;
+}
+
 } // namespace
+
+QString JsonDocument::text(const QJsonValue &value) const
+{
+    const QString string = value.toString();
+    const bool kept = !numberMark.isEmpty() && string.startsWith(QLatin1String(numberMark));
+    return kept ? QString() : string;
+}
 
 JsonDocument parseJson(const QByteArray &text)
 {
     JsonDocument json;
     QByteArray guarded;
-    int copied = 0;
-    bool inString = false;
-    for (int i = 0; i < text.size();) {
-        const char c = text[i];
-        if (inString) {
-            if (c == '\\')
-                ++i;
-            else if (c == '"')
-                inString = false;
-            ++i;
-        } else if (c == '"') {
-            inString = true;
-            ++i;
-        } else if (c == '-' || (c >= '0' && c <= '9')) {
-            int end = i;
-            while (end < text.size() && isNumberByte(text[end]))
-                ++end;
-            const QByteArray token = text.mid(i, end - i);
-            if (!survives(token) && isJsonNumber(token)) {
-                if (json.numberMark.isEmpty())
-                    json.numberMark = newMark();
-                guarded += text.mid(copied, i - copied);
-                guarded += '"' + json.numberMark + token + '"';
-                copied = end;
-            }
-            i = end;
+    const char *const end = text.constData() + text.size();
+    const char *copied = text.constData();
+    for (const char *at = copied; at < end;) {
+        if (*at == '"') {
+            at = endOfString(at, end);
+        } else if (isDigit(*at) || *at == '-' || *at == '+' || *at == '.') {
+            const char *const number = at;
+            at = std::find_if_not(at, end, isNumberByte);
+            if (!isJsonNumber(number, at) || fitsDouble(number, at))
+                continue;
+            // As a name a number is an error, which a string would cover up.
+            const char *const next = std::find_if_not(at, end, isBlank);
+            if (next != end && *next == ':')
+                continue;
+            if (json.numberMark.isEmpty())
+                json.numberMark = newMark();
+            guarded.append(copied, static_cast<int>(number - copied));
+            guarded.append('"').append(json.numberMark);
+            guarded.append(number, static_cast<int>(at - number)).append('"');
+            copied = at;
         } else {
-            ++i;
+            ++at;
         }
     }
-    guarded += text.mid(copied);
-    json.document = QJsonDocument::fromJson(guarded, &json.error);
+    if (!json.numberMark.isEmpty()) {
+        guarded.append(copied, static_cast<int>(end - copied));
+        json.document = QJsonDocument::fromJson(guarded, &json.error);
+        if (json.ok())
+            return json;
+        // The error is to speak of the text as it is.
+        json.numberMark.clear();
+    }
+    json.document = QJsonDocument::fromJson(text, &json.error);
     return json;
 }
 
@@ -110,12 +167,14 @@ QByteArray toIndented(const JsonDocument &json)
         return written;
     const QByteArray opening = '"' + json.numberMark;
     QByteArray result;
+    result.reserve(written.size());
     int from = 0;
     for (int at; (at = written.indexOf(opening, from)) >= 0;) {
         const int number = at + opening.size();
         const int closing = written.indexOf('"', number);
-        result += written.mid(from, at - from) + written.mid(number, closing - number);
+        result.append(written.constData() + from, at - from);
+        result.append(written.constData() + number, closing - number);
         from = closing + 1;
     }
-    return result + written.mid(from);
+    return result.append(written.constData() + from, written.size() - from);
 }

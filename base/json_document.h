@@ -1,15 +1,17 @@
-// JSON documents that survive a round trip with every number intact.
+// JSON documents that survive a round trip with the value of every number.
 #pragma once
 
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QJsonValue>
+#include <QString>
 
-// A parsed JSON text. Numbers that a JSON value could not give back unchanged
-// (whole numbers beyond 64 bits signed, more digits than a double holds) are
-// kept as they were written and come out again in toIndented(). In `document`
-// such a number appears as a string that means nothing to anybody else; code
-// that reads a number it knows gets an ordinary one.
+// A parsed JSON text. Numbers that a double might not give back with the same
+// value (more than 15 significant digits, such as 64-bit ids, or an exponent
+// out of range) are kept as they were written and come out again in
+// toIndented(). In `document` such a number appears as a string that means
+// nothing to anybody else; every other number is an ordinary one.
 //
 // Any thread; a value type.
 struct JsonDocument
@@ -19,10 +21,14 @@ struct JsonDocument
     QByteArray numberMark; // internal: marks the kept numbers
 
     bool ok() const { return error.error == QJsonParseError::NoError; }
+
+    // The text of a string of this document; empty for anything else, also
+    // for a kept number.
+    QString text(const QJsonValue &value) const;
 };
 
 // Reads `text` as JSON (UTF-8, with or without a byte order mark). An empty
-// text is an error.
+// text is an error, and so is one whose top level is neither object nor array.
 JsonDocument parseJson(const QByteArray &text);
 
 // `json` in the indented layout of QJsonDocument, UTF-8. Pass a document that
