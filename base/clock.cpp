@@ -22,6 +22,13 @@ public:
         return start_.addMSecs(elapsed());
     }
 
+    qint64 epochMilliseconds() const override
+    {
+        if (speed_ == 1.0)
+            return QDateTime::currentMSecsSinceEpoch();
+        return start_.toMSecsSinceEpoch() + elapsed();
+    }
+
     qint64 elapsed() const override
     {
         if (speed_ == 1.0)
@@ -43,7 +50,7 @@ public:
         }
         // The thread of `context` may be busy: only what is left of the delay
         // is waited for when it gets to this.
-        const qint64 due = elapsed() + milliseconds;
+        const qint64 due = elapsed() + std::max(0, milliseconds);
         QMetaObject::invokeMethod(
             context,
             [this, due, context, action = std::move(action)] {
@@ -65,7 +72,7 @@ public:
 private:
     int real(int milliseconds) const
     {
-        return static_cast<int>(std::ceil(milliseconds / speed_));
+        return static_cast<int>(std::ceil(std::max(0, milliseconds) / speed_));
     }
 
     QDateTime start_;

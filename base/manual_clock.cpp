@@ -32,7 +32,8 @@ void ManualClock::sleep(int milliseconds)
 void ManualClock::singleShot(int milliseconds, QObject *context, std::function<void()> action)
 {
     const QMutexLocker lock(&mutex_);
-    pending_.push_back({elapsed_ + milliseconds, order_++, 0, 0, context, std::move(action)});
+    pending_.push_back(
+        {elapsed_ + std::max(0, milliseconds), order_++, 0, 0, context, std::move(action)});
 }
 
 int ManualClock::startTimer(int milliseconds, QObject *receiver, Qt::TimerType)
@@ -58,9 +59,13 @@ void ManualClock::killTimer(int id, QObject *)
 void ManualClock::advance(int milliseconds)
 {
     const qint64 until = elapsed() + milliseconds;
-    Pending next;
-    while (takeNext(until, &next)) {
-        QObject *receiver = next.receiver;
+    for (;;) {
+        Pending next;
+        if (!takeNext(until, &next))
+            break;
+        QObject *const receiver = next.receiver;
+        if (!receiver)
+            continue;
         if (receiver->thread() == QThread::currentThread())
             next.action();
         else
@@ -70,17 +75,28 @@ void ManualClock::advance(int milliseconds)
     elapsed_ = std::max(elapsed_, until);
 }
 
-bool ManualClock::takeNext(qint64 until, Pending *next)
+// What a dead receiver leaves behind is destroyed by the caller, outside the
+// lock: an action may own objects that use the clock when they go.
+std::vector<ManualClock::Pending> ManualClock::takeDead()
 {
     const QMutexLocker lock(&mutex_);
-    pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
-                                  [](const Pending &entry) { return entry.receiver.isNull(); }),
-                   pending_.end());
-    const auto first = std::min_element(pending_.begin(), pending_.end(),
-                                        [](const Pending &a, const Pending &b) {
-                                            return a.due != b.due ? a.due < b.due
-                                                                  : a.order < b.order;
-                                        });
+    const auto dead =
+        std::stable_partition(pending_.begin(), pending_.end(),
+                              [](const Pending &entry) { return !entry.receiver.isNull(); });
+    std::vector<Pending> taken(std::make_move_iterator(dead),
+                               std::make_move_iterator(pending_.end()));
+    pending_.erase(dead, pending_.end());
+    return taken;
+}
+
+bool ManualClock::takeNext(qint64 until, Pending *next)
+{
+    takeDead();
+    const QMutexLocker lock(&mutex_);
+    const auto first =
+        std::min_element(pending_.begin(), pending_.end(), [](const Pending &a, const Pending &b) {
+            return a.due != b.due ? a.due < b.due : a.order < b.order;
+        });
     // An action that sleeps pushes the clock past `until`; what fell due
     // meanwhile waits for the next advance(), as for the next turn of an event
     // loop.
@@ -89,8 +105,9 @@ bool ManualClock::takeNext(qint64 until, Pending *next)
     elapsed_ = std::max(elapsed_, first->due);
     *next = *first;
     if (first->period > 0) {
-        // A tick that was slept over is not made up for.
-        first->due = std::max(first->due + first->period, elapsed_);
+        first->due += first->period;
+        if (first->due < elapsed_)
+            first->due = elapsed_ + first->period;
         first->order = order_++;
     } else {
         pending_.erase(first);
@@ -107,5 +124,6 @@ qint64 ManualClock::slept() const
 bool ManualClock::idle() const
 {
     const QMutexLocker lock(&mutex_);
-    return pending_.empty();
+    return std::all_of(pending_.begin(), pending_.end(),
+                       [](const Pending &entry) { return entry.receiver.isNull(); });
 }

@@ -25,7 +25,8 @@ public:
     qint64 elapsed() const override;
     void sleep(int milliseconds) override;
     void singleShot(int milliseconds, QObject *context, std::function<void()> action) override;
-    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type) override;
+    int startTimer(int milliseconds, QObject *receiver,
+                   Qt::TimerType type = Qt::CoarseTimer) override;
     void killTimer(int id, QObject *receiver) override;
 
     // Moves the clock forward by `milliseconds` and fires what falls due.
@@ -34,7 +35,7 @@ public:
     // How long all sleeps together took, in milliseconds.
     qint64 slept() const;
 
-    // Whether anything waits: a one-shot or a repeating timer.
+    // Whether nothing waits any more: no one-shot and no repeating timer.
     bool idle() const;
 
 private:
@@ -48,6 +49,7 @@ private:
         std::function<void()> action;
     };
 
+    std::vector<Pending> takeDead();
     bool takeNext(qint64 until, Pending *next);
 
     mutable QMutex mutex_;
