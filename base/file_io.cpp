@@ -5,6 +5,17 @@
 
 namespace {
 
+std::optional<QByteArray> read(const QString &path, QIODevice::OpenMode mode)
+{
+    QFile file(path);
+    if (!file.open(mode | QIODevice::ExistingOnly))
+        return std::nullopt;
+    QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return content;
+}
+
 WriteResult overwrite(const QString &path, const QByteArray &content)
 {
     QFile file(path);
@@ -17,6 +28,16 @@ WriteResult overwrite(const QString &path, const QByteArray &content)
 }
 
 } // namespace
+
+std::optional<QByteArray> readContent(const QString &path)
+{
+    return read(path, QIODevice::ReadOnly);
+}
+
+std::optional<QByteArray> readForEdit(const QString &path)
+{
+    return read(path, QIODevice::ReadWrite);
+}
 
 WriteResult replaceFile(const QString &path, const QByteArray &content)
 {

@@ -1,8 +1,18 @@
-// Writing files so that nobody is left with half of one.
+// Reading files whole, and writing them so that nobody is left with half of one.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
+
+#include <optional>
+
+// The whole content of an existing file; nothing when it is missing, cannot be
+// opened or cannot be read to its end. Any thread.
+std::optional<QByteArray> readContent(const QString &path);
+
+// The same for a file that is about to be edited: nothing also when it may not
+// be written. The file stays as it is. Any thread.
+std::optional<QByteArray> readForEdit(const QString &path);
 
 enum class WriteResult {
     Ok,
