@@ -38,7 +38,8 @@ protected:
     void writeFile(const QString &name, const QByteArray &content) const;
     QByteArray readFile(const QString &name) const;
 
-private slots:
+protected slots:
+    // Around each test function. A class with its own calls these in it.
     void init();
     void cleanup();
 
