@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QMutex>
 
-#include <cstring>
+#include <cerrno>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -36,8 +36,9 @@ struct SimCell::Mapping
         explicit Lock(const Mapping &mapping) : mapping_(mapping)
         {
             mapping_.mutex.lock();
-            if (mapping_.fd >= 0)
-                flock(mapping_.fd, LOCK_EX);
+            // A signal is no reason to go on without the lock.
+            while (mapping_.fd >= 0 && flock(mapping_.fd, LOCK_EX) != 0 && errno == EINTR)
+                ;
         }
         ~Lock()
         {

@@ -29,7 +29,8 @@ SimPc::~SimPc()
 
 SimPc &SimPc::current()
 {
-    Q_ASSERT(currentPc);
+    if (!currentPc)
+        qFatal("no simulated PC to run on");
     return *currentPc;
 }
 
@@ -107,25 +108,43 @@ quint32 SimPc::startProcess(const QString &name, const QString &path)
 
 void SimPc::endProcess(quint32 pid)
 {
-    const QMutexLocker lock(&mutex_);
-    processes_.erase(std::remove_if(processes_.begin(), processes_.end(),
-                                    [&](const SimProcess &p) { return p.pid == pid; }),
-                     processes_.end());
+    endWhere([pid](const SimProcess &p) { return p.pid == pid; });
 }
 
 void SimPc::endProcesses(const QString &name)
 {
+    endWhere([&name](const SimProcess &p) { return p.name == name; });
+}
+
+void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
+{
+    const QMutexLocker oneAtATime(&happening_);
+    std::vector<SimProcess> ended;
+    std::function<void(const SimProcess &)> listener;
+    {
+        const QMutexLocker lock(&mutex_);
+        const auto rest = std::stable_partition(processes_.begin(), processes_.end(),
+                                                [&ends](const SimProcess &p) { return !ends(p); });
+        ended.assign(rest, processes_.end());
+        processes_.erase(rest, processes_.end());
+        listener = endListener_;
+    }
+    if (!listener)
+        return;
+    for (const SimProcess &process : ended)
+        listener(process);
+}
+
+void SimPc::onProcessEnded(std::function<void(const SimProcess &)> listener)
+{
     const QMutexLocker lock(&mutex_);
-    processes_.erase(std::remove_if(processes_.begin(), processes_.end(),
-                                    [&](const SimProcess &p) { return p.name == name; }),
-                     processes_.end());
+    endListener_ = std::move(listener);
 }
 
 bool SimPc::isRunning(const QString &name) const
 {
     const std::vector<SimProcess> all = processes();
-    return std::any_of(all.begin(), all.end(),
-                       [&](const SimProcess &p) { return p.name == name; });
+    return std::any_of(all.begin(), all.end(), [&](const SimProcess &p) { return p.name == name; });
 }
 
 std::vector<SimProcess> SimPc::processes() const
@@ -221,8 +240,8 @@ void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
 SimLaunchResult SimPc::launch(const SimLaunch &request)
 {
     settle();
-    record("launch " + request.program + (request.parameters.isEmpty() ? "" : " ")
-           + request.parameters + (request.hidden ? " (hidden)" : ""));
+    record("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
+           request.parameters + (request.hidden ? " (hidden)" : ""));
     LaunchHandler handler;
     {
         const QMutexLocker lock(&mutex_);
@@ -230,38 +249,54 @@ SimLaunchResult SimPc::launch(const SimLaunch &request)
     }
     if (!handler)
         return {false, 2, false, 0};
+    const QMutexLocker oneAtATime(&happening_);
     return handler(request);
+}
+
+qint64 SimPc::now() const
+{
+    const QMutexLocker oneAtATime(&happening_);
+    return changeDue_ ? *changeDue_ : clock_.elapsed();
 }
 
 void SimPc::after(int milliseconds, std::function<void()> change)
 {
+    const qint64 due = now() + milliseconds;
     std::function<void()> notify;
     {
         const QMutexLocker lock(&mutex_);
-        changes_.push_back({clock_.elapsed() + milliseconds, order_++, std::move(change)});
+        changes_.push_back({due, order_++, std::move(change)});
         notify = plannedListener_;
     }
     if (notify)
         notify();
 }
 
+std::optional<SimPc::Change> SimPc::takeDueChange() const
+{
+    const QMutexLocker lock(&mutex_);
+    const auto first =
+        std::min_element(changes_.begin(), changes_.end(), [](const Change &a, const Change &b) {
+            return a.due != b.due ? a.due < b.due : a.order < b.order;
+        });
+    if (first == changes_.end() || first->due > clock_.elapsed())
+        return std::nullopt;
+    std::optional<Change> change = std::move(*first);
+    changes_.erase(first);
+    return change;
+}
+
 void SimPc::settle() const
 {
-    for (;;) {
-        Change next;
-        {
-            const QMutexLocker lock(&mutex_);
-            const auto first = std::min_element(changes_.begin(), changes_.end(),
-                                                [](const Change &a, const Change &b) {
-                                                    return a.due != b.due ? a.due < b.due
-                                                                          : a.order < b.order;
-                                                });
-            if (first == changes_.end() || first->due > clock_.elapsed())
-                return;
-            next = std::move(*first);
-            changes_.erase(first);
-        }
-        next.happen();
+    // Whoever asks while another thread lets things happen waits until they
+    // have happened; a question asked within a change does not start the next.
+    const QMutexLocker oneAtATime(&happening_);
+    if (changeDue_)
+        return;
+    while (const std::optional<Change> change = takeDueChange()) {
+        changeDue_ = change->due;
+        change->happen();
+        changeDue_.reset();
     }
 }
 
@@ -310,4 +345,29 @@ void SimPc::onJournal(std::function<void(const QString &)> listener)
 {
     const QMutexLocker lock(&mutex_);
     journalListener_ = std::move(listener);
+}
+
+void SimPc::happened(const QString &line)
+{
+    std::function<void(const QString &)> listener;
+    {
+        const QMutexLocker lock(&mutex_);
+        happenings_.append(line);
+        listener = happeningListener_;
+    }
+    if (listener)
+        listener(line);
+}
+
+QStringList SimPc::happenings() const
+{
+    settle();
+    const QMutexLocker lock(&mutex_);
+    return happenings_;
+}
+
+void SimPc::onHappening(std::function<void(const QString &)> listener)
+{
+    const QMutexLocker lock(&mutex_);
+    happeningListener_ = std::move(listener);
 }

@@ -52,8 +52,10 @@ struct SimLaunchResult
 
 // The world. All members may be called from any thread; changes that are due
 // happen before the next question is answered, in the order of their times, on
-// whichever thread asks. The world calls back (launch handlers, changes)
-// without holding its lock.
+// whichever thread asks. Launch handlers and changes run one at a time, and
+// meanwhile other threads' questions wait: they may ask and change this PC, but
+// must not wait for another thread. A question asked within a change sees the
+// world as far as it has got.
 class SimPc
 {
 public:
@@ -82,6 +84,8 @@ public:
     quint32 startProcess(const QString &name, const QString &path = QString());
     void endProcess(quint32 pid);
     void endProcesses(const QString &name);
+    // Called after a process has ended, whoever ended it; as a change.
+    void onProcessEnded(std::function<void(const SimProcess &)> listener);
     bool isRunning(const QString &name) const;
     std::vector<SimProcess> processes() const;
 
@@ -112,7 +116,12 @@ public:
     void onLaunch(const QString &programName, LaunchHandler handler);
     SimLaunchResult launch(const SimLaunch &request);
 
-    // Makes `change` happen `milliseconds` from now.
+    // The world's time in milliseconds: the clock's elapsed(), and within a
+    // change the moment at which that change was due. So a chain of changes
+    // keeps its times however late somebody asks.
+    qint64 now() const;
+
+    // Makes `change` happen `milliseconds` from now().
     void after(int milliseconds, std::function<void()> change);
     // Lets everything happen that is due. Called by every question above.
     void settle() const;
@@ -122,13 +131,21 @@ public:
     void onPlanned(std::function<void()> notify);
 
     // The journal: one line for everything that the program did to this PC,
-    // in the order in which it did it ("launch ...", "terminate 120 adb.exe",
+    // in the order in which it did it ("launch ...", "terminate adb.exe",
     // "cell write 0"). Questions are not written down.
     void record(const QString &line);
     QStringList journal() const;
     void clearJournal();
     // Called with each new line, on the thread that made it.
     void onJournal(std::function<void(const QString &)> listener);
+
+    // The happenings: what this PC did of its own accord ("Steam appears",
+    // "power line: offline"), for those who watch a demonstration. Kept apart
+    // from the journal, which holds the program's own deeds only.
+    void happened(const QString &line);
+    QStringList happenings() const;
+    // Called with each new line, on the thread on which it happened.
+    void onHappening(std::function<void(const QString &)> listener);
 
 private:
     struct Change
@@ -138,11 +155,17 @@ private:
         std::function<void()> happen;
     };
 
+    std::optional<Change> takeDueChange() const;
+    void endWhere(const std::function<bool(const SimProcess &)> &ends);
+
     Clock &clock_;
-    mutable QRecursiveMutex mutex_;
+    mutable QRecursiveMutex happening_;       // held while the world calls back; before mutex_
+    mutable std::optional<qint64> changeDue_; // of the change that happens; guarded by happening_
+    mutable QRecursiveMutex mutex_;           // guards what follows; never held while calling back
     QMap<QString, QMap<QString, QString>> registry_;
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;
+    std::function<void(const SimProcess &)> endListener_;
     std::optional<int> acLine_ = 1;
     quint64 totalMemory_ = 17179869184ULL - 1;
     QString networkProfile_ = QStringLiteral("NetworkCategory  : Private");
@@ -154,5 +177,7 @@ private:
     quint64 order_ = 0;
     QStringList journal_;
     std::function<void(const QString &)> journalListener_;
+    QStringList happenings_;
+    std::function<void(const QString &)> happeningListener_;
     std::function<void()> plannedListener_;
 };

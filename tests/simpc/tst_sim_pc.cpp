@@ -1,0 +1,345 @@
+#include "simpc/sim_pc.h"
+
+#include "base/manual_clock.h"
+#include "tests/support/test_case.h"
+
+#include <QSemaphore>
+
+#include <atomic>
+#include <thread>
+
+class SimPcTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void theNewestPcIsTheCurrentOneUntilItGoes();
+    void aRegistryTextIsFoundUnderItsKeyAndNameOnly();
+    void aKeyExistsWhenItOrSomethingBelowItWasSet();
+    void subkeysAreTheDirectOnesOnceEach();
+    void removingAKeyRemovesWhatIsBelowAndNothingBeside();
+    void processesKeepTheirOrderAndHaveDifferentPids();
+    void endingByNameEndsAllOfThatNameInThatLetterCase();
+    void whoeverEndsAProcessTheListenerHearsOfIt();
+    void aProgramNobodyKnowsCannotBeLaunched();
+    void aLaunchIsHandledByTheLastPartOfThePath_data();
+    void aLaunchIsHandledByTheLastPartOfThePath();
+    void changesHappenInTheOrderOfTheirTimesBeforeTheNextAnswer();
+    void changesOfOneMomentHappenInTheOrderInWhichTheyWerePlanned();
+    void aChainOfChangesKeepsItsTimesHoweverLateSomebodyAsks();
+    void aQuestionWithinAChangeDoesNotStartTheNextOne();
+    void nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen();
+    void theNextChangeIsToldAndItsPlanningAnnounced();
+    void theJournalHoldsTheProgramsDeedsOnly();
+    void happeningsHaveAListOfTheirOwn();
+    void aFailingPowerQuestionHasNoAnswer();
+};
+
+void SimPcTest::theNewestPcIsTheCurrentOneUntilItGoes()
+{
+    ManualClock clock;
+    QVERIFY(!SimPc::exists());
+    {
+        SimPc pc(clock);
+        QVERIFY(SimPc::exists());
+        QCOMPARE(&SimPc::current(), &pc);
+        QCOMPARE(&pc.clock(), static_cast<Clock *>(&clock));
+    }
+    QVERIFY(!SimPc::exists());
+}
+
+void SimPcTest::aRegistryTextIsFoundUnderItsKeyAndNameOnly()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.setRegistryText("HKEY_LOCAL_MACHINE\\A\\B", "Name", "text");
+    QCOMPARE(pc.registryText("HKEY_LOCAL_MACHINE\\A\\B", "Name").value_or("-"), QString("text"));
+    QVERIFY(!pc.registryText("HKEY_LOCAL_MACHINE\\A\\B", "Other"));
+    QVERIFY(!pc.registryText("HKEY_LOCAL_MACHINE\\A", "Name"));
+}
+
+void SimPcTest::aKeyExistsWhenItOrSomethingBelowItWasSet()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.addRegistryKey("H\\A\\B");
+    QVERIFY(pc.hasRegistryKey("H\\A\\B"));
+    QVERIFY(pc.hasRegistryKey("H\\A"));
+    QVERIFY(!pc.hasRegistryKey("H\\A\\B\\C"));
+    QVERIFY(!pc.hasRegistryKey("H\\A\\BB"));
+    QVERIFY(!pc.hasRegistryKey("H\\A\\"));
+}
+
+void SimPcTest::subkeysAreTheDirectOnesOnceEach()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.addRegistryKey("H\\U\\Steam\\Deep");
+    pc.setRegistryText("H\\U\\Steam", "DisplayName", "Steam");
+    pc.addRegistryKey("H\\U\\Editor");
+    pc.addRegistryKey("H\\Uninvited\\Other");
+    QCOMPARE(pc.registrySubkeys("H\\U"), QStringList({"Editor", "Steam"}));
+    QCOMPARE(pc.registrySubkeys("H\\U\\Editor"), QStringList());
+}
+
+void SimPcTest::removingAKeyRemovesWhatIsBelowAndNothingBeside()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.addRegistryKey("H\\Steam");
+    pc.addRegistryKey("H\\Steam\\Apps");
+    pc.addRegistryKey("H\\Steam2");
+    pc.removeRegistryKey("H\\Steam");
+    QCOMPARE(pc.registrySubkeys("H"), QStringList({"Steam2"}));
+}
+
+void SimPcTest::processesKeepTheirOrderAndHaveDifferentPids()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    const quint32 first = pc.startProcess("b.exe", "C:\\b.exe");
+    const quint32 second = pc.startProcess("a.exe");
+    QVERIFY(first != second);
+    const std::vector<SimProcess> all = pc.processes();
+    QCOMPARE(all.size(), size_t(2));
+    QCOMPARE(all[0].name, QString("b.exe"));
+    QCOMPARE(all[0].path, QString("C:\\b.exe"));
+    QCOMPARE(all[0].pid, first);
+    QCOMPARE(all[1].pid, second);
+    pc.endProcess(first);
+    QVERIFY(!pc.isRunning("b.exe"));
+    QVERIFY(pc.isRunning("a.exe"));
+}
+
+void SimPcTest::endingByNameEndsAllOfThatNameInThatLetterCase()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.startProcess("adb.exe");
+    pc.startProcess("Adb.exe");
+    pc.startProcess("adb.exe");
+    pc.endProcesses("adb.exe");
+    QCOMPARE(pc.processes().size(), size_t(1));
+    QVERIFY(pc.isRunning("Adb.exe"));
+}
+
+void SimPcTest::whoeverEndsAProcessTheListenerHearsOfIt()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList ended;
+    pc.onProcessEnded([&](const SimProcess &process) {
+        // It is gone by then.
+        ended.append(process.name + (pc.isRunning(process.name) ? " still" : " gone"));
+    });
+    const quint32 pid = pc.startProcess("a.exe");
+    pc.startProcess("b.exe");
+    pc.endProcess(pid);
+    pc.endProcess(pid);
+    pc.after(5, [&] { pc.endProcesses("b.exe"); });
+    clock.advance(5);
+    QVERIFY(!pc.isRunning("b.exe"));
+    QCOMPARE(ended, QStringList({"a.exe gone", "b.exe gone"}));
+}
+
+void SimPcTest::aProgramNobodyKnowsCannotBeLaunched()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    const SimLaunchResult result = pc.launch({"C:\\none.exe", "-x", false});
+    QVERIFY(!result.started);
+    QVERIFY(!result.hasHandle);
+    QCOMPARE(result.error, 2u);
+    QCOMPARE(pc.journal(), QStringList({"launch C:\\none.exe -x"}));
+}
+
+void SimPcTest::aLaunchIsHandledByTheLastPartOfThePath_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<bool>("handled");
+    QTest::newRow("backslashes") << "C:\\Steam\\steam.exe" << true;
+    QTest::newRow("slashes") << "C:/Steam/steam.exe" << true;
+    QTest::newRow("mixed") << "C:/Steam\\steam.exe" << true;
+    QTest::newRow("no folder") << "steam.exe" << true;
+    QTest::newRow("another letter case") << "C:\\Steam\\STEAM.EXE" << true;
+    QTest::newRow("no suffix") << "C:\\Steam\\steam" << false;
+    QTest::newRow("part of a name") << "C:\\notsteam.exe" << false;
+}
+
+void SimPcTest::aLaunchIsHandledByTheLastPartOfThePath()
+{
+    QFETCH(QString, program);
+    QFETCH(bool, handled);
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList seen;
+    pc.onLaunch("Steam.exe", [&](const SimLaunch &request) {
+        seen.append(request.program + '|' + request.parameters + '|' +
+                    QString::number(request.hidden));
+        return SimLaunchResult{true, 0, true, 700};
+    });
+    const SimLaunchResult result = pc.launch({program, "-silent", true});
+    QCOMPARE(result.started, handled);
+    QCOMPARE(seen, handled ? QStringList({program + "|-silent|1"}) : QStringList());
+    QCOMPARE(pc.journal(), QStringList({"launch " + program + " -silent (hidden)"}));
+    if (handled)
+        QCOMPARE(result.endsAfter, 700);
+}
+
+void SimPcTest::changesHappenInTheOrderOfTheirTimesBeforeTheNextAnswer()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList order;
+    pc.after(300, [&] { order.append("late"); });
+    pc.after(100, [&] {
+        order.append("early");
+        pc.setAcLine(0);
+    });
+    clock.advance(99);
+    QCOMPARE(pc.acLine().value_or(-1), 1);
+    clock.advance(1);
+    QCOMPARE(pc.acLine().value_or(-1), 0);
+    QCOMPARE(order, QStringList({"early"}));
+    clock.advance(1000);
+    pc.settle();
+    pc.settle();
+    QCOMPARE(order, QStringList({"early", "late"}));
+}
+
+void SimPcTest::changesOfOneMomentHappenInTheOrderInWhichTheyWerePlanned()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QString order;
+    for (const char letter : {'a', 'b', 'c', 'd'})
+        pc.after(10, [&order, letter] { order.append(letter); });
+    clock.advance(10);
+    pc.settle();
+    QCOMPARE(order, QString("abcd"));
+}
+
+void SimPcTest::aChainOfChangesKeepsItsTimesHoweverLateSomebodyAsks()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList order;
+    const auto note = [&](const char *what) {
+        order.append(QString("%1 at %2").arg(what).arg(pc.now()));
+    };
+    pc.after(100, [&] {
+        note("first");
+        pc.after(50, [&] {
+            note("second");
+            pc.after(500, [&] { note("third"); });
+        });
+    });
+    pc.after(120, [&] { note("between"); });
+    clock.advance(600);
+    pc.settle();
+    QCOMPARE(order, QStringList({"first at 100", "between at 120", "second at 150"}));
+    QCOMPARE(pc.now(), qint64(600));
+    QCOMPARE(pc.nextChange().value_or(-1), qint64(650));
+}
+
+void SimPcTest::aQuestionWithinAChangeDoesNotStartTheNextOne()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    int acLineSeen = -1;
+    pc.after(10, [&] { acLineSeen = pc.acLine().value_or(-1); });
+    pc.after(20, [&] { pc.setAcLine(0); });
+    clock.advance(30);
+    pc.settle();
+    QCOMPARE(acLineSeen, 1);
+    QCOMPARE(pc.acLine().value_or(-1), 0);
+}
+
+void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QSemaphore halfway;
+    QSemaphore goOn;
+    pc.after(10, [&] {
+        pc.setAcLine(0);
+        halfway.release();
+        QVERIFY(goOn.tryAcquire(1, 30000));
+        pc.startProcess("steam.exe");
+    });
+    clock.advance(10);
+    std::thread other([&] { pc.settle(); });
+    QVERIFY(halfway.tryAcquire(1, 30000));
+    std::atomic<bool> asked{false};
+    bool seen = false;
+    std::thread asker([&] {
+        asked = true;
+        seen = pc.isRunning("steam.exe");
+    });
+    while (!asked)
+        std::this_thread::yield();
+    goOn.release();
+    other.join();
+    asker.join();
+    QVERIFY(seen);
+}
+
+void SimPcTest::theNextChangeIsToldAndItsPlanningAnnounced()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    int announced = 0;
+    pc.onPlanned([&] { ++announced; });
+    QVERIFY(!pc.nextChange());
+    pc.after(500, [] {});
+    pc.after(200, [] {});
+    QCOMPARE(announced, 2);
+    QCOMPARE(pc.nextChange().value_or(-1), qint64(200));
+    clock.advance(200);
+    pc.settle();
+    QCOMPARE(pc.nextChange().value_or(-1), qint64(500));
+    pc.onPlanned(nullptr);
+    pc.after(1, [] {});
+    QCOMPARE(announced, 2);
+}
+
+void SimPcTest::theJournalHoldsTheProgramsDeedsOnly()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList heard;
+    pc.onJournal([&](const QString &line) { heard.append(line); });
+    pc.record("cell write 0");
+    pc.setAcLine(0);
+    pc.startProcess("steam.exe");
+    pc.happened("Steam appears");
+    QCOMPARE(pc.journal(), QStringList({"cell write 0"}));
+    QCOMPARE(heard, pc.journal());
+    pc.clearJournal();
+    QCOMPARE(pc.journal(), QStringList());
+}
+
+void SimPcTest::happeningsHaveAListOfTheirOwn()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList heard;
+    pc.onHappening([&](const QString &line) { heard.append(line); });
+    pc.after(10, [&] { pc.happened("something"); });
+    QCOMPARE(pc.happenings(), QStringList());
+    clock.advance(10);
+    QCOMPARE(pc.happenings(), QStringList({"something"}));
+    QCOMPARE(heard, pc.happenings());
+    QCOMPARE(pc.journal(), QStringList());
+}
+
+void SimPcTest::aFailingPowerQuestionHasNoAnswer()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    pc.setAcLine(std::nullopt);
+    QVERIFY(!pc.acLine());
+}
+
+KOLM_TEST_MAIN(SimPcTest)
+#include "tst_sim_pc.moc"
