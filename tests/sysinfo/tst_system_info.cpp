@@ -1,0 +1,238 @@
+#include "base/manual_clock.h"
+#include "simpc/sim_pc.h"
+#include "sysinfo/processes.h"
+#include "sysinfo/system_info.h"
+#include "tests/support/test_case.h"
+
+#include <QJsonObject>
+#include <QSignalSpy>
+
+namespace {
+
+const QString localMachine = QStringLiteral("HKEY_LOCAL_MACHINE\\");
+
+} // namespace
+
+class TestSystemInfo : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void theDescriptionHoldsNineTextsFromTheRegistryAndTheMemory()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setRegistryText(localMachine + "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion",
+                           "ProductName", "Windows 10 Home");
+        pc.setRegistryText(localMachine + "SOFTWARE\\Microsoft\\Cryptography", "MachineGuid",
+                           "0f-1e");
+        pc.setRegistryText(localMachine + "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
+                           "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
+        SystemInfo info;
+        const QJsonObject expected{{"streamingAssistantVersion", "1.1.16.420"},
+                                   {"GUID", "0f-1e"},
+                                   {"os", "Windows 10 Home"},
+                                   {"cpu", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"},
+                                   {"ram", "16 GB RAM"},
+                                   {"integratedGraphics", ""},
+                                   {"discreteGraphics", ""},
+                                   {"vram", ""},
+                                   {"deciveSN", ""}};
+        QCOMPARE(info.toJson(), expected);
+        QCOMPARE(info.cpuName(), QString("Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"));
+        QVERIFY(info.gpuNames().isEmpty());
+    }
+
+    void missingRegistryValuesAreEmptyTexts()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SystemInfo info;
+        QCOMPARE(info.toJson().value("os"), QJsonValue(QString()));
+        QCOMPARE(info.toJson().value("GUID"), QJsonValue(QString()));
+    }
+
+    void memoryIsRoundedUpByOne_data()
+    {
+        QTest::addColumn<quint64>("bytes");
+        QTest::addColumn<QString>("text");
+        const quint64 gib = 1ULL << 30;
+        QTest::newRow("a little under 16 GiB") << 16 * gib - 1 << "16 GB RAM";
+        QTest::newRow("exactly 16 GiB") << 16 * gib << "17 GB RAM";
+        QTest::newRow("nothing known") << quint64(0) << "1 GB RAM";
+    }
+    void memoryIsRoundedUpByOne()
+    {
+        QFETCH(quint64, bytes);
+        QFETCH(QString, text);
+        QCOMPARE(SystemInfo::ramTextOf(bytes), text);
+    }
+
+    void anEmptySerialKeepsTheStoredOne()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SystemInfo info;
+        info.setDeviceSN("D3A1");
+        QCOMPARE(info.toJson().value("deciveSN").toString(), QString("D3A1"));
+        info.setDeviceSN(QString());
+        QCOMPARE(info.toJson().value("deciveSN").toString(), QString("D3A1"));
+        info.setDeviceSN("D3B2");
+        QCOMPARE(info.toJson().value("deciveSN").toString(), QString("D3B2"));
+    }
+
+    void publicWinsOverPrivate_data()
+    {
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("category");
+        QTest::newRow("private") << "NetworkCategory  : Private\r\n"
+                                 << "Private";
+        QTest::newRow("public") << "NetworkCategory  : Public\r\n"
+                                << "Public";
+        QTest::newRow("both") << "NetworkCategory  : Private\r\nNetworkCategory  : Public\r\n"
+                              << "Public";
+        QTest::newRow("neither") << "NetworkCategory  : DomainAuthenticated\r\n"
+                                 << "";
+        QTest::newRow("other letter case") << "public private"
+                                           << "";
+        QTest::newRow("nothing") << ""
+                                 << "";
+    }
+    void publicWinsOverPrivate()
+    {
+        QFETCH(QString, output);
+        QFETCH(QString, category);
+        QCOMPARE(SystemInfo::networkCategoryOf(output), category);
+    }
+
+    void theNetworkIsPrivateUntilTheQueryHasAnswered()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setNetworkProfileText("NetworkCategory  : Public");
+        SystemInfo info;
+        QCOMPARE(info.networkCategory(), QString("Private"));
+        QTRY_COMPARE(info.networkCategory(), QString("Public"));
+        QCOMPARE(loggedCount("powershellcmd res:NetworkCategory  : Public\n"), 1);
+    }
+
+    void theFirstWaveOutDeviceDecides_data()
+    {
+        QTest::addColumn<QVector<int>>("channels");
+        QTest::addColumn<bool>("supported");
+        QTest::newRow("stereo") << QVector<int>{2} << true;
+        QTest::newRow("none") << QVector<int>{} << false;
+        QTest::newRow("mono first, stereo second") << QVector<int>{1, 2} << false;
+        QTest::newRow("5.1 first, stereo second") << QVector<int>{6, 2} << false;
+        QTest::newRow("stereo first, 5.1 second") << QVector<int>{2, 6} << true;
+    }
+    void theFirstWaveOutDeviceDecides()
+    {
+        QFETCH(QVector<int>, channels);
+        QFETCH(bool, supported);
+        ManualClock clock;
+        SimPc pc(clock);
+        std::vector<SimWaveOut> devices;
+        for (int count : channels)
+            devices.push_back({count, "Speakers"});
+        pc.setWaveOuts(devices);
+        SystemInfo info;
+        QCOMPARE(info.isAudioOutputSupported(), supported);
+    }
+
+    void stereoOnceIsStereoForGood()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setWaveOuts({{6, "Cinema"}});
+        SystemInfo info;
+        QVERIFY(!info.isAudioOutputSupported());
+        pc.setWaveOuts({{2, "Headphones"}});
+        QVERIFY(info.isAudioOutputSupported());
+        QCOMPARE(loggedCount("audio supoort :6Cinema"), 1);
+        QCOMPARE(loggedCount("audio supoort :2Headphones"), 1);
+        pc.setWaveOuts({});
+        QVERIFY(info.isAudioOutputSupported());
+    }
+
+    void theVirtualCableIsKnownByItsExactName_data()
+    {
+        QTest::addColumn<QStringList>("devices");
+        QTest::addColumn<bool>("present");
+        const QString cable = "CABLE Output (VB-Audio Virtual Cable)";
+        QTest::newRow("there") << QStringList{"Microphone", cable} << true;
+        QTest::newRow("no device") << QStringList{} << false;
+        QTest::newRow("a second cable only")
+            << QStringList{"CABLE Output (2- VB-Audio Virtual Cable)"} << false;
+        QTest::newRow("other letter case") << QStringList{cable.toLower()} << false;
+        QTest::newRow("behind a name that cannot be read")
+            << QStringList{QString(QChar::ReplacementCharacter) + "x", QString(), cable} << true;
+    }
+    void theVirtualCableIsKnownByItsExactName()
+    {
+        QFETCH(QStringList, devices);
+        QFETCH(bool, present);
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setRecordingDevices(devices);
+        QCOMPARE(SystemInfo::hasVirtualCable(), present);
+    }
+
+    void devicesOfOneNameAreLoggedOnce()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setRecordingDevices({"Microphone", "Microphone", "Line In"});
+        QVERIFY(!SystemInfo::hasVirtualCable());
+        QCOMPARE(logged(), QStringList{"(\"Microphone\", \"Line In\")"});
+    }
+
+    void processesAreFoundByTheirExactName()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.startProcess("adb.exe", "C:/one/adb.exe");
+        pc.startProcess("adb.exe", "C:/two/adb.exe");
+        QVERIFY(SystemInfo::isProcessRunning("adb.exe"));
+        QVERIFY(!SystemInfo::isProcessRunning("ADB.exe"));
+        QVERIFY(!SystemInfo::isProcessRunning("adb"));
+        QCOMPARE(SystemInfo::processPath("adb.exe"), QString("C:/one/adb.exe"));
+        QCOMPARE(SystemInfo::processPath("other.exe"), QString());
+    }
+
+    void killingTakesEveryProcessOfTheNameAndNoOther()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.startProcess("adb.exe");
+        pc.startProcess("Adb.exe");
+        pc.startProcess("steam.exe");
+        pc.startProcess("adb.exe");
+        SystemInfo::killProcesses({"adb.exe"});
+        QStringList left;
+        for (const SimProcess &process : pc.processes())
+            left.append(process.name);
+        QCOMPARE(left, QStringList({"Adb.exe", "steam.exe"}));
+        QCOMPARE(pc.journal(), QStringList({"terminate adb.exe", "terminate adb.exe"}));
+    }
+
+    void theRequirementTextsStandAsTheTranslationsKnowThem()
+    {
+        QCOMPARE(SystemInfo::minimumCpu(),
+                 QString("Intel Core i5-6600/AMD锐龙3 1300X同等性能及以上"));
+        QCOMPARE(SystemInfo::minimumGpu(),
+                 QString("NVDIA GeFore GTX 970/AMD RX 480 同等性能及以上"));
+        QCOMPARE(SystemInfo::minimumOs(), QString("Windows 10"));
+        QCOMPARE(SystemInfo::minimumRam(), QString("8 GB RAM"));
+        QCOMPARE(SystemInfo::recommendedCpu(),
+                 QString("Intel Core i7-9700/AMD 锐龙5 3600 同等性能及以上"));
+        QCOMPARE(SystemInfo::recommendedGpu(),
+                 QString("NVDIA GeFore RTX 3060/AMD RX 6600XT 同等性能及以上"));
+        QCOMPARE(SystemInfo::recommendedOs(), QString("Windows 10/11"));
+        QCOMPARE(SystemInfo::recommendedRam(), QString("16 GB RAM"));
+        QCOMPARE(SystemInfo::requiredDirectX(), QString("DirectX 11"));
+    }
+};
+
+KOLM_TEST_MAIN(TestSystemInfo)
+#include "tst_system_info.moc"
