@@ -68,17 +68,18 @@ signals:
 
 private:
     bool isSteamInstalled() const;
+    void launchWorker();
     bool shutdownViaVrstartup();
-    void watchServer();
 
     Environment env_;
     bool steamInstalled_ = false;
-    bool steamRunning_ = false;
     int timerId_ = 0;
-    mutable QMutex mutex_; // guards the fields below
-    QString restartSerial_;
+    QMutex countMutex_; // guards the counts
+    bool steamRunning_ = false;
     int steamSeenCount_ = 4;
     int steamVRMissCount_ = 0;
+    QMutex startMutex_; // guards the launch; taken before countMutex_
+    QString restartSerial_;
     bool starting_ = false;
     SharedCell cell_;
 };

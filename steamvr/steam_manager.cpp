@@ -1,0 +1,305 @@
+#include "steamvr/steam_manager.h"
+
+#include "config/config_manager.h"
+#include "steamvr/shell_launch.h"
+#include "steamvr/vr_server_watcher.h"
+#include "sysinfo/registry.h"
+#include "sysinfo/system_info.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QMutexLocker>
+#include <QThread>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace {
+
+constexpr int seenToCountAsRunning = 4;
+constexpr int missesToCountAsStopped = 2;
+constexpr int pauseBeforeLaunch = 2000;    // ms, lets a Steam that just ended go
+constexpr int steamLaunchLimit = 10000;    // ms
+constexpr int shutdownCommandLimit = 5000; // ms
+constexpr int processCheckInterval = 1000; // ms
+constexpr int pauseAfterStop = 2500;       // ms, SteamVR writes its files
+constexpr int pauseInRestart = 1500;       // ms
+constexpr int startAfterRestart = 10000;   // ms
+constexpr int restartToastDelay = 4000;    // ms
+
+const QString uninstallKey = QStringLiteral(
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
+const QString steamKey = QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam");
+const QString steamVRUninstallKey =
+    QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
+                   "Steam App 250820");
+
+const QStringList steamVRProcesses = {
+    QStringLiteral("vrserver.exe"),    QStringLiteral("vrmonitor.exe"),
+    QStringLiteral("vrwebhelper.exe"), QStringLiteral("steamtours.exe"),
+    QStringLiteral("vrdashboard.exe"), QStringLiteral("vrcompositor.exe"),
+};
+
+bool anySteamVRProcess()
+{
+    for (const QString &name : steamVRProcesses) {
+        if (SystemInfo::isProcessRunning(name))
+            return true;
+    }
+    return false;
+}
+
+const char *flag(bool value)
+{
+    return value ? "true" : "false";
+}
+
+} // namespace
+
+SteamManager::SteamManager(Environment environment) : env_(std::move(environment))
+{
+    cell_.create();
+    steamInstalled_ = isSteamInstalled();
+    hasLaunchSteam();
+}
+
+SteamManager::~SteamManager()
+{
+    // The watchers read the cell: they end before it does.
+    qDeleteAll(findChildren<QThread *>());
+}
+
+SteamManager &SteamManager::instance()
+{
+    static SteamManager manager(
+        {Clock::system(), ConfigManager::instance(), QCoreApplication::applicationDirPath(),
+         QDir::homePath(), [](const std::function<void()> &work) { QtConcurrent::run(work); }});
+    return manager;
+}
+
+bool SteamManager::isSteamInstalled() const
+{
+    const QStringList entries = registry::subkeys(uninstallKey);
+    for (const QString &entry : entries) {
+        if (registry::text(uninstallKey + '\\' + entry, QStringLiteral("DisplayName")) ==
+            QStringLiteral("Steam"))
+            return true;
+    }
+    return registry::keyExists(steamKey);
+}
+
+QString SteamManager::steamInstallPath() const
+{
+    if (const auto path = registry::text(steamKey, QStringLiteral("InstallPath")))
+        return *path;
+    const QStringList entries = registry::subkeys(uninstallKey);
+    for (const QString &entry : entries) {
+        const QString key = uninstallKey + '\\' + entry;
+        if (registry::text(key, QStringLiteral("DisplayName")) != QStringLiteral("Steam"))
+            continue;
+        if (const auto path = registry::text(key, QStringLiteral("InstallLocation")))
+            return *path;
+    }
+    for (const QString &candidate :
+         {QStringLiteral("C:\\Program Files (x86)\\Steam"),
+          QStringLiteral("C:\\Program Files\\Steam"), env_.homeDir + QStringLiteral("\\Steam")}) {
+        if (QFile::exists(candidate + QStringLiteral("\\Steam.exe")))
+            return candidate;
+    }
+    qWarning("[steam] Could not find Steam installation path");
+    return {};
+}
+
+bool SteamManager::hasLaunchSteam()
+{
+    const bool running = SystemInfo::isProcessRunning(QStringLiteral("steam.exe"));
+    int seen = 0;
+    {
+        const QMutexLocker lock(&countMutex_);
+        steamRunning_ = running;
+        steamSeenCount_ = running ? steamSeenCount_ + 1 : 0;
+        seen = steamSeenCount_;
+    }
+    const bool result = seen >= seenToCountAsRunning;
+    if (result)
+        return true;
+    qInfo().noquote().nospace() << "[steam] " << (running ? "lanunched steam" : "not launch steam")
+                                << ",true num:" << seen << ",ret:" << flag(result)
+                                << "; external_drivers: "
+                                << flag(env_.config.hasExternalDrivers(env_.homeDir));
+    return false;
+}
+
+bool SteamManager::hasLaunchSteamVR()
+{
+    if (SystemInfo::isProcessRunning(QStringLiteral("vrmonitor.exe"))) {
+        const QMutexLocker lock(&countMutex_);
+        steamVRMissCount_ = 0;
+        return true;
+    }
+    int misses = 0;
+    {
+        const QMutexLocker lock(&countMutex_);
+        misses = ++steamVRMissCount_;
+    }
+    qWarning().noquote().nospace()
+        << "[steam] hasLaunchSteamVR:" << flag(false) << "; switch: " << misses;
+    return misses < missesToCountAsStopped;
+}
+
+void SteamManager::startSteam()
+{
+    const QMutexLocker lock(&startMutex_);
+    qInfo("[steam] startSteam called");
+    if (starting_) {
+        qWarning("[steam] Steam is starting, return");
+        emit showToast(QObject::tr("Steam正在启动中，请稍候"));
+        return;
+    }
+    if (hasLaunchSteam()) {
+        qInfo("[steam] steam is already running");
+        return;
+    }
+    starting_ = true;
+    env_.pool([this] { launchWorker(); });
+}
+
+void SteamManager::launchWorker()
+{
+    env_.config.clearExternalDrivers(env_.homeDir);
+    env_.clock.sleep(pauseBeforeLaunch);
+    const bool ok = launchSteamExe();
+    {
+        const QMutexLocker lock(&startMutex_);
+        starting_ = false;
+    }
+    if (ok) {
+        qInfo("[steam] startupSteam completed");
+    } else {
+        qWarning("[steam] startupSteam failed");
+        emit showToast(QObject::tr("启动Steam失败"));
+    }
+}
+
+bool SteamManager::launchSteamExe()
+{
+    const QString path = steamInstallPath();
+    if (path.isEmpty()) {
+        qWarning("[steam] Cannot find Steam installation path");
+        emit showToast(QObject::tr("未找到Steam安装路径"));
+        return false;
+    }
+    const QString exe = path + QStringLiteral("\\steam.exe");
+    qInfo().noquote().nospace() << "[steam] steam path:" << exe;
+
+    using shell_launch::Outcome;
+    const Outcome outcome =
+        shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit);
+    if (!outcome.started) {
+        qWarning().noquote().nospace() << "[steam] executeExA failed, error:" << outcome.startError
+                                       << ", elapsed:" << outcome.elapsed << "ms";
+        return false;
+    }
+    switch (outcome.wait) {
+    case Outcome::Ended:
+        qDebug().noquote().nospace() << "[steam] steam.exe success in " << outcome.elapsed << "ms";
+        break;
+    case Outcome::TimedOut:
+        qWarning().noquote().nospace()
+            << "[steam] steam.exe wait timeout after 10s, " << outcome.elapsed << "ms";
+        break;
+    case Outcome::WaitFailed:
+        qWarning().noquote().nospace() << "[steam] steam.exe failed, error:" << outcome.waitError
+                                       << ", " << outcome.elapsed << "ms";
+        break;
+    case Outcome::NoHandle:
+        qWarning("[steam] Process handle is null");
+        break;
+    }
+    qInfo("[steam] wait for steam.exe complete (max 10s)...");
+    return true;
+}
+
+void SteamManager::startSteamVR()
+{
+    if (!hasLaunchSteam())
+        return;
+    if (QThread::currentThread() != thread()) {
+        qWarning("[steam] startSteamVR thread");
+        QMetaObject::invokeMethod(this, "startSteamVR", Qt::QueuedConnection);
+        return;
+    }
+    QString runtimePath; // comes back with the registration; nobody needs it
+    env_.config.setExternalDrivers(env_.applicationDir, env_.homeDir, &runtimePath);
+    qInfo("[steam] startSteamVR");
+    cell_.write(0);
+    shell_launch::startDetached(QStringLiteral("explorer"),
+                                {QStringLiteral("steam://rungameid/250820")});
+    // The registration is only for the moment of the start: left in place, it
+    // would load our driver whenever SteamVR is used without us.
+    VrServerWatcher::start(this, env_.clock, cell_, [this] {
+        qInfo("[steam] vrserver.exe detected, clearing VR config");
+        env_.config.clearExternalDrivers(env_.homeDir);
+    });
+}
+
+void SteamManager::stopSteamVR()
+{
+    if (QThread::currentThread() != thread()) {
+        qWarning("[steam] stopSteamVR thread");
+        QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
+        return;
+    }
+    env_.config.clearExternalDrivers(env_.homeDir);
+    if (timerId_ != 0) {
+        qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
+        killTimer(timerId_);
+        timerId_ = 0;
+    }
+    if (anySteamVRProcess()) {
+        shutdownViaVrstartup();
+        while (anySteamVRProcess())
+            env_.clock.sleep(processCheckInterval);
+        env_.clock.sleep(pauseAfterStop);
+    }
+    qInfo("[steam] stopSteamVR");
+}
+
+bool SteamManager::shutdownViaVrstartup()
+{
+    const auto location = registry::text(steamVRUninstallKey, QStringLiteral("InstallLocation"));
+    if (!location)
+        return false;
+    return shell_launch::openHiddenAndWait(*location +
+                                               QStringLiteral("\\bin\\win64\\vrstartup.exe"),
+                                           QStringLiteral("-shutdown"), shutdownCommandLimit)
+        .started;
+}
+
+void SteamManager::restartSteamVR()
+{
+    qInfo("[steam] restartSteamVR");
+    stopSteamVR();
+    QString serial;
+    {
+        const QMutexLocker lock(&startMutex_);
+        serial = restartSerial_;
+    }
+    // The settings store belongs to the object's thread. Posted after the stop,
+    // it is carried out after the stop.
+    const auto save = [this, serial] { env_.config.saveDeviceSettings(serial); };
+    if (QThread::currentThread() == thread())
+        save();
+    else
+        QMetaObject::invokeMethod(this, save, Qt::QueuedConnection);
+    env_.clock.sleep(pauseInRestart);
+    env_.clock.singleShot(startAfterRestart, this, [this] { startSteamVR(); });
+    env_.clock.singleShot(restartToastDelay, this,
+                          [this] { emit showToast(QObject::tr("正在重启，请等待")); });
+}
+
+void SteamManager::setRestartSerial(const QString &serial)
+{
+    const QMutexLocker lock(&startMutex_);
+    restartSerial_ = serial;
+}

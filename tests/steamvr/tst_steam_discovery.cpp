@@ -1,0 +1,152 @@
+#include "tests/steamvr/steam_fixture.h"
+#include "tests/support/test_case.h"
+
+#include <QDir>
+
+namespace {
+
+const QString uninstall = QStringLiteral(
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
+const QString steamKey = QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam");
+
+} // namespace
+
+class TestSteamDiscovery : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void anUninstallEntryNamedSteamMeansInstalled()
+    {
+        SteamFixture pc(dir());
+        pc.pc.setRegistryText(uninstall + "\\Other", "DisplayName", "Another program");
+        pc.pc.setRegistryText(uninstall + "\\Steam", "DisplayName", "Steam");
+        QVERIFY(pc.steam().steamInstalled());
+    }
+
+    void anEntryOfASimilarNameDoesNot()
+    {
+        SteamFixture pc(dir());
+        pc.pc.setRegistryText(uninstall + "\\Steam Link", "DisplayName", "Steam Link");
+        pc.pc.setRegistryText(uninstall + "\\steam", "DisplayName", "steam");
+        QVERIFY(!pc.steam().steamInstalled());
+    }
+
+    void steamsOwnKeyMeansInstalled()
+    {
+        SteamFixture pc(dir());
+        pc.pc.addRegistryKey(steamKey);
+        QVERIFY(pc.steam().steamInstalled());
+    }
+
+    void theAnswerIsTakenOnce()
+    {
+        SteamFixture pc(dir());
+        pc.pc.addRegistryKey(steamKey);
+        QVERIFY(pc.steam().steamInstalled());
+        pc.pc.removeRegistryKey(steamKey);
+        QVERIFY(pc.steam().steamInstalled());
+    }
+
+    void theInstallPathOfSteamsKeyWinsEvenIfTheFolderIsGone()
+    {
+        SteamFixture pc(dir());
+        pc.pc.setRegistryText(steamKey, "InstallPath", "Z:\\gone");
+        pc.pc.setRegistryText(uninstall + "\\Steam", "DisplayName", "Steam");
+        pc.pc.setRegistryText(uninstall + "\\Steam", "InstallLocation", "D:\\Steam");
+        QCOMPARE(pc.steam().steamInstallPath(), QString("Z:\\gone"));
+    }
+
+    void thenTheFirstUninstallEntryThatSaysWhere()
+    {
+        SteamFixture pc(dir());
+        pc.pc.setRegistryText(uninstall + "\\A", "DisplayName", "Steam");
+        pc.pc.setRegistryText(uninstall + "\\B", "DisplayName", "Steamer");
+        pc.pc.setRegistryText(uninstall + "\\B", "InstallLocation", "B:\\wrong");
+        pc.pc.setRegistryText(uninstall + "\\C", "DisplayName", "Steam");
+        pc.pc.setRegistryText(uninstall + "\\C", "InstallLocation", "C:\\right");
+        QCOMPARE(pc.steam().steamInstallPath(), QString("C:\\right"));
+    }
+
+    void thenTheFolderInTheUsersHome()
+    {
+        SteamFixture pc(dir());
+        // On this system a backslash is a letter of the file's name.
+        QDir().mkpath(QFileInfo(pc.home).path());
+        QFile exe(pc.home + "\\Steam\\Steam.exe");
+        QVERIFY(exe.open(QIODevice::WriteOnly));
+        QCOMPARE(pc.steam().steamInstallPath(), pc.home + "\\Steam");
+    }
+
+    void elseThePathIsEmptyAndTheLogSaysSo()
+    {
+        SteamFixture pc(dir());
+        announce("[steam] Could not find Steam installation path");
+        QCOMPARE(pc.steam().steamInstallPath(), QString());
+    }
+
+    void steamThatRunsAtStartUpCountsAtOnce()
+    {
+        SteamFixture pc(dir());
+        pc.pc.startProcess("steam.exe");
+        pc.steam();
+        clearLog();
+        QVERIFY(pc.steam().hasLaunchSteam());
+        QVERIFY(logged().isEmpty());
+    }
+
+    void afterOneMissItTakesFourLooks()
+    {
+        SteamFixture pc(dir());
+        pc.pc.startProcess("steam.exe");
+        QVERIFY(pc.steam().hasLaunchSteam());
+        pc.pc.endProcesses("steam.exe");
+        QVERIFY(!pc.steam().hasLaunchSteam());
+        pc.pc.startProcess("steam.exe");
+        QVERIFY(!pc.steam().hasLaunchSteam());
+        QVERIFY(!pc.steam().hasLaunchSteam());
+        QVERIFY(!pc.steam().hasLaunchSteam());
+        QVERIFY(pc.steam().hasLaunchSteam());
+    }
+
+    void everyLookThatDoesNotCountIsLogged()
+    {
+        SteamFixture pc(dir());
+        pc.writeVrPath(R"({"external_drivers":["C:\\x"]})");
+        pc.steam();
+        QCOMPARE(logged().last(),
+                 QString("[steam] not launch steam,true num:0,ret:false; external_drivers: true"));
+        pc.writeVrPath(R"({"external_drivers":null})");
+        pc.pc.startProcess("steam.exe");
+        pc.steam().hasLaunchSteam();
+        QCOMPARE(logged().last(),
+                 QString("[steam] lanunched steam,true num:1,ret:false; external_drivers: false"));
+    }
+
+    void aProcessOfAnotherLetterCaseIsNotSteam()
+    {
+        SteamFixture pc(dir());
+        pc.pc.startProcess("Steam.exe");
+        QVERIFY(!pc.steam().hasLaunchSteam());
+    }
+
+    void steamVRCountsAsStoppedAfterTwoMisses()
+    {
+        SteamFixture pc(dir());
+        pc.pc.startProcess("vrmonitor.exe");
+        QVERIFY(pc.steam().hasLaunchSteamVR());
+        pc.pc.endProcesses("vrmonitor.exe");
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        QVERIFY(pc.steam().hasLaunchSteamVR());
+        announce("[steam] hasLaunchSteamVR:false; switch: 2");
+        QVERIFY(!pc.steam().hasLaunchSteamVR());
+        pc.pc.startProcess("vrmonitor.exe");
+        QVERIFY(pc.steam().hasLaunchSteamVR());
+        pc.pc.endProcesses("vrmonitor.exe");
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        QVERIFY(pc.steam().hasLaunchSteamVR());
+    }
+};
+
+KOLM_TEST_MAIN(TestSteamDiscovery)
+#include "tst_steam_discovery.moc"
