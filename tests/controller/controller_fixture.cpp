@@ -1,0 +1,203 @@
+#include "tests/controller/controller_fixture.h"
+
+#include "link/command_protocol.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QMetaMethod>
+
+namespace {
+
+const QString vrPathFolder = QStringLiteral("/AppData/Local/openvr");
+
+SteamOptions withHome(SteamOptions options, const QString &dir)
+{
+    options.homeDir = dir;
+    return options;
+}
+
+} // namespace
+
+ServerInProcess::ServerInProcess(std::function<void()> restartSteamVR)
+    : dispatcher_(
+          {[this](const QString &text) { received.append(text); }, std::move(restartSteamVR)})
+{
+}
+
+void ServerInProcess::receive(const QString &text)
+{
+    if (present)
+        received.append(text);
+}
+
+void ServerInProcess::linkTo(const QString &serial, const QString &address)
+{
+    receive(command_protocol::linkTo(serial, address));
+    for (HeadsetRecord &headset : headsets)
+        headset.connected = headset.connected || (present && obeys && headset.serial == serial);
+}
+
+void ServerInProcess::disconnect(const QString &serial, const QString &address)
+{
+    receive(command_protocol::disconnect(serial, address));
+    for (HeadsetRecord &headset : headsets) {
+        if (present && headset.serial == serial)
+            headset.connected = false;
+    }
+}
+
+void ServerInProcess::requestHmdInfo()
+{
+    receive(command_protocol::hmdInfoRequest());
+    if (!present)
+        return;
+    QStringList items;
+    if (!reportedId.isEmpty())
+        items.append("deviceId:" + reportedId);
+    for (const HeadsetRecord &headset : qAsConst(headsets)) {
+        items.append(headset.serial + ';' + headset.address + ';' +
+                     (headset.connected ? "true" : "false") + ";0");
+    }
+    dispatcher_.processBatch({("HMDINFOBACK\t" + items.join('~')).toStdString()});
+}
+
+void ServerInProcess::sendWiredConnect(bool wired)
+{
+    receive(command_protocol::connectionRequest(wired));
+    if (present)
+        dispatcher_.processBatch(
+            {usbConnected ? "DeviceConnectBack\ttrue" : "DeviceConnectBack\tfalse"});
+}
+
+void ServerInProcess::setRegisterFirewallPending()
+{
+    dispatcher_.setRegisterFirewallPending();
+}
+
+bool ServerInProcess::isDeviceConnected() const
+{
+    return dispatcher_.isDeviceConnected();
+}
+
+QString ServerInProcess::deviceId() const
+{
+    return dispatcher_.deviceId();
+}
+
+HeadsetList ServerInProcess::hmdInfoList() const
+{
+    return present ? dispatcher_.headsets() : HeadsetList{HeadsetRecord()};
+}
+
+bool ServerInProcess::hasClient() const
+{
+    return present;
+}
+
+PcFixture::PcFixture(const QString &dirName, const SteamOptions &options)
+    : dir(dirName),
+      pc((QDir().mkpath(dirName + vrPathFolder),
+          writeVrPath(R"({"runtime":["C:\\SteamVR"],"external_drivers":null})"), clock)),
+      config(dirName, [] { return SystemInfo::hasVirtualCable(); }),
+      steam((installSteam(pc, withHome(options, dirName)),
+             SteamManager::Environment{
+                 clock, config, QStringLiteral("C:/KOLM"), dirName,
+                 [this](std::function<void()> work) { pool.push_back(std::move(work)); }}))
+{
+}
+
+PcFixture::~PcFixture() = default;
+
+void PcFixture::writeVrPath(const QByteArray &json)
+{
+    QFile file(dir + vrPathFolder + "/openvrpaths.vrpath");
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size())
+        qFatal("the OpenVR paths file cannot be written");
+}
+
+QJsonObject PcFixture::vrPath() const
+{
+    QFile file(dir + vrPathFolder + "/openvrpaths.vrpath");
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll()).object();
+}
+
+void PcFixture::runPool()
+{
+    const std::vector<std::function<void()>> works = std::move(pool);
+    pool.clear();
+    for (const std::function<void()> &work : works)
+        work();
+}
+
+void PcFixture::pass(int milliseconds)
+{
+    for (int left = milliseconds; left > 0; left -= 1000) {
+        runPool();
+        clock.advance(std::min(left, 1000));
+        QCoreApplication::processEvents();
+    }
+}
+
+ControllerFixture::ControllerFixture(const QString &dirName, const SteamOptions &options)
+    : PcFixture(dirName, options)
+{
+}
+
+ControllerFixture::~ControllerFixture() = default;
+
+ORBManager &ControllerFixture::orb()
+{
+    if (orb_)
+        return *orb_;
+    orb_ = std::make_unique<ORBManager>(
+        ORBManager::Services{clock, config, steam, system,
+                             [this]() -> HeadsetLink & {
+                                 linkMade = true;
+                                 return server;
+                             },
+                             [this]() -> AdbManger & { return adb; },
+                             [this](const QString &id, const QJsonObject &data) {
+                                 events.append({id, data});
+                             },
+                             [this](const QUrl &url) { opened.append(url); }, applicationDir, dir});
+
+    const auto note = [this](const char *name) { return [this, name] { emitted << name; }; };
+    ORBManager *orb = orb_.get();
+    QObject::connect(orb, &ORBManager::systemInfoChange, note("systemInfoChange"));
+    QObject::connect(orb, &ORBManager::steamStateChange, note("steamStateChange"));
+    QObject::connect(orb, &ORBManager::vrIsConnectChange, note("vrIsConnectChange"));
+    QObject::connect(orb, &ORBManager::handleEvent, note("handleEvent"));
+    QObject::connect(orb, &ORBManager::av1AvailableChanged, note("av1AvailableChanged"));
+    QObject::connect(orb, &ORBManager::showPowerTip, note("showPowerTip"));
+    QObject::connect(orb, &ORBManager::closePowerTip, note("closePowerTip"));
+    QObject::connect(orb, &ORBManager::effectChange, note("effectChange"));
+    QObject::connect(orb, &ORBManager::closeExe, note("closeExe"));
+    QObject::connect(orb, &ORBManager::showMoreHMD, note("showMoreHMD"));
+    QObject::connect(orb, &ORBManager::hasEnumdevicesChange, note("hasEnumdevicesChange"));
+    QObject::connect(orb, &ORBManager::showNetWorkSetting, note("showNetWorkSetting"));
+    QObject::connect(orb, &ORBManager::haslaunchSteamVRChange, note("haslaunchSteamVRChange"));
+    QObject::connect(orb, &ORBManager::haslaunchSteamChange, note("haslaunchSteamChange"));
+    QObject::connect(orb, &ORBManager::wiredChange, note("wiredChange"));
+    QObject::connect(orb, &ORBManager::showToast, [this](const QString &text, int duration) {
+        emitted << QStringLiteral("showToast(%1,%2)").arg(text).arg(duration);
+    });
+    QObject::connect(orb, &ORBManager::showVrList, [this](bool connected, bool byUser) {
+        emitted << QStringLiteral("showVrList(%1,%2)")
+                       .arg(QVariant(connected).toString(), QVariant(byUser).toString());
+    });
+    return *orb_;
+}
+
+void ControllerFixture::close()
+{
+    orb_.reset();
+}
+
+QStringList ControllerFixture::toasts() const
+{
+    return emitted.filter(QStringLiteral("showToast("));
+}

@@ -1,0 +1,184 @@
+#include "controller/connection_flow.h"
+#include "controller/connection_road.h"
+#include "controller/poll.h"
+#include "controller/readiness.h"
+#include "controller/vr_list_model.h"
+#include "tests/controller/controller_fixture.h"
+#include "tests/support/test_case.h"
+
+namespace {
+
+const QString audioWarning =
+    "toast(当前无音频设备或音频设备是多声道，请切换成双声道模式或者切换双声道音频设备,2000)";
+
+struct Polled
+{
+    explicit Polled(const QString &dir, bool steamRuns = true) : pc(dir, steam(steamRuns))
+    {
+        pc.config.loadDeviceSettings(false, 0);
+        flow.setLink(&pc.server);
+        const auto say = [this](const char *what) { return [this, what] { said << what; }; };
+        QObject::connect(&readiness, &Readiness::steamRunningChanged, say("steam"));
+        QObject::connect(&readiness, &Readiness::steamVRRunningChanged, say("steamVR"));
+        QObject::connect(&flow, &ConnectionFlow::connectionChanged, say("connection"));
+        QObject::connect(&flow, &ConnectionFlow::listShown, say("list"));
+        QObject::connect(&poll, &Poll::publicNetwork, say("publicNetwork"));
+        QObject::connect(&poll, &Poll::powerTip,
+                         [this](bool show) { said << (show ? "powerTip" : "closePowerTip"); });
+        QObject::connect(&poll, &Poll::toast, [this](const QString &text, int duration) {
+            said << QStringLiteral("toast(%1,%2)").arg(text).arg(duration);
+        });
+    }
+
+    static SteamOptions steam(bool running)
+    {
+        SteamOptions options;
+        options.steamRunning = running;
+        return options;
+    }
+
+    QStringList run()
+    {
+        said.clear();
+        poll.run();
+        return said;
+    }
+
+    PcFixture pc;
+    VRListModel model;
+    ConnectionRoad road;
+    ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
+    Readiness readiness{pc.clock, pc.steam, "C:/KOLM"};
+    bool wired = false;
+    QStringList said;
+    Poll poll{{pc.clock, readiness, flow, road, pc.system, [this] { return wired; },
+               [this] { said << "checkUsb"; }}};
+};
+
+} // namespace
+
+class TestPoll : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void withNeitherSteamNorSteamVRNothingElseIsLookedAt()
+    {
+        Polled p(dir(), false);
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        announce("[steam] hasLaunchSteamVR:false; switch: 2");
+        announce("[steam] hasLaunchSteamVR:false; switch: 3");
+        p.run(); // one miss is none
+        p.pc.pc.setWaveOuts({});
+        p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        p.run();
+        QCOMPARE(p.run(), QStringList());
+        QCOMPARE(p.model.rowCount(), 0);
+        QVERIFY(p.pc.server.received.isEmpty());
+    }
+
+    void powerIsLookedAtEvenThen()
+    {
+        Polled p(dir(), false);
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        announce("[steam] hasLaunchSteamVR:false; switch: 2");
+        announce("[steam] hasLaunchSteamVR:false; switch: 3");
+        announce("[steam] hasLaunchSteamVR:false; switch: 4");
+        p.run();
+        p.pc.pc.setAcLine(0);
+        QCOMPARE(p.run(), QStringList({"powerTip", "steamVR"}));
+        QCOMPARE(p.run(), QStringList());
+        p.pc.pc.setAcLine(1);
+        QCOMPARE(p.run(), QStringList{"closePowerTip"});
+    }
+
+    void theWirelessLooksComeInTheirOrder()
+    {
+        Polled p(dir());
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.setAcLine(std::nullopt);
+        p.pc.pc.setWaveOuts({{6, "Cinema"}});
+        p.pc.pc.setNetworkProfileText("Public");
+        SystemInfo publicPc;
+        QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
+        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, [] { return false; }, {}});
+        QObject::connect(&poll, &Poll::publicNetwork, [&] { p.said << "publicNetwork"; });
+        QObject::connect(&poll, &Poll::powerTip, [&] { p.said << "powerTip"; });
+        QObject::connect(&poll, &Poll::toast, [&] { p.said << "toast"; });
+        poll.run();
+        QCOMPARE(p.said,
+                 QStringList({"powerTip", "steam", "steamVR", "toast", "publicNetwork", "list"}));
+        p.said.clear();
+        poll.run();
+        // The network is asked about once, the sound every time.
+        QCOMPARE(p.said, QStringList({"toast", "list"}));
+    }
+
+    void theAudioWarningLastsAsLongAsItsReason()
+    {
+        Polled p(dir());
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.setWaveOuts({});
+        QVERIFY(p.run().contains(audioWarning));
+        QVERIFY(p.run().contains(audioWarning));
+        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        QVERIFY(!p.run().contains(audioWarning));
+    }
+
+    void aPrivateNetworkIsNotPromptedFor()
+    {
+        Polled p(dir());
+        p.pc.pc.startProcess("vrmonitor.exe");
+        QVERIFY(!p.run().contains("publicNetwork"));
+    }
+
+    void theWiredLooksComeInTheirOrderAndLeaveTheListAlone()
+    {
+        Polled p(dir());
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.wired = true;
+        p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        p.pc.server.usbConnected = true;
+        p.flow.ask(true);
+        QCOMPARE(p.run(), QStringList({"steam", "steamVR", "connection", "checkUsb", "list"}));
+        QVERIFY(p.flow.isConnected());
+        QCOMPARE(p.model.rowCount(), 0);
+    }
+
+    void theNetworkIsNeverAskedForInWiredMode()
+    {
+        Polled p(dir());
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.setNetworkProfileText("Public");
+        SystemInfo publicPc;
+        QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
+        bool prompted = false;
+        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, [] { return true; }, [] {}});
+        QObject::connect(&poll, &Poll::publicNetwork, [&] { prompted = true; });
+        poll.run();
+        QVERIFY(!prompted);
+    }
+
+    void theRoadFollows()
+    {
+        Polled p(dir());
+        p.pc.server.present = false;
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Server));
+        p.pc.server.present = true;
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
+        p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        p.flow.ask(false);
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
+        p.flow.ask(false); // left out after the connect
+        p.flow.ask(false);
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
+    }
+};
+
+KOLM_TEST_MAIN(TestPoll)
+#include "tst_poll.moc"

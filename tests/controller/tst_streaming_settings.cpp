@@ -1,0 +1,121 @@
+#include "controller/streaming_settings.h"
+#include "tests/controller/controller_fixture.h"
+#include "tests/support/test_case.h"
+
+#include <QJsonDocument>
+#include <QMutex>
+#include <QSignalSpy>
+
+namespace {
+
+struct Settings
+{
+    explicit Settings(const QString &dir) : pc(dir, steamRunning())
+    {
+        pc.config.loadDeviceSettings(false, 0);
+    }
+
+    static SteamOptions steamRunning()
+    {
+        SteamOptions options;
+        options.steamRunning = true;
+        return options;
+    }
+
+    PcFixture pc;
+    QMutex lock;
+    StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};
+};
+
+} // namespace
+
+class TestStreamingSettings : public TestCase
+{
+    Q_OBJECT
+
+    QJsonObject stored(const QString &model) const
+    {
+        return QJsonDocument::fromJson(readFile("set.json")).object().value(model).toObject();
+    }
+
+private slots:
+    void effectsAreStoredAndSteamVRStartsTenSecondsLater()
+    {
+        Settings s(dir());
+        QSignalSpy toasts(&s.settings, &StreamingSettings::toast);
+        s.settings.setEffects({2, 0, 0, true, false, true, true}, false, "D2X");
+        QCOMPARE(toasts.size(), 1);
+        QCOMPARE(toasts[0][0].toString(), QString("steamVR重启设置中，请勿操作"));
+        QCOMPARE(toasts[0][1].toInt(), 15000);
+        const QJsonObject d2 = stored("D2");
+        QCOMPARE(d2.value("definitionIndex").toInt(), 2);
+        QCOMPARE(d2.value("fps").toString(), QString("72"));
+        QCOMPARE(d2.value("codec").toString(), QString("H264"));
+        QCOMPARE(d2.value("bitRate").toString(), QString("100"));
+        QCOMPARE(d2.value("audio").toBool(), true);
+        QCOMPARE(d2.value("fullrange").toBool(), true);
+        QCOMPARE(d2.value("hdr").toBool(), true);
+        // SteamVR did not run: nothing to stop, but it is started all the same.
+        QVERIFY(s.pc.pc.journal().isEmpty());
+        QCOMPARE(s.pc.clock.slept(), 500);
+        s.pc.clock.advance(9999);
+        QVERIFY(s.pc.pc.journal().isEmpty());
+        s.pc.clock.advance(1);
+        QCOMPARE(s.pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+    }
+
+    void theToastComesBeforeTheStop()
+    {
+        Settings s(dir());
+        s.pc.pc.startProcess("vrserver.exe");
+        bool running = false;
+        connect(&s.settings, &StreamingSettings::toast,
+                [&] { running = s.pc.pc.isRunning("vrserver.exe"); });
+        s.settings.setEffects({}, false, "D3");
+        QVERIFY(running);
+        QVERIFY(!s.pc.pc.isRunning("vrserver.exe"));
+    }
+
+    void customValuesWaitForTheNextSave()
+    {
+        Settings s(dir());
+        s.pc.config.saveDeviceSettings("D3X");
+        const QByteArray before = readFile("set.json");
+        s.settings.setCustom(120, 80, false, "D3X");
+        QCOMPARE(readFile("set.json"), before);
+        s.pc.config.saveDeviceSettings({});
+        QCOMPARE(stored("D3").value("scale").toString(), QString("120"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("80"));
+        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("50"));
+    }
+
+    void theBitRateIsSavedAtOnceForItsLinkOnly()
+    {
+        Settings s(dir());
+        s.settings.setBitRate(75, true, "D3X");
+        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("75"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QCOMPARE(s.settings.bitRate(true), 75);
+        QCOMPARE(s.settings.bitRate(false), 50);
+        QVERIFY(s.pc.pc.journal().isEmpty());
+        QVERIFY(s.pc.clock.idle()); // no restart
+    }
+
+    void theCurrentValuesComeFromTheStore()
+    {
+        Settings s(dir());
+        s.settings.apply({3, 1, 3, true, false, true, false}, false);
+        const StreamingSettings::Values now = s.settings.current();
+        QCOMPARE(now.definition, 3);
+        QCOMPARE(now.fps, 1);
+        QCOMPARE(now.encoder, 3);
+        QCOMPARE(now.audio, true);
+        QCOMPARE(now.tenBit, true);
+        QCOMPARE(now.fullRange, true);
+        QCOMPARE(now.hdr, false);
+        QCOMPARE(s.settings.scale(), 100);
+    }
+};
+
+KOLM_TEST_MAIN(TestStreamingSettings)
+#include "tst_streaming_settings.moc"
