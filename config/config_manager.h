@@ -2,6 +2,8 @@
 // and with its own next run.
 #pragma once
 
+#include "config/settings_file.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -53,12 +55,13 @@ public:
     int height();
 
     // 0 never chosen, 1 wired, 2 wireless.
-    int wiredOrWireless() const { return wiredOrWireless_; }
-    void setWiredOrWireless(int mode) { wiredOrWireless_ = mode; }
-    QString serial() const { return serial_; }
+    int wiredOrWireless() const { return settings_.wiredOrWireless; }
+    void setWiredOrWireless(int mode) { settings_.wiredOrWireless = mode; }
+    QString serial() const { return settings_.serial; }
 
-    // Stores into the model's object (see the implementation for how model
-    // number and stored serial choose it). Neither saves.
+    // Store into a model's object as decimal texts: D2 if `model` is 2 or the
+    // stored serial begins so, else D1 by the same rule, else D3, else D1.
+    // Neither saves.
     void setBitRate(int bitRate, bool wired, int model);
     void setCustomize(int scale, int bitRate, bool wired, int model);
 
@@ -89,14 +92,13 @@ private:
     void load();
     void deriveDimensions();
     QJsonObject &modelOrSerialObject(int model);
+    QJsonValue current(QLatin1String key);
+    int logged(const char *what, int value) const;
 
     QString dataDir_;
     CableProbe hasVirtualCable_;
-    QJsonObject d1_;
-    QJsonObject d2_;
-    QJsonObject d3_;
-    QString serial_ = QStringLiteral("D3");
-    int wiredOrWireless_ = 0;
+    // Not loaded while `d1` is empty.
+    StoredSettings settings_;
     int width_ = 2880;
     int height_ = 2656;
     bool dimensionsKnown_ = false;

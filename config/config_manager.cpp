@@ -1,0 +1,257 @@
+#include "config/config_manager.h"
+
+#include "base/file_io.h"
+#include "config/device_settings.h"
+#include "config/openvr_paths.h"
+#include "config/session_file.h"
+#include "sysinfo/system_info.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <utility>
+
+ConfigManager::ConfigManager(const QString &dataDir, CableProbe hasVirtualCable)
+    : dataDir_(dataDir), hasVirtualCable_(std::move(hasVirtualCable))
+{
+}
+
+ConfigManager &ConfigManager::instance()
+{
+    static ConfigManager manager(
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
+        &SystemInfo::hasVirtualCable);
+    return manager;
+}
+
+QString ConfigManager::settingsFile() const
+{
+    return dataDir_ + QLatin1String("/set.json");
+}
+
+void ConfigManager::load()
+{
+    const std::optional<QByteArray> text = readContent(settingsFile());
+    if (settings_file::read(text.value_or(QByteArray()), &settings_))
+        return;
+    qInfo("setting json parseError");
+    // What we could not even read may be whole: only somebody else has it open.
+    if (text)
+        QFile::remove(settingsFile());
+}
+
+QJsonObject ConfigManager::loadDeviceSettings(bool byModel, int model)
+{
+    const bool first = settings_.d1.isEmpty();
+    if (first) {
+        load();
+        deriveDimensions();
+    }
+    if (!byModel)
+        return settings_.serial.isEmpty() ? settings_.d1 : deviceObject(settings_.serial);
+    if (first)
+        return modelOrSerialObject(model);
+    switch (model) {
+    case 1:
+        return settings_.d1;
+    case 2:
+        return settings_.d2;
+    default:
+        return settings_.d3;
+    }
+}
+
+QJsonObject &ConfigManager::deviceObject(const QString &serial)
+{
+    switch (modelOf(serial)) {
+    case 3:
+        return settings_.d3;
+    case 2:
+        return settings_.d2;
+    default:
+        return settings_.d1;
+    }
+}
+
+QJsonObject &ConfigManager::modelOrSerialObject(int model)
+{
+    const auto is = [&](int number, QLatin1String prefix) {
+        return model == number || settings_.serial.startsWith(prefix);
+    };
+    if (is(2, QLatin1String("D2")))
+        return settings_.d2;
+    if (is(1, QLatin1String("D1")))
+        return settings_.d1;
+    return is(3, QLatin1String("D3")) ? settings_.d3 : settings_.d1;
+}
+
+void ConfigManager::saveDeviceSettings(const QString &serial)
+{
+    if (!serial.isEmpty())
+        settings_.serial = serial;
+    replaceFile(settingsFile(), settings_file::write(settings_));
+    dimensionsKnown_ = false;
+}
+
+bool ConfigManager::setDeviceSn(const QString &serial)
+{
+    if (serial.isEmpty())
+        return false;
+    const bool otherModel = modelOf(serial) != modelOf(settings_.serial);
+    settings_.serial = serial;
+    if (!otherModel)
+        return true;
+    // 10-bit is left out on purpose: a stored HEVC 10-bit choice comes back as
+    // plain HEVC.
+    const QJsonObject object = deviceObject(serial);
+    const int codec = codecIndex(object.value(QLatin1String("codec")).toString(), false);
+    qInfo().noquote().nospace() << "setDeviceSn: " << serial << "; codectype: " << codec;
+    applyStreamingSettings(object.value(QLatin1String("definitionIndex")).toInt(),
+                           device_settings::fpsIndex(object), codec,
+                           object.value(QLatin1String("audio")).toBool(), wiredOrWireless() == 1,
+                           object.value(QLatin1String("10bitenc")).toBool(),
+                           object.value(QLatin1String("fullrange")).toBool(),
+                           object.value(QLatin1String("hdr")).toBool());
+    return true;
+}
+
+QJsonValue ConfigManager::current(QLatin1String key)
+{
+    return deviceObject(settings_.serial).value(key);
+}
+
+int ConfigManager::logged(const char *what, int value) const
+{
+    qInfo().noquote().nospace() << what << ": " << value << "; sn: " << settings_.serial;
+    return value;
+}
+
+int ConfigManager::definitionIndex()
+{
+    return logged("definitionIndex", current(QLatin1String("definitionIndex")).toInt());
+}
+
+int ConfigManager::fpsIndex()
+{
+    return logged("fpsIndex", device_settings::fpsIndex(deviceObject(settings_.serial)));
+}
+
+int ConfigManager::encodeIndex()
+{
+    return logged("encodeIndex", codecIndex(current(QLatin1String("codec")).toString(), tenBit()));
+}
+
+bool ConfigManager::audio()
+{
+    return current(QLatin1String("audio")).toBool();
+}
+
+bool ConfigManager::fullRange()
+{
+    return current(QLatin1String("fullrange")).toBool();
+}
+
+bool ConfigManager::tenBit()
+{
+    return current(QLatin1String("10bitenc")).toBool();
+}
+
+bool ConfigManager::hdr()
+{
+    return current(QLatin1String("hdr")).toBool();
+}
+
+void ConfigManager::deriveDimensions()
+{
+    if (dimensionsKnown_)
+        return;
+    const bool model3 = modelOf(settings_.serial) == 3;
+    width_ = model3 ? 2880 : 1600;
+    height_ = model3 ? 2656 : 1600;
+    dimensionsKnown_ = true;
+}
+
+int ConfigManager::width()
+{
+    deriveDimensions();
+    return logged("width", width_);
+}
+
+int ConfigManager::height()
+{
+    deriveDimensions();
+    return logged("height", height_);
+}
+
+void ConfigManager::setBitRate(int bitRate, bool wired, int model)
+{
+    device_settings::storeBitRate(modelOrSerialObject(model), bitRate, wired);
+}
+
+void ConfigManager::setCustomize(int scale, int bitRate, bool wired, int model)
+{
+    QJsonObject &object = modelOrSerialObject(model);
+    device_settings::storeScale(object, scale);
+    device_settings::storeBitRate(object, bitRate, wired);
+}
+
+int ConfigManager::modelOf(const QString &serial)
+{
+    return device_settings::modelOf(serial);
+}
+
+int ConfigManager::codecIndex(const QString &codec, bool tenBit)
+{
+    return device_settings::codecIndex(codec, tenBit);
+}
+
+void ConfigManager::applyStreamingSettings(int definitionIndex, int fpsIndex, int encodeIndex,
+                                           bool audio, bool wired, bool tenBit, bool fullRange,
+                                           bool hdr)
+{
+    qInfo().noquote() << QStringLiteral("definition: %1 fps: %2  encode: %3 audio: %4 wired: %5")
+                             .arg(definitionIndex)
+                             .arg(fpsIndex)
+                             .arg(encodeIndex)
+                             .arg(int(audio))
+                             .arg(int(wired));
+    const double scale = device_settings::storeChoice(
+        deviceObject(settings_.serial),
+        {definitionIndex, fpsIndex, encodeIndex, audio, wired, tenBit, fullRange, hdr},
+        settings_.serial);
+    // QString and not const char *: the blank at the end is part of the line.
+    qInfo().noquote().nospace() << QStringLiteral("scale: %1 fps %2 ")
+                                       .arg(QString::number(scale, 'g',
+                                                            QLocale::FloatingPointShortest))
+                                       .arg(fpsIndex);
+    setWiredOrWireless(wired ? 1 : 2);
+    saveDeviceSettings(QString());
+    session_file::editStreaming(device_settings::fpsOf(fpsIndex), audio, hasVirtualCable_);
+}
+
+void ConfigManager::writeSessionSerial()
+{
+    session_file::editSerial(settings_.serial);
+}
+
+bool ConfigManager::hasExternalDrivers(const QString &homeDir) const
+{
+    return openvr_paths::hasDrivers(homeDir);
+}
+
+bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString &homeDir,
+                                       QString *runtimePath) const
+{
+    return openvr_paths::registerDriver(homeDir, driverPath, runtimePath);
+}
+
+void ConfigManager::clearExternalDrivers(const QString &homeDir) const
+{
+    openvr_paths::clearDrivers(homeDir);
+}
+
+bool ConfigManager::isNvidia(const QString &gpuName)
+{
+    return gpuName.contains(QLatin1String("nvidia"), Qt::CaseInsensitive);
+}

@@ -1,0 +1,49 @@
+// The settings object of one headset model: what its members mean, and the
+// rules that fill them.
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+namespace device_settings {
+
+// The model a serial belongs to: 3 for "D3..." and an empty serial, 2 for
+// "D2...", 1 for every other one.
+int modelOf(const QString &serial);
+
+// Codec name and 10-bit flag as one index: 0 H.264, 1 HEVC, 2 HEVC 10-bit,
+// 3 AV1. An unknown name counts as HEVC in 8 bits.
+int codecIndex(const QString &codec, bool tenBit);
+
+// The object of a model that was never used.
+QJsonObject fresh();
+
+// Fills in what an object that was read from a file lacks. Members that are
+// there stay as they are, whatever they hold; so do unknown ones.
+void repair(QJsonObject &object);
+
+void storeBitRate(QJsonObject &object, int megabits, bool wired);
+void storeScale(QJsonObject &object, int percent);
+
+// 0 for 72 Hz, 1 for anything else, and the other way round in hertz.
+int fpsIndex(const QJsonObject &object);
+double fpsOf(int fpsIndex);
+
+// What the user chose on the settings page.
+struct Choice
+{
+    int definitionIndex; // 0 smooth, 1 standard, 2 high, 3 custom
+    int fpsIndex;        // 1: 90 Hz, else 72 Hz
+    int encodeIndex;     // as codecIndex()
+    bool audio;
+    bool wired;
+    bool tenBit; // heeded only when `encodeIndex` is above its range
+    bool fullRange;
+    bool hdr;
+};
+
+// Stores a choice for the model of `serial` and returns the render scale it
+// comes to (1.0 is the headset's own resolution).
+double storeChoice(QJsonObject &object, const Choice &choice, const QString &serial);
+
+} // namespace device_settings

@@ -1,0 +1,119 @@
+#include "config/openvr_paths.h"
+
+#include "base/file_io.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <optional>
+
+namespace openvr_paths {
+
+namespace {
+
+const QLatin1String kDrivers("external_drivers");
+
+// The document in the file at `path`, or nothing and a line in the log.
+std::optional<JsonDocument> read(const QString &path)
+{
+    if (!QFile::exists(path)) {
+        qInfo().noquote().nospace() << "Config file does not exist:" << path;
+        return std::nullopt;
+    }
+    const std::optional<QByteArray> text = readContent(path);
+    if (!text) {
+        qWarning().noquote().nospace() << "Failed to open file for reading:" << path;
+        return std::nullopt;
+    }
+    JsonDocument json = parseJson(*text);
+    if (!json.ok()) {
+        qInfo().noquote().nospace() << "vrpath parseError:" << json.error.errorString();
+        return std::nullopt;
+    }
+    return json;
+}
+
+bool write(const QString &path, const JsonDocument &json)
+{
+    switch (replaceForeignFile(path, toIndented(json))) {
+    case WriteResult::OpenFailed:
+        qWarning().noquote().nospace() << "Failed to open file for writing:" << path;
+        return false;
+    case WriteResult::WriteFailed:
+        qWarning().noquote().nospace() << "Failed to write to file:" << path;
+        return false;
+    case WriteResult::Ok:
+        break;
+    }
+    return true;
+}
+
+} // namespace
+
+QString path(const QString &homeDir)
+{
+    return homeDir + QLatin1String("/AppData/Local/openvr/openvrpaths.vrpath");
+}
+
+bool hasDrivers(const JsonDocument &json)
+{
+    return !json.document.object().value(kDrivers).toArray().isEmpty();
+}
+
+void registerDriver(JsonDocument &json, const QString &driverPath, QString *runtimePath)
+{
+    QJsonObject root = json.document.object();
+    // The editable look-up leaves a null where there is no runtime.
+    const QJsonArray runtimes = root[QLatin1String("runtime")].toArray();
+    if (!runtimes.isEmpty())
+        *runtimePath = json.text(runtimes.first());
+    root.insert(kDrivers, QJsonArray{driverPath});
+    json.document.setObject(root);
+}
+
+bool clearDrivers(JsonDocument &json)
+{
+    QJsonObject root = json.document.object();
+    if (!root.contains(kDrivers))
+        return false;
+    root.insert(kDrivers, QJsonValue::Null);
+    json.document.setObject(root);
+    return true;
+}
+
+bool hasDrivers(const QString &homeDir)
+{
+    const std::optional<QByteArray> text = readContent(path(homeDir));
+    return text && hasDrivers(parseJson(*text));
+}
+
+bool registerDriver(const QString &homeDir, const QString &driverPath, QString *runtimePath)
+{
+    const QString file = path(homeDir);
+    std::optional<JsonDocument> json = read(file);
+    if (!json)
+        return false;
+    registerDriver(*json, driverPath, runtimePath);
+    if (!write(file, *json))
+        return false;
+    qInfo().noquote().nospace() << "Successfully set external_drivers to:" << driverPath;
+    return true;
+}
+
+void clearDrivers(const QString &homeDir)
+{
+    const QString file = path(homeDir);
+    std::optional<JsonDocument> json = read(file);
+    if (!json)
+        return;
+    if (!clearDrivers(*json)) {
+        qInfo("No external_drivers field found, nothing to clear");
+        return;
+    }
+    if (write(file, *json))
+        qInfo("Successfully cleared external_drivers array (empty array)");
+}
+
+} // namespace openvr_paths

@@ -1,0 +1,35 @@
+// "session.json", the settings file of the streaming server: the two edits
+// that we make to it. Everything else in it stays as the server left it, and
+// no object is put where the server has none.
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace session_file {
+
+// Where the streaming server keeps it: its and our working directory.
+QString path();
+
+// --- edits of the tree -------------------------------------------------------
+
+// `root` with the frame rate (hertz) and the microphone switch set.
+// `hasVirtualCable` is asked only when the answer matters.
+QJsonObject withStreaming(QJsonObject root, double fps, bool audio,
+                          const std::function<bool()> &hasVirtualCable);
+
+// `root` without its client connections or, when there are none, with the
+// headset's serial. Nothing when there is nothing to write.
+std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial);
+
+// --- edits of the file -------------------------------------------------------
+// A file that is no JSON is deleted: the server then writes a fresh one. One
+// that cannot be opened or written is left alone without a word.
+
+void editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable);
+void editSerial(const QString &serial);
+
+} // namespace session_file

@@ -1,0 +1,62 @@
+#include "config/settings_file.h"
+
+#include "base/json_document.h"
+#include "config/device_settings.h"
+
+namespace settings_file {
+
+namespace {
+
+const QLatin1String kD1("D1");
+const QLatin1String kD2("D2");
+const QLatin1String kD3("D3");
+const QLatin1String kLastSn("lastSn");
+const QLatin1String kWiredOrWireless("wiredOrWireless");
+
+QJsonObject modelObject(const QJsonObject &root, QLatin1String key)
+{
+    if (!root.contains(key))
+        return device_settings::fresh();
+    QJsonObject object = root.value(key).toObject();
+    device_settings::repair(object);
+    return object;
+}
+
+void insertUnlessEmpty(QJsonObject &root, QLatin1String key, const QJsonObject &object)
+{
+    if (!object.isEmpty())
+        root.insert(key, object);
+}
+
+} // namespace
+
+bool read(const QByteArray &text, StoredSettings *settings)
+{
+    const JsonDocument json = parseJson(text);
+    const QJsonObject root = json.document.object();
+    settings->numberMark = json.numberMark;
+    settings->d1 = modelObject(root, kD1);
+    settings->d2 = modelObject(root, kD2);
+    settings->d3 = modelObject(root, kD3);
+    if (root.contains(kLastSn))
+        settings->serial = json.text(root.value(kLastSn));
+    if (root.contains(kWiredOrWireless))
+        settings->wiredOrWireless = root.value(kWiredOrWireless).toInt();
+    return json.ok();
+}
+
+QByteArray write(const StoredSettings &settings)
+{
+    QJsonObject root;
+    insertUnlessEmpty(root, kD1, settings.d1);
+    insertUnlessEmpty(root, kD2, settings.d2);
+    insertUnlessEmpty(root, kD3, settings.d3);
+    root.insert(kLastSn, settings.serial);
+    root.insert(kWiredOrWireless, settings.wiredOrWireless);
+    JsonDocument json;
+    json.document.setObject(root);
+    json.numberMark = settings.numberMark;
+    return toIndented(json);
+}
+
+} // namespace settings_file

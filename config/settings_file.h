@@ -1,0 +1,31 @@
+// "set.json": what this program remembers for its next run.
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+
+// Everything that "set.json" holds. Any thread; a value type.
+struct StoredSettings
+{
+    // One settings object a model; an empty one is not written.
+    QJsonObject d1;
+    QJsonObject d2;
+    QJsonObject d3;
+    QString serial = QStringLiteral("D3"); // of the last headset
+    int wiredOrWireless = 0;               // 0 never chosen, 1 wired, 2 wireless
+    QByteArray numberMark;                 // internal: see JsonDocument
+};
+
+namespace settings_file {
+
+// Takes over what `text` holds. Models that it does not mention, or all of
+// them when it is no JSON, get fresh objects; incomplete ones are repaired; a
+// serial or link that it does not mention stays. False when it is no JSON.
+bool read(const QByteArray &text, StoredSettings *settings);
+
+// The content of the file. Members at its top level that we do not know are
+// gone; those inside a model's object are kept.
+QByteArray write(const StoredSettings &settings);
+
+} // namespace settings_file
