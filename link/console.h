@@ -1,0 +1,17 @@
+// What the control link writes to the standard streams.
+//
+// Each call writes one whole line and flushes it; lines of several threads
+// never mix. Wide and narrow lines may follow each other on the same stream if
+// the program has called std::ios::sync_with_stdio(false). Any thread.
+#pragma once
+
+#include <string>
+
+namespace console {
+
+// To std::wcout, std::wcerr and std::cout, without the line end.
+void info(const std::wstring &line);
+void error(const std::wstring &line);
+void echo(const std::string &line);
+
+} // namespace console
