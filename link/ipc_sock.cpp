@@ -1,0 +1,169 @@
+#include "link/ipc_sock.h"
+
+#include "link/console.h"
+
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr char loopback[] = "127.0.0.1";
+constexpr int defaultPort = 9932;
+constexpr int backlog = 10;
+constexpr std::size_t receiveUnit = 999;
+
+} // namespace
+
+IPCSock::IPCSock(std::shared_ptr<Poller> poller) : poller_(std::move(poller)) {}
+
+IPCSock::~IPCSock()
+{
+    close();
+}
+
+bool IPCSock::startup()
+{
+    close(); // what an earlier attempt left behind
+    socket_api::initialise();
+    listening_ = socket_api::openTcp();
+    if (listening_ == socket_api::invalidHandle)
+        return failStartup(L"socket");
+    socket_api::allowAddressReuse(listening_);
+    const int port = port_ > 0 ? port_ : defaultPort;
+    if (!socket_api::bindTo(listening_, address_ ? address_ : loopback,
+                            static_cast<std::uint16_t>(port)))
+        return failStartup(L"bind");
+    if (!socket_api::listenOn(listening_, backlog))
+        return failStartup(L"listen");
+    // Always the defaults, whatever was set: whoever reads the log looks for
+    // this line.
+    console::info(L"ControlSocket::Startup Successfully bound to 127.0.0.1 " +
+                  std::to_wstring(defaultPort));
+    poller_->add(listening_);
+    return true;
+}
+
+bool IPCSock::failStartup(const wchar_t *step) const
+{
+    const int error = socket_api::lastError();
+    console::error(std::wstring(L"ControlSocket::Startup ") + step + L" error : " +
+                   std::to_wstring(error));
+    return false;
+}
+
+bool IPCSock::acceptClient()
+{
+    if (listening_ == socket_api::invalidHandle || !poller_->isSet(listening_, Poller::Readable))
+        return false;
+    std::uint32_t peer = 0;
+    const socket_api::Handle accepted = socket_api::accept(listening_, &peer);
+    if (accepted == socket_api::invalidHandle) {
+        const int error = socket_api::lastError();
+        if (!socket_api::isWouldBlock(error) && !socket_api::isLostConnection(error)) {
+            // Most likely there are no descriptors left. The connection goes
+            // on waiting, and so does the readiness.
+            poller_->remove(listening_);
+            acceptingPaused_ = true;
+        }
+        return false;
+    }
+    if (peer != socket_api::parseAddress(loopback)) {
+        socket_api::close(accepted);
+        return false;
+    }
+    if (hasClient()) {
+        console::info(L"Closing old control client");
+        closeClient();
+    }
+    client_ = accepted;
+    poller_->add(client_);
+    clientNumber_.store(++clientsSeen_, std::memory_order_release);
+    return true;
+}
+
+void IPCSock::resumeAccepting()
+{
+    acceptingPaused_ = false;
+    if (listening_ != socket_api::invalidHandle)
+        poller_->add(listening_);
+}
+
+bool IPCSock::receiveLines(std::vector<std::string> *lines)
+{
+    if (!hasClient() || !poller_->isSet(client_, Poller::Readable))
+        return false;
+    char chunk[receiveUnit];
+    const std::ptrdiff_t size = socket_api::receive(client_, chunk, sizeof chunk);
+    if (size == 0) {
+        console::info(L"Control connection has closed");
+        closeClient();
+        return false;
+    }
+    int error = 0;
+    if (size < 0) {
+        error = socket_api::lastError();
+        if (socket_api::isWouldBlock(error))
+            return false;
+    } else if (!received_.append(chunk, static_cast<std::size_t>(size), lines)) {
+        error = socket_api::messageTooLongError();
+    }
+    if (error != 0) {
+        console::info(L"Error on recv. close control client: " + std::to_wstring(error));
+        closeClient();
+        return false;
+    }
+    return !lines->empty();
+}
+
+void IPCSock::send(const char *text)
+{
+    if (!hasClient())
+        return;
+    continueSending();
+    // Half a text followed by another one would be a command that nobody gave.
+    if (!unsent_.empty())
+        return;
+    const std::size_t size = std::strlen(text) + 1;
+    const std::ptrdiff_t sent = socket_api::send(client_, text, size);
+    if (sent > 0 && static_cast<std::size_t>(sent) < size) {
+        unsent_.assign(text + sent, size - static_cast<std::size_t>(sent));
+        poller_->setWriteTo(client_);
+    }
+}
+
+void IPCSock::continueSending()
+{
+    if (unsent_.empty())
+        return;
+    const std::ptrdiff_t sent = socket_api::send(client_, unsent_.data(), unsent_.size());
+    if (sent > 0)
+        unsent_.erase(0, static_cast<std::size_t>(sent));
+    else if (sent < 0 && !socket_api::isWouldBlock(socket_api::lastError()))
+        unsent_.clear(); // the next receive will find the client broken
+    if (unsent_.empty())
+        poller_->setWriteTo(socket_api::invalidHandle);
+}
+
+void IPCSock::closeClient()
+{
+    if (client_ == socket_api::invalidHandle)
+        return;
+    clientNumber_.store(0, std::memory_order_release);
+    poller_->remove(client_);
+    poller_->setWriteTo(socket_api::invalidHandle);
+    unsent_.clear();
+    received_.clear(); // what it began to say dies with it
+    socket_api::close(client_);
+    client_ = socket_api::invalidHandle;
+}
+
+void IPCSock::close()
+{
+    closeClient();
+    acceptingPaused_ = false;
+    if (listening_ == socket_api::invalidHandle)
+        return;
+    poller_->remove(listening_);
+    socket_api::close(listening_);
+    listening_ = socket_api::invalidHandle;
+}
