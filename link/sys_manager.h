@@ -6,10 +6,6 @@
 #include <functional>
 #include <memory>
 
-class Poller;
-class IPCSock;
-class CommandDispatcher;
-
 // Listens on 127.0.0.1:9932, takes one client at a time and runs the link on a
 // worker thread of its own, which alone touches the sockets and sleeps in the
 // kernel until there is something to do.
@@ -17,8 +13,10 @@ class SysManager final : public HeadsetLink
 {
 public:
     // `restartSteamVR` is called on the worker thread when the server asks for
-    // a restart. Does not listen yet.
-    explicit SysManager(std::function<void()> restartSteamVR);
+    // a restart; it may block, and the link stands still meanwhile. A port
+    // below 1 stands for 9932. Does not listen yet.
+    explicit SysManager(std::function<void()> restartSteamVR, int port = -1);
+    // Sends what was asked for before, then closes. Waits for the worker.
     ~SysManager() override;
 
     SysManager(const SysManager &) = delete;
@@ -43,8 +41,13 @@ public:
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
 
-    // Sends a text of the protocol as it stands.
+    // Sends a text of the protocol as it stands, up to its first NUL if it
+    // holds one. Writes it to the standard output as well, also when there is
+    // no server to send it to.
     void sendRaw(const QString &text);
+
+    // How often the worker has left its sleep so far.
+    quint64 wakeUps() const;
 
 private:
     struct Worker;

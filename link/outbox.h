@@ -1,0 +1,54 @@
+// Texts on their way to the link's worker thread, and what wakes it.
+#pragma once
+
+#include "link/socket_api.h"
+
+#include <QtGlobal>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <vector>
+
+class Outbox
+{
+public:
+    struct Message
+    {
+        quint64 client; // the one it is meant for, never a later one
+        std::string text;
+    };
+
+    Outbox() = default;
+    ~Outbox();
+
+    Outbox(const Outbox &) = delete;
+    Outbox &operator=(const Outbox &) = delete;
+
+    // Makes the wake-up sockets; false when the system refuses, with the reason
+    // in socket_api::lastError(). Before everything else.
+    bool open();
+    // Readable while the worker is to look here. Owned by this object.
+    socket_api::Handle wakeUpHandle() const { return receiver_; }
+
+    // Puts a text at the end of the queue. Any thread.
+    void post(Message message);
+    // Makes the wake-up handle readable. Any thread.
+    void wakeWorker();
+
+    // For the worker: makes the handle unreadable again, takes everything that
+    // was posted, oldest first. What is posted after the first wakes it anew.
+    void acknowledge();
+    std::vector<Message> take();
+    // Sleeps without the help of any socket, until wakeWorker() or the limit.
+    void waitWithoutSockets(std::chrono::milliseconds limit);
+
+private:
+    std::mutex mutex_; // guards everything below
+    std::condition_variable wakened_;
+    std::vector<Message> messages_;
+    bool wakePending_ = false;
+    socket_api::Handle sender_ = socket_api::invalidHandle;
+    socket_api::Handle receiver_ = socket_api::invalidHandle;
+};

@@ -1,0 +1,238 @@
+#include "link/sys_manager.h"
+
+#include "link/command_dispatcher.h"
+#include "link/command_protocol.h"
+#include "link/console.h"
+#include "link/ipc_sock.h"
+#include "link/outbox.h"
+#include "link/poller.h"
+
+#include <QDebug>
+
+#include <atomic>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace {
+
+// How long to wait before trying again what the system has no room for.
+constexpr int retryMilliseconds = 200;
+constexpr int noLimit = -1;
+
+std::mutex restartHandlerMutex;
+
+std::function<void()> &restartHandler()
+{
+    static std::function<void()> handler;
+    return handler;
+}
+
+std::function<void()> copyOfRestartHandler()
+{
+    const std::lock_guard<std::mutex> lock(restartHandlerMutex);
+    return restartHandler();
+}
+
+} // namespace
+
+struct SysManager::Worker
+{
+    Worker(std::function<void()> restartSteamVR, int port)
+        : poller(std::make_shared<Poller>()), socket(std::make_shared<IPCSock>(poller)),
+          dispatcher({[this](const QString &text) { answer(text); }, std::move(restartSteamVR)})
+    {
+        socket->setPort(port);
+    }
+
+    bool start();
+    void run();
+    void processPass();
+    void sendPosted();
+    void answer(const QString &text);
+    bool echoAndPost(const QString &text);
+
+    std::atomic<bool> stop{false};
+    std::atomic<quint64> wakeUps{0};
+    std::thread thread;
+    const std::shared_ptr<Poller> poller;
+    const std::shared_ptr<IPCSock> socket;
+    Outbox outbox;
+    // Held while a text is echoed and posted, so that both orders are one.
+    std::mutex orderMutex;
+    CommandDispatcher dispatcher;
+};
+
+bool SysManager::Worker::start()
+{
+    if (thread.joinable())
+        return true;
+    if (!outbox.open()) {
+        console::error(L"ControlSocket::Startup socket error : " +
+                       std::to_wstring(socket_api::lastError()));
+        return false;
+    }
+    if (!socket->startup())
+        return false;
+    poller->setWakeUp(outbox.wakeUpHandle());
+    thread = std::thread(&Worker::run, this);
+    return true;
+}
+
+void SysManager::Worker::run()
+{
+    while (!stop) {
+        const bool paused = socket->isAcceptingPaused();
+        const int result = poller->wait(Poller::Readable, paused ? retryMilliseconds : noLimit);
+        wakeUps.fetch_add(1, std::memory_order_relaxed);
+        if (paused)
+            socket->resumeAccepting();
+        // A wait that fails does not sleep either.
+        if (result == -1)
+            outbox.waitWithoutSockets(std::chrono::milliseconds(retryMilliseconds));
+        if (result == -1 || poller->wokenUp())
+            outbox.acknowledge();
+        socket->continueSending();
+        sendPosted();
+        processPass();
+    }
+    sendPosted();
+    socket->close();
+}
+
+void SysManager::Worker::processPass()
+{
+    socket->acceptClient();
+    std::vector<std::string> lines;
+    if (socket->receiveLines(&lines))
+        dispatcher.processBatch(lines);
+}
+
+void SysManager::Worker::sendPosted()
+{
+    for (const Outbox::Message &message : outbox.take()) {
+        if (message.client == socket->clientNumber())
+            socket->send(message.text.c_str());
+    }
+}
+
+// On the worker thread: the answer is out before the next line is looked at.
+void SysManager::Worker::answer(const QString &text)
+{
+    if (echoAndPost(text))
+        sendPosted();
+}
+
+// Whether there is a client to send it to.
+bool SysManager::Worker::echoAndPost(const QString &text)
+{
+    std::string narrow = text.toStdString();
+    const std::lock_guard<std::mutex> lock(orderMutex);
+    console::echo("Send data exchange command response: " + narrow);
+    const quint64 client = socket->clientNumber();
+    if (client == 0)
+        return false;
+    outbox.post({client, std::move(narrow)});
+    return true;
+}
+
+SysManager::SysManager(std::function<void()> restartSteamVR, int port)
+    : worker_(std::make_unique<Worker>(std::move(restartSteamVR), port))
+{
+}
+
+SysManager::~SysManager()
+{
+    if (!worker_->thread.joinable())
+        return;
+    worker_->stop = true;
+    worker_->outbox.wakeWorker();
+    worker_->thread.join();
+}
+
+SysManager &SysManager::instance()
+{
+    static SysManager &manager = []() -> SysManager & {
+        static SysManager made(copyOfRestartHandler());
+        made.start();
+        qInfo("This is the construction of singleton");
+        return made;
+    }();
+    return manager;
+}
+
+void SysManager::setRestartHandler(std::function<void()> restartSteamVR)
+{
+    const std::lock_guard<std::mutex> lock(restartHandlerMutex);
+    restartHandler() = std::move(restartSteamVR);
+}
+
+bool SysManager::start()
+{
+    return worker_->start();
+}
+
+void SysManager::linkTo(const QString &serial, const QString &address)
+{
+    if (!hasClient())
+        return;
+    qInfo().noquote() << "The command is LinkTo " + address + ' ' + serial;
+    sendRaw(command_protocol::linkTo(serial, address));
+}
+
+void SysManager::disconnect(const QString &serial, const QString &address)
+{
+    if (!hasClient())
+        return;
+    qInfo().noquote() << "The command is Disconnect " + address + ' ' + serial;
+    sendRaw(command_protocol::disconnect(serial, address));
+}
+
+void SysManager::requestHmdInfo()
+{
+    sendRaw(command_protocol::hmdInfoRequest());
+}
+
+void SysManager::sendWiredConnect(bool wired)
+{
+    qInfo().nospace() << "sendWiredConnnect:" << wired;
+    sendRaw(command_protocol::connectionRequest(wired));
+}
+
+void SysManager::sendRaw(const QString &text)
+{
+    if (worker_->echoAndPost(text))
+        worker_->outbox.wakeWorker();
+}
+
+void SysManager::setRegisterFirewallPending()
+{
+    worker_->dispatcher.setRegisterFirewallPending();
+}
+
+bool SysManager::isDeviceConnected() const
+{
+    return worker_->dispatcher.isDeviceConnected();
+}
+
+QString SysManager::deviceId() const
+{
+    return worker_->dispatcher.deviceId();
+}
+
+HeadsetList SysManager::hmdInfoList() const
+{
+    if (hasClient())
+        return worker_->dispatcher.headsets();
+    return {HeadsetRecord()};
+}
+
+bool SysManager::hasClient() const
+{
+    return worker_->socket->hasClient();
+}
+
+quint64 SysManager::wakeUps() const
+{
+    return worker_->wakeUps.load(std::memory_order_relaxed);
+}

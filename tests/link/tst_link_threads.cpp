@@ -1,0 +1,157 @@
+#include "tests/link/running_link.h"
+#include "tests/support/test_case.h"
+
+#include <QRegularExpression>
+#include <QThread>
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+// Many threads at the same link; most of its worth is under a thread sanitizer.
+class LinkThreadsTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void sendInTheOrderOfTheEcho();
+    void sendWhileClientsComeAndGo();
+    void readWhileTheServerReports();
+};
+
+namespace {
+
+// Runs until it is destroyed, then is waited for.
+class Running
+{
+public:
+    template <typename Action>
+    explicit Running(Action action) : thread_(QThread::create(action))
+    {
+        thread_->start();
+    }
+    ~Running() { thread_->wait(); }
+    Running(const Running &) = delete;
+    Running &operator=(const Running &) = delete;
+
+private:
+    std::unique_ptr<QThread> thread_;
+};
+
+} // namespace
+
+void LinkThreadsTest::sendInTheOrderOfTheEcho()
+{
+    constexpr int threads = 4;
+    constexpr int texts = 1000;
+    const RunningLink link;
+    Peer peer;
+    QVERIFY(link.join(&peer));
+    const int before = link.echoed().size();
+    {
+        std::vector<std::unique_ptr<Running>> running;
+        for (int thread = 0; thread < threads; ++thread)
+            running.push_back(std::make_unique<Running>([&link, thread] {
+                for (int i = 0; i < texts; ++i)
+                    link.manager->sendRaw(QStringLiteral("%1 %2").arg(thread).arg(i));
+            }));
+    }
+    const QStringList echoed = link.echoed().mid(before);
+    QCOMPARE(echoed.size(), threads * texts);
+    QStringList received;
+    for (int i = 0; i < threads * texts; ++i)
+        received << peer.receiveText();
+    QCOMPARE(received, echoed);
+    for (int thread = 0; thread < threads; ++thread) {
+        const QString prefix = QString::number(thread) + ' ';
+        const QStringList own = received.filter(QRegularExpression('^' + prefix));
+        for (int i = 0; i < texts; ++i)
+            QCOMPARE(own[i], prefix + QString::number(i));
+    }
+}
+
+void LinkThreadsTest::sendWhileClientsComeAndGo()
+{
+    const RunningLink link;
+    std::atomic<bool> stop{false};
+    {
+        std::vector<std::unique_ptr<Running>> running;
+        for (int thread = 0; thread < 3; ++thread)
+            running.push_back(std::make_unique<Running>([&] {
+                while (!stop) {
+                    link.manager->requestHmdInfo();
+                    link.manager->sendWiredConnect(false);
+                    link.manager->linkTo("S", "A");
+                    link.manager->disconnect("S", "A");
+                    link.manager->setRegisterFirewallPending();
+                }
+            }));
+        for (int i = 0; i < 200; ++i) {
+            Peer peer;
+            QVERIFY(peer.connectTo(link.port));
+            if (i % 2)
+                QVERIFY(peer.send("Hello\nHMDINFOBACK\tS;N;true;x\n"));
+            if (i % 4)
+                QVERIFY(!peer.receiveText().isNull());
+            peer.close();
+        }
+        stop = true;
+    }
+    const QStringList known{"HMDInfoRequest",
+                            "WirelessConnect",
+                            "LinkTo S A ",
+                            "Disconnect S A ",
+                            "RegisterFireWall",
+                            "HHHH, You can see me!",
+                            ""};
+    for (const QString &text : link.echoed())
+        QVERIFY2(known.contains(text), qPrintable(text));
+    Peer last;
+    QVERIFY(last.connectTo(link.port));
+    QVERIFY(last.send("Hello\n"));
+    QByteArray text;
+    do {
+        text = last.receiveText();
+        QVERIFY(!text.isNull());
+    } while (text != "HHHH, You can see me!\n");
+}
+
+void LinkThreadsTest::readWhileTheServerReports()
+{
+    const RunningLink link;
+    Peer peer;
+    QVERIFY(link.join(&peer));
+    std::atomic<bool> stop{false};
+    std::atomic<int> torn{0};
+    {
+        std::vector<std::unique_ptr<Running>> running;
+        for (int thread = 0; thread < 2; ++thread)
+            running.push_back(std::make_unique<Running>([&] {
+                while (!stop) {
+                    // One report is either there whole or not at all.
+                    const HeadsetList list = link.manager->hmdInfoList();
+                    for (const HeadsetRecord &headset : list) {
+                        if (headset.serial != list[0].serial)
+                            ++torn;
+                    }
+                    if (link.manager->deviceId().size() > 10 ||
+                        (link.manager->isDeviceConnected() && !link.manager->hasClient()))
+                        ++torn;
+                }
+            }));
+        for (int i = 0; i < 300; ++i) {
+            const QByteArray serial = QByteArray::number(i);
+            const QByteArray item = '~' + serial + ";A;true;x";
+            QVERIFY(peer.send("HMDINFOBACK\tdeviceId:" + serial + item.repeated(5) + '\n'));
+            if (i % 10 == 0)
+                QVERIFY(peer.greet());
+        }
+        QVERIFY(peer.greet());
+        stop = true;
+    }
+    QCOMPARE(torn.load(), 0);
+    QCOMPARE(link.manager->deviceId(), QString("299"));
+}
+
+KOLM_TEST_MAIN(LinkThreadsTest)
+#include "tst_link_threads.moc"
