@@ -1,0 +1,158 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "common"
+
+// The headset: where its connection stands, which ones there are, and what to
+// do when none shows up.
+Card {
+    id: page
+
+    readonly property bool connected: orb.vrIsConnect
+    property bool userDisconnected: false
+    readonly property string phase: {
+        if (connected)
+            return "connected";
+        if (orb.wired)
+            return orb.hasEnumdevices ? "connecting" : "detecting";
+        if (headsets.count > 1)
+            return "choose";
+        if (headsets.count === 1)
+            return userDisconnected ? "chooseOne" : "connecting";
+        return "searching";
+    }
+
+    // The user wants the other link type; `wired` is the present one.
+    signal showConfirmPage(bool wired)
+    signal toast(string text)
+
+    function switchConnection(name, ip, connect) {
+        toast(qsTr("连接设备中，请稍后"));
+        orb.connectVR(name, ip, connect);
+    }
+
+    title: orb.vrName
+    status: {
+        switch (phase) {
+        case "connected": return qsTr("已连接，戴上眼镜开始串流吧！");
+        case "connecting": return qsTr("连接中");
+        case "detecting": return qsTr("检测中");
+        case "choose": return qsTr("请选择设备连接");
+        case "chooseOne": return qsTr("请选择眼镜连接");
+        }
+        return qsTr("搜索中");
+    }
+    mark: phase === "connected" ? "done"
+        : phase === "choose" || phase === "chooseOne" ? "attention" : "busy"
+    corner: PushButton {
+        objectName: "switchMode"
+        text: orb.wired ? qsTr("切换为无线串流") : qsTr("切换为有线串流")
+        onClicked: page.showConfirmPage(orb.wired)
+    }
+
+    Label {
+        text: qsTr("可用的VR眼镜")
+        font.bold: true
+        visible: headsets.visible
+    }
+    ListView {
+        id: headsets
+
+        // The list is filled anew every few seconds; the row that the keyboard
+        // is on stays with its headset.
+        property string currentName
+
+        function remember() {
+            currentName = currentItem ? currentItem.name : "";
+        }
+        function restore() {
+            for (let row = 0; row < count; ++row) {
+                const item = itemAtIndex(row);
+                if (item && item.name === currentName) {
+                    currentIndex = row;
+                    return;
+                }
+            }
+        }
+        function activateCurrent() {
+            if (currentItem)
+                currentItem.activated();
+        }
+
+        objectName: "headsets"
+        model: orb.vrLists
+        visible: !orb.wired && count > 0
+        clip: true
+        spacing: utils.grid
+        boundsBehavior: Flickable.StopAtBounds
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.maximumHeight: contentHeight + topMargin + bottomMargin
+        Layout.margins: -4
+        leftMargin: 4
+        rightMargin: 4
+        topMargin: 4
+        bottomMargin: 4
+
+        activeFocusOnTab: true
+        Keys.onReturnPressed: activateCurrent()
+        Keys.onEnterPressed: activateCurrent()
+        Keys.onSpacePressed: activateCurrent()
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("可用的VR眼镜")
+        Accessible.focusable: true
+
+        delegate: HeadsetRow {
+            width: ListView.view.width - 8
+            name: model.vrName
+            address: model.ip
+            connected: model.vrState
+            recent: model.isRecent
+            current: ListView.isCurrentItem && ListView.view.activeFocus
+            onActivated: page.switchConnection(name, address, !connected)
+        }
+        Connections {
+            target: headsets.model
+            function onModelAboutToBeReset() { headsets.remember(); }
+            function onModelReset() { headsets.restore(); }
+        }
+    }
+    StepList {
+        objectName: "steps"
+        visible: !page.connected
+        title: qsTr("连接步骤")
+        steps: {
+            if (!orb.wired) {
+                return [qsTr("将电脑和VR眼镜接入同一个路由器，电脑建议使用网线"),
+                        qsTr("戴上VR眼镜，打开串流应用"),
+                        qsTr("等待眼镜出现在列表中，然后点击“连接”")];
+            }
+            if (orb.hasEnumdevices) {
+                return [qsTr("用USB 3.0数据线连接电脑和VR眼镜"),
+                        qsTr("戴上VR眼镜，允许USB调试"),
+                        qsTr("在眼镜中打开串流应用")];
+            }
+            return [qsTr("确认数据线支持USB 3.0"),
+                    qsTr("确认数据线插在电脑的USB 3.0接口上（通常为蓝色）"),
+                    qsTr("重新插拔数据线，或更换接口后再试")];
+        }
+        Layout.fillWidth: true
+        Layout.topMargin: utils.grid
+    }
+    Item {
+        Layout.fillHeight: true
+    }
+    PushButton {
+        objectName: "stopStreaming"
+        text: qsTr("停止串流")
+        visible: page.connected
+        Layout.fillWidth: true
+        onClicked: orb.connectVR("", "", false) // whichever is connected
+    }
+
+    Connections {
+        target: orb
+        function onShowVrList(isConnect, hasDisConnect) {
+            page.userDisconnected = hasDisConnect;
+        }
+    }
+}

@@ -1,0 +1,77 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import ORBManager 1.0
+import "common"
+
+// Steam and SteamVR: are they there, do they run, and what brings them up.
+Card {
+    id: page
+
+    // Both run.
+    readonly property bool ready: checked && orb.haslaunchSteam && orb.haslaunchSteamVR
+    // Whether the controller had a look yet; before that its values mean nothing.
+    property bool checked: false
+
+    function check() {
+        checked = true;
+    }
+
+    title: qsTr("Steam软件")
+    status: !checked ? qsTr("检测中") : ready ? qsTr("已就绪") : qsTr("请按以下步骤操作")
+    mark: !checked ? "busy" : ready ? "done" : "attention"
+
+    SteamItem {
+        id: steam
+        objectName: "steamItem"
+        label: phase === "missing" ? qsTr("安装Steam软件") : qsTr("Steam软件")
+        phase: !page.checked ? "busy"
+             : orb.haslaunchSteam ? "running"
+             : orb.steamState === ORBManagerCLS.NoneSteam ? "missing" : "stopped"
+        Layout.fillWidth: true
+        onActivated: {
+            if (phase === "missing")
+                orb.gotoWeb(ORBManagerCLS.SteamUrl);
+            else
+                orb.launchSteam();
+        }
+    }
+    SteamItem {
+        id: steamVR
+        objectName: "steamVRItem"
+        label: phase === "missing" ? qsTr("安装Steam VR软件") : qsTr("Steam VR软件")
+        phase: !page.checked ? "busy"
+             : orb.haslaunchSteamVR ? "running"
+             : orb.steamState === ORBManagerCLS.NoneSteam
+               || orb.steamState === ORBManagerCLS.NoneSteamVR ? "missing" : "stopped"
+        Layout.fillWidth: true
+        onActivated: {
+            if (orb.steamState === ORBManagerCLS.NoneSteam)
+                orb.gotoWeb(ORBManagerCLS.SteamUrl);
+            else
+                orb.launchSteam(true); // Steam installs it when it is missing
+        }
+    }
+    Item {
+        Layout.fillHeight: true
+    }
+    LinkText {
+        objectName: "steamHelp"
+        text: qsTr("Steam VR检测不到设备？")
+        onClicked: orb.gotoWeb(ORBManagerCLS.SteamHelperUrl)
+    }
+
+    // The controller looks at Steam 1000 ms after the link type was chosen.
+    // When it finds nothing new it says nothing, so silence is an answer too.
+    Timer {
+        objectName: "steamCheckTimer"
+        interval: 1500
+        running: page.visible && !page.checked
+        onTriggered: page.check()
+    }
+    Connections {
+        target: orb
+        function onSteamStateChange() { page.check(); }
+        function onHaslaunchSteamChange() { page.check(); }
+        function onHaslaunchSteamVRChange() { page.check(); }
+    }
+}
