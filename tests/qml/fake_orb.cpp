@@ -1,0 +1,154 @@
+#include "tests/qml/fake_orb.h"
+
+namespace {
+
+QString word(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+} // namespace
+
+void FakeHeadsets::fill(const std::vector<Row> &rows)
+{
+    beginResetModel();
+    rows_ = rows;
+    endResetModel();
+}
+
+int FakeHeadsets::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(rows_.size());
+}
+
+QVariant FakeHeadsets::data(const QModelIndex &index, int role) const
+{
+    const Row &row = rows_.at(size_t(index.row()));
+    switch (role) {
+    case Qt::UserRole:
+        return row.connected;
+    case Qt::UserRole + 1:
+        return row.name;
+    case Qt::UserRole + 2:
+        return row.address;
+    case Qt::UserRole + 3:
+        return row.recent;
+    }
+    return {};
+}
+
+QHash<int, QByteArray> FakeHeadsets::roleNames() const
+{
+    return {{Qt::UserRole, "vrState"},
+            {Qt::UserRole + 1, "vrName"},
+            {Qt::UserRole + 2, "ip"},
+            {Qt::UserRole + 3, "isRecent"}};
+}
+
+void FakeOrb::setWired(bool wired)
+{
+    note("wired=" + word(wired));
+    if (wired_ != wired)
+        becomeWired(wired);
+}
+
+void FakeOrb::becomeSteamState(SteamState state)
+{
+    steamState_ = state;
+    emit steamStateChange();
+}
+
+void FakeOrb::becomeSteam(bool running)
+{
+    steam_ = running;
+    emit haslaunchSteamChange();
+}
+
+void FakeOrb::becomeSteamVR(bool running)
+{
+    steamVR_ = running;
+    emit haslaunchSteamVRChange();
+}
+
+void FakeOrb::becomeConnected(bool connected, const QString &vrName)
+{
+    vrIsConnect_ = connected;
+    vrName_ = vrName.isEmpty() ? QString::fromUtf8("星程之光眼镜") : vrName;
+    emit vrIsConnectChange();
+}
+
+void FakeOrb::becomeEnumerated(bool enumerated)
+{
+    enumerated_ = enumerated;
+    emit hasEnumdevicesChange();
+}
+
+void FakeOrb::becomeWired(bool wired)
+{
+    wired_ = wired;
+    emit wiredChange();
+}
+
+void FakeOrb::note(const QString &call)
+{
+    calls.append(call);
+    if (onCall)
+        onCall(call);
+}
+
+void FakeOrb::gotoWeb(FakeOrb::Urls url)
+{
+    note(QStringLiteral("gotoWeb %1").arg(url));
+}
+
+void FakeOrb::launchSteam(bool isVR)
+{
+    note("launchSteam " + word(isVR));
+}
+
+void FakeOrb::connectVR(QString VRname, QString ip, bool vrState)
+{
+    note(QStringLiteral("connectVR '%1' '%2' %3").arg(VRname, ip, word(vrState)));
+}
+
+void FakeOrb::stopSteam()
+{
+    note(QStringLiteral("stopSteam"));
+}
+
+void FakeOrb::reportstreamMode(bool wired, bool isSwitch)
+{
+    note(QStringLiteral("reportstreamMode %1 %2").arg(word(wired), word(isSwitch)));
+}
+
+void FakeOrb::openNetworkSetting()
+{
+    note(QStringLiteral("openNetworkSetting"));
+}
+
+void FakeOrb::closeApp()
+{
+    note(QStringLiteral("closeApp"));
+}
+
+void FakeOrb::shutdownADB()
+{
+    note(QStringLiteral("shutdownADB"));
+}
+
+void FakeOrb::checkPortUsage()
+{
+    note(QStringLiteral("checkPortUsage"));
+}
+
+bool FakeOrb::isHideSelectPage()
+{
+    note(QStringLiteral("isHideSelectPage"));
+    return hideSelectPage;
+}
+
+bool FakeUpdate::setup()
+{
+    orb_.calls.append(QStringLiteral("setup"));
+    return setupSucceeds;
+}

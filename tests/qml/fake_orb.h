@@ -1,0 +1,153 @@
+// Stand-ins for the objects that the pages work with: they show what a test
+// tells them to show and write down what the pages ask of them.
+#pragma once
+
+#include <QAbstractListModel>
+#include <QObject>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <vector>
+
+// The list of headsets, with the roles of the real one.
+class FakeHeadsets : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    struct Row
+    {
+        QString name;
+        QString address;
+        bool connected = false;
+        bool recent = false;
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    // Replaces everything, as every poll of the real one does.
+    void fill(const std::vector<Row> &rows);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    std::vector<Row> rows_;
+};
+
+// The controller: the same names, types and signals as the pages see of the
+// real one. Each call and each write becomes a line of `calls`.
+class FakeOrb : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(SteamState steamState READ steamState NOTIFY steamStateChange)
+    Q_PROPERTY(QString vrName READ vrName NOTIFY vrIsConnectChange)
+    Q_PROPERTY(bool vrIsConnect READ vrIsConnect NOTIFY vrIsConnectChange)
+    Q_PROPERTY(QVariant vrLists READ vrLists NOTIFY vrListsChange)
+    Q_PROPERTY(bool haslaunchSteamVR READ haslaunchSteamVR NOTIFY haslaunchSteamVRChange)
+    Q_PROPERTY(bool haslaunchSteam READ haslaunchSteam NOTIFY haslaunchSteamChange)
+    Q_PROPERTY(bool wired READ wired WRITE setWired NOTIFY wiredChange)
+    Q_PROPERTY(bool hasEnumdevices READ hasEnumdevices NOTIFY hasEnumdevicesChange)
+
+public:
+    enum Urls { SteamUrl = 0, UserHelperUrl = 1, SteamHelperUrl = 2 };
+    Q_ENUM(Urls)
+    enum HardwareState {
+        NotCanRun = 0,
+        LowHardware = 1,
+        AdviceHardware = 2,
+        ExcellentHardware = 3
+    };
+    Q_ENUM(HardwareState)
+    enum SteamState { Pass = 0, NoneSteam = 1, NoneSteamVR = 2, SteamVRForbid = 3 };
+    Q_ENUM(SteamState)
+
+    using QObject::QObject;
+
+    SteamState steamState() const { return steamState_; }
+    QString vrName() const { return vrName_; }
+    bool vrIsConnect() const { return vrIsConnect_; }
+    QVariant vrLists() { return QVariant::fromValue(&headsets); }
+    bool haslaunchSteamVR() const { return steamVR_; }
+    bool haslaunchSteam() const { return steam_; }
+    bool wired() const { return wired_; }
+    void setWired(bool wired);
+    bool hasEnumdevices() const { return enumerated_; }
+
+    // What a test tells it; each also announces the change.
+    void becomeSteamState(SteamState state);
+    void becomeSteam(bool running);
+    void becomeSteamVR(bool running);
+    void becomeConnected(bool connected, const QString &vrName = QString());
+    void becomeEnumerated(bool enumerated);
+    void becomeWired(bool wired);
+
+    FakeHeadsets headsets;
+    QStringList calls;
+    // Called with each new line.
+    std::function<void(const QString &)> onCall;
+    bool hideSelectPage = true;
+
+signals:
+    void steamStateChange();
+    void vrListsChange();
+    void vrIsConnectChange();
+    void showToast(QString tips, int duration = 2000);
+    void showPowerTip();
+    void closePowerTip();
+    void closeExe();
+    void showMoreHMD();
+    void showVrList(bool isConnect, bool hasDisConnect);
+    void hasEnumdevicesChange();
+    void showNetWorkSetting();
+    void showUpdateGPUPage();
+    void showUseProtPage(QString names);
+    void haslaunchSteamVRChange();
+    void haslaunchSteamChange();
+    void wiredChange();
+
+public:
+    Q_INVOKABLE void gotoWeb(FakeOrb::Urls url);
+    Q_INVOKABLE void launchSteam(bool isVR = false);
+    Q_INVOKABLE void connectVR(QString VRname, QString ip, bool vrState = true);
+    Q_INVOKABLE void stopSteam();
+    Q_INVOKABLE void reportstreamMode(bool wired, bool isSwitch);
+    Q_INVOKABLE void openNetworkSetting();
+    Q_INVOKABLE void closeApp();
+    Q_INVOKABLE void shutdownADB();
+    Q_INVOKABLE void checkPortUsage();
+    Q_INVOKABLE bool isHideSelectPage();
+
+private:
+    void note(const QString &call);
+
+    SteamState steamState_ = NoneSteam;
+    QString vrName_ = QString::fromUtf8("星程之光眼镜");
+    bool vrIsConnect_ = false;
+    bool steam_ = false;
+    bool steamVR_ = false;
+    bool wired_ = false;
+    bool enumerated_ = false;
+};
+
+// The update checker. It writes into the same list.
+class FakeUpdate : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit FakeUpdate(FakeOrb &orb) : orb_(orb) {}
+
+    bool setupSucceeds = true;
+
+    Q_INVOKABLE bool setup();
+    Q_INVOKABLE QString version() { return QStringLiteral("v1.1.16"); }
+
+signals:
+    void updateSignal(QString note, bool isForce);
+
+private:
+    FakeOrb &orb_;
+};

@@ -1,0 +1,128 @@
+#include "tests/qml/interface.h"
+
+#include "qml/resources.h"
+#include "res/resources.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QQmlContext>
+#include <QTest>
+
+void registerInterface()
+{
+    res::initResources();
+    qml::initResources();
+    qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+    qmlRegisterUncreatableType<FakeOrb>("ORBManager", 1, 0, "ORBManagerCLS",
+                                        QStringLiteral("there is one, called orb"));
+    const int id =
+        QFontDatabase::addApplicationFont(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"));
+    QFont font = QGuiApplication::font();
+    font.setFamily(QFontDatabase::applicationFontFamilies(id).value(0));
+    font.setPixelSize(20);
+    QGuiApplication::setFont(font);
+}
+
+Interface::Interface()
+{
+    FramelessQuickWindow::setSharedEngine(&engine_);
+}
+
+Interface::~Interface() = default;
+
+FramelessQuickWindow *Interface::load()
+{
+    engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
+    if (hasUpdate)
+        engine_.rootContext()->setContextProperty(QStringLiteral("orbupdate"), &update);
+    return loadAlone(QStringLiteral("qrc:/qml/mainWindow.qml"));
+}
+
+FramelessQuickWindow *Interface::loadAlone(const QString &url)
+{
+    engine_.load(QUrl(url));
+    window_ = qobject_cast<FramelessQuickWindow *>(engine_.rootObjects().value(0));
+    return window_;
+}
+
+QObject *Interface::find(const QString &objectName) const
+{
+    if (QObject *found = window_->findChild<QObject *>(objectName))
+        return found;
+    const QList<QQuickItem *> items = shownItems(window_->contentItem());
+    for (QQuickItem *item : items) {
+        if (item->objectName() == objectName)
+            return item;
+    }
+    return nullptr;
+}
+
+QQuickItem *Interface::item(const QString &objectName) const
+{
+    return qobject_cast<QQuickItem *>(find(objectName));
+}
+
+bool Interface::shown(const QString &objectName) const
+{
+    const QQuickItem *found = item(objectName);
+    return found && found->isVisible();
+}
+
+QString Interface::text(const QString &objectName, const char *property) const
+{
+    const QObject *found = find(objectName);
+    return found ? found->property(property).toString() : QStringLiteral("(no such object)");
+}
+
+void Interface::settle() const
+{
+    for (int frame = 0; frame < 3; ++frame) {
+        QCoreApplication::processEvents();
+        window_->grabWindow();
+    }
+}
+
+void Interface::click(const QString &objectName)
+{
+    QQuickItem *found = item(objectName);
+    QVERIFY2(found, qPrintable("no such item: " + objectName));
+    click(found);
+}
+
+void Interface::click(QQuickItem *item)
+{
+    QVERIFY(item && item->isVisible());
+    settle();
+    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseClick(item->window(), Qt::LeftButton, {}, middle.toPoint());
+}
+
+QQuickItem *Interface::button(const QString &text, QQuickItem *root) const
+{
+    const QList<QQuickItem *> items = shownItems(root ? root : window_->contentItem());
+    for (QQuickItem *item : items) {
+        if (item->metaObject()->indexOfSignal("clicked()") >= 0 &&
+            item->property("text").toString() == text)
+            return item;
+    }
+    return nullptr;
+}
+
+void Interface::elapse(const QString &timerName)
+{
+    QObject *timer = find(timerName);
+    QVERIFY2(timer, qPrintable("no such timer: " + timerName));
+    QVERIFY(QMetaObject::invokeMethod(timer, "triggered"));
+}
+
+QList<QQuickItem *> Interface::shownItems(QQuickItem *root)
+{
+    QList<QQuickItem *> items;
+    if (!root->isVisible())
+        return items;
+    items.append(root);
+    const QList<QQuickItem *> children = root->childItems();
+    for (QQuickItem *child : children)
+        items.append(shownItems(child));
+    return items;
+}

@@ -1,0 +1,57 @@
+// The real pages, loaded over stand-ins for the objects behind them.
+#pragma once
+
+#include "tests/qml/fake_orb.h"
+#include "ui/frameless_quick_window.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+
+#include <memory>
+
+// Registers the types and resources that the pages need. Once a program.
+void registerInterface();
+
+class Interface
+{
+public:
+    Interface();
+    ~Interface();
+
+    // Change these before load().
+    FakeOrb orb;
+    FakeUpdate update{orb};
+    bool hasUpdate = true; // whether there is an update checker at all
+
+    // Loads the main window. Null when it cannot be made.
+    FramelessQuickWindow *load();
+    // Loads another window; it gets no controller.
+    FramelessQuickWindow *loadAlone(const QString &url);
+
+    FramelessQuickWindow *window() const { return window_; }
+    // A named object of the window; null if there is none. Also finds what a
+    // list or repeater made.
+    QObject *find(const QString &objectName) const;
+    QQuickItem *item(const QString &objectName) const;
+    // Whether the item is shown, with everything around it.
+    bool shown(const QString &objectName) const;
+    QString text(const QString &objectName, const char *property = "text") const;
+
+    // Places everything. Layouts and lists do so only when a frame is about to
+    // be drawn, and one may follow another.
+    void settle() const;
+    // Works the item with the mouse, in its middle.
+    void click(const QString &objectName);
+    void click(QQuickItem *item);
+    // The button with this text that is shown, below `root` or in the window.
+    QQuickItem *button(const QString &text, QQuickItem *root = nullptr) const;
+    // Emits the signal of a timer, as if its time had come.
+    void elapse(const QString &timerName);
+
+    // All shown items below `root`, itself included.
+    static QList<QQuickItem *> shownItems(QQuickItem *root);
+
+private:
+    QQmlApplicationEngine engine_;
+    FramelessQuickWindow *window_ = nullptr;
+};

@@ -1,0 +1,469 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+namespace {
+
+QString zh(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(FakeOrb::SteamState)
+
+// The Steam card and the headset card.
+class TestCards : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void steamIsLookedForAtFirst();
+    void anyNewsEndsTheSearchForSteam_data();
+    void anyNewsEndsTheSearchForSteam();
+    void silenceEndsTheSearchForSteam();
+    void searchForSteamBeginsWhenTheCardIsSeen();
+    void steamRowsFollowTheController_data();
+    void steamRowsFollowTheController();
+    void steamButtonsCall_data();
+    void steamButtonsCall();
+    void runningProgramsHaveNothingToPress();
+    void steamHelpOpensTheGuide();
+
+    void headsetCardShowsItsName();
+    void statusOfTheHeadset_data();
+    void statusOfTheHeadset();
+    void statusIsNotToldByColourAlone_data();
+    void statusIsNotToldByColourAlone();
+    void listShowsNameAddressAndMark();
+    void listIsHiddenWhileEmptyOrWired();
+    void rowConnectsAndDisconnects();
+    void toastComesBeforeTheConnection();
+    void stopEndsTheStreaming();
+    void switchButtonNamesTheOtherMode();
+    void stepsFollowTheLink_data();
+    void stepsFollowTheLink();
+
+    void modePageIsShownOnFirstRunOnly();
+    void modePageStoresTheChoiceAndGoes_data();
+    void modePageStoresTheChoiceAndGoes();
+
+private:
+    static QStringList texts(QQuickItem *root)
+    {
+        QStringList found;
+        for (QQuickItem *item : Interface::shownItems(root)) {
+            const QString text = item->property("text").toString();
+            if (item->inherits("QQuickText") && !text.isEmpty())
+                found.append(text);
+        }
+        return found;
+    }
+};
+
+void TestCards::steamIsLookedForAtFirst()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(pages.text("steamPage", "title"), zh("Steam软件"));
+    QCOMPARE(pages.text("steamPage", "status"), zh("检测中"));
+    QCOMPARE(pages.text("steamItem", "phase"), QStringLiteral("busy"));
+    QCOMPARE(pages.text("steamVRItem", "phase"), QStringLiteral("busy"));
+    QVERIFY(!pages.button(zh("安装")));
+    QVERIFY(!pages.button(zh("启动")));
+}
+
+void TestCards::anyNewsEndsTheSearchForSteam_data()
+{
+    QTest::addColumn<int>("news");
+    QTest::newRow("steam state") << 0;
+    QTest::newRow("Steam") << 1;
+    QTest::newRow("SteamVR") << 2;
+}
+
+void TestCards::anyNewsEndsTheSearchForSteam()
+{
+    QFETCH(int, news);
+    Interface pages;
+    pages.load();
+    if (news == 0)
+        pages.orb.becomeSteamState(FakeOrb::Pass);
+    else if (news == 1)
+        pages.orb.becomeSteam(false);
+    else
+        pages.orb.becomeSteamVR(false);
+    QCOMPARE(pages.text("steamPage", "status"), zh("请按以下步骤操作"));
+    QVERIFY(!pages.find("steamCheckTimer")->property("running").toBool());
+}
+
+void TestCards::silenceEndsTheSearchForSteam()
+{
+    Interface pages;
+    pages.load();
+    QVERIFY(pages.find("steamCheckTimer")->property("running").toBool());
+    QVERIFY(pages.find("steamCheckTimer")->property("interval").toInt() > 1000);
+    pages.elapse("steamCheckTimer");
+    QCOMPARE(pages.text("steamPage", "status"), zh("请按以下步骤操作"));
+}
+
+void TestCards::searchForSteamBeginsWhenTheCardIsSeen()
+{
+    Interface pages;
+    pages.orb.hideSelectPage = false;
+    pages.load();
+    QVERIFY(!pages.find("steamCheckTimer")->property("running").toBool());
+    pages.click("chooseWireless");
+    QVERIFY(pages.find("steamCheckTimer")->property("running").toBool());
+}
+
+void TestCards::steamRowsFollowTheController_data()
+{
+    QTest::addColumn<FakeOrb::SteamState>("state");
+    QTest::addColumn<bool>("steam");
+    QTest::addColumn<bool>("steamVR");
+    QTest::addColumn<QString>("steamRow");
+    QTest::addColumn<QString>("steamVRRow");
+    QTest::addColumn<QString>("status");
+
+    const QString todo = zh("请按以下步骤操作");
+    QTest::newRow("no Steam") << FakeOrb::NoneSteam << false << false << zh("安装Steam软件|安装")
+                              << zh("安装Steam VR软件|安装") << todo;
+    QTest::newRow("no SteamVR") << FakeOrb::NoneSteamVR << true << false << zh("Steam软件|已启动")
+                                << zh("安装Steam VR软件|安装") << todo;
+    QTest::newRow("both stopped") << FakeOrb::Pass << false << false << zh("Steam软件|启动")
+                                  << zh("Steam VR软件|启动") << todo;
+    QTest::newRow("Steam runs") << FakeOrb::Pass << true << false << zh("Steam软件|已启动")
+                                << zh("Steam VR软件|启动") << todo;
+    QTest::newRow("SteamVR alone") << FakeOrb::Pass << false << true << zh("Steam软件|启动")
+                                   << zh("Steam VR软件|已启动") << todo;
+    QTest::newRow("both run") << FakeOrb::Pass << true << true << zh("Steam软件|已启动")
+                              << zh("Steam VR软件|已启动") << zh("已就绪");
+    QTest::newRow("Steam runs from an unknown place")
+        << FakeOrb::NoneSteam << true << true << zh("Steam软件|已启动") << zh("Steam VR软件|已启动")
+        << zh("已就绪");
+}
+
+void TestCards::steamRowsFollowTheController()
+{
+    QFETCH(FakeOrb::SteamState, state);
+    QFETCH(bool, steam);
+    QFETCH(bool, steamVR);
+    QFETCH(QString, steamRow);
+    QFETCH(QString, steamVRRow);
+    QFETCH(QString, status);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteamState(state);
+    pages.orb.becomeSteam(steam);
+    pages.orb.becomeSteamVR(steamVR);
+
+    QCOMPARE(texts(pages.item("steamItem")).join('|'), steamRow);
+    QCOMPARE(texts(pages.item("steamVRItem")).join('|'), steamVRRow);
+    QCOMPARE(pages.text("steamPage", "status"), status);
+    QCOMPARE(pages.item("steamPage")->property("ready").toBool(), steam && steamVR);
+}
+
+void TestCards::steamButtonsCall_data()
+{
+    QTest::addColumn<FakeOrb::SteamState>("state");
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("call");
+
+    QTest::newRow("install Steam") << FakeOrb::NoneSteam << "steamItem"
+                                   << "gotoWeb 0";
+    QTest::newRow("install Steam for SteamVR") << FakeOrb::NoneSteam << "steamVRItem"
+                                               << "gotoWeb 0";
+    QTest::newRow("install SteamVR") << FakeOrb::NoneSteamVR << "steamVRItem"
+                                     << "launchSteam true";
+    QTest::newRow("start Steam") << FakeOrb::Pass << "steamItem"
+                                 << "launchSteam false";
+    QTest::newRow("start SteamVR") << FakeOrb::Pass << "steamVRItem"
+                                   << "launchSteam true";
+}
+
+void TestCards::steamButtonsCall()
+{
+    QFETCH(FakeOrb::SteamState, state);
+    QFETCH(QString, row);
+    QFETCH(QString, call);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteamState(state);
+    pages.orb.calls.clear();
+    QQuickItem *button = pages.button(zh("安装"), pages.item(row));
+    if (!button)
+        button = pages.button(zh("启动"), pages.item(row));
+    pages.click(button);
+    QCOMPARE(pages.orb.calls, QStringList(call));
+}
+
+void TestCards::runningProgramsHaveNothingToPress()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteam(true);
+    pages.orb.becomeSteamVR(true);
+    pages.orb.calls.clear();
+    pages.click(pages.button(zh("已启动"), pages.item("steamItem")));
+    pages.click(pages.button(zh("已启动"), pages.item("steamVRItem")));
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestCards::steamHelpOpensTheGuide()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(pages.text("steamHelp"), zh("Steam VR检测不到设备？"));
+    pages.orb.calls.clear();
+    pages.click("steamHelp");
+    QCOMPARE(pages.orb.calls, QStringList("gotoWeb 2"));
+}
+
+void TestCards::headsetCardShowsItsName()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(pages.text("headsetPage", "title"), zh("星程之光眼镜"));
+    pages.orb.becomeConnected(true, zh("眼镜ID：4B2F91"));
+    QCOMPARE(pages.text("headsetPage", "title"), zh("眼镜ID：4B2F91"));
+}
+
+void TestCards::statusOfTheHeadset_data()
+{
+    QTest::addColumn<bool>("wired");
+    QTest::addColumn<bool>("enumerated");
+    QTest::addColumn<int>("listed");
+    QTest::addColumn<bool>("connected");
+    QTest::addColumn<bool>("userDisconnected");
+    QTest::addColumn<QString>("status");
+
+    const QString connected = zh("已连接，戴上眼镜开始串流吧！");
+    QTest::newRow("wireless, none") << false << false << 0 << false << false << zh("搜索中");
+    QTest::newRow("wireless, none, let go") << false << false << 0 << false << true << zh("搜索中");
+    QTest::newRow("wireless, one") << false << false << 1 << false << false << zh("连接中");
+    QTest::newRow("wireless, one that was let go")
+        << false << false << 1 << false << true << zh("请选择眼镜连接");
+    QTest::newRow("wireless, several")
+        << false << false << 3 << false << false << zh("请选择设备连接");
+    QTest::newRow("wireless, connected") << false << false << 2 << true << false << connected;
+    QTest::newRow("wired, none") << true << false << 0 << false << false << zh("检测中");
+    QTest::newRow("wired, list of before") << true << false << 2 << false << false << zh("检测中");
+    QTest::newRow("wired, plugged in") << true << true << 0 << false << false << zh("连接中");
+    QTest::newRow("wired, connected") << true << true << 0 << true << false << connected;
+}
+
+void TestCards::statusOfTheHeadset()
+{
+    QFETCH(bool, wired);
+    QFETCH(bool, enumerated);
+    QFETCH(int, listed);
+    QFETCH(bool, connected);
+    QFETCH(bool, userDisconnected);
+    QFETCH(QString, status);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeWired(wired);
+    pages.orb.becomeEnumerated(enumerated);
+    std::vector<FakeHeadsets::Row> rows;
+    for (int i = 0; i < listed; ++i)
+        rows.push_back({QString::number(i), "1.2.3.4", connected && i == 0, false});
+    pages.orb.headsets.fill(rows);
+    pages.orb.becomeConnected(connected);
+    emit pages.orb.showVrList(connected, userDisconnected);
+
+    QCOMPARE(pages.text("headsetPage", "status"), status);
+}
+
+void TestCards::statusIsNotToldByColourAlone_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("icon");
+
+    QTest::newRow("todo") << "todo"
+                          << "orb_todo.png";
+    QTest::newRow("done") << "done"
+                          << "orb_suc.png";
+    QTest::newRow("attention") << "attention"
+                               << "orb_attention.png";
+    QTest::newRow("failure") << "failure"
+                             << "orb_fail.png";
+    QTest::newRow("busy") << "busy"
+                          << "orb_busy.png";
+}
+
+void TestCards::statusIsNotToldByColourAlone()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, icon);
+
+    Interface pages;
+    pages.load();
+    pages.item("steamPage")->setProperty("mark", kind);
+    QStringList icons;
+    for (QQuickItem *item : Interface::shownItems(pages.item("steamPage"))) {
+        if (item->inherits("QQuickImage"))
+            icons.append(item->property("source").toUrl().fileName());
+    }
+    QCOMPARE(icons.value(0), icon);
+}
+
+void TestCards::listShowsNameAddressAndMark()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", true, true},
+                             {"D2B1118C7A0E04", "192.168.1.42", false, false}});
+    pages.settle();
+    QCOMPARE(texts(pages.item("headsets")),
+             (QStringList{"D3A0017C4B2F91", zh("上次使用"), "192.168.1.23", zh("已连接"),
+                          "D2B1118C7A0E04", "192.168.1.42", zh("连接")}));
+    QVERIFY(texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+}
+
+void TestCards::listIsHiddenWhileEmptyOrWired()
+{
+    Interface pages;
+    pages.load();
+    QVERIFY(!pages.shown("headsets"));
+    QVERIFY(!texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+    pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", false, false}});
+    QVERIFY(pages.shown("headsets"));
+    pages.orb.becomeWired(true);
+    QVERIFY(!pages.shown("headsets"));
+    QVERIFY(!texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+}
+
+void TestCards::rowConnectsAndDisconnects()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", true, true},
+                             {"D2B1118C7A0E04", "192.168.1.42", false, false}});
+    pages.orb.calls.clear();
+    pages.settle();
+    pages.click(pages.button(zh("连接"), pages.item("headsets")));
+    pages.click(pages.button(zh("已连接"), pages.item("headsets")));
+    QCOMPARE(pages.orb.calls, (QStringList{"connectVR 'D2B1118C7A0E04' '192.168.1.42' true",
+                                           "connectVR 'D3A0017C4B2F91' '192.168.1.23' false"}));
+}
+
+void TestCards::toastComesBeforeTheConnection()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"D2B1118C7A0E04", "192.168.1.42", false, false}});
+    pages.settle();
+    QString toastAtCall;
+    pages.orb.onCall = [&](const QString &) { toastAtCall = pages.text("toastContent"); };
+
+    pages.click(pages.button(zh("连接"), pages.item("headsets")));
+
+    QCOMPARE(toastAtCall, zh("连接设备中，请稍后"));
+    QVERIFY(qobject_cast<QQuickWindow *>(pages.find("toast"))->isVisible());
+    QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 2000);
+}
+
+void TestCards::stopEndsTheStreaming()
+{
+    Interface pages;
+    pages.load();
+    QVERIFY(!pages.shown("stopStreaming"));
+    pages.orb.becomeConnected(true);
+    QVERIFY(pages.shown("stopStreaming"));
+    QCOMPARE(pages.text("stopStreaming"), zh("停止串流"));
+    pages.orb.calls.clear();
+    pages.click("stopStreaming");
+    QCOMPARE(pages.orb.calls, QStringList("connectVR '' '' false"));
+}
+
+void TestCards::switchButtonNamesTheOtherMode()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(pages.text("switchMode"), zh("切换为有线串流"));
+    pages.orb.becomeWired(true);
+    QCOMPARE(pages.text("switchMode"), zh("切换为无线串流"));
+}
+
+void TestCards::stepsFollowTheLink_data()
+{
+    QTest::addColumn<bool>("wired");
+    QTest::addColumn<bool>("enumerated");
+    QTest::addColumn<QString>("firstStep");
+
+    QTest::newRow("wireless") << false << false
+                              << zh("将电脑和VR眼镜接入同一个路由器，电脑建议使用网线");
+    QTest::newRow("wired, nothing plugged in") << true << false << zh("确认数据线支持USB 3.0");
+    QTest::newRow("wired") << true << true << zh("用USB 3.0数据线连接电脑和VR眼镜");
+}
+
+void TestCards::stepsFollowTheLink()
+{
+    QFETCH(bool, wired);
+    QFETCH(bool, enumerated);
+    QFETCH(QString, firstStep);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeWired(wired);
+    pages.orb.becomeEnumerated(enumerated);
+    QCOMPARE(texts(pages.item("steps")).mid(0, 3), (QStringList{zh("连接步骤"), "1.", firstStep}));
+    pages.orb.becomeConnected(true);
+    QVERIFY(!pages.shown("steps"));
+}
+
+void TestCards::modePageIsShownOnFirstRunOnly()
+{
+    {
+        Interface pages;
+        pages.load();
+        QVERIFY(!pages.shown("selectMode"));
+        QVERIFY(pages.shown("steamPage"));
+    }
+    Interface pages;
+    pages.orb.hideSelectPage = false;
+    pages.load();
+    QVERIFY(pages.shown("selectMode"));
+    QCOMPARE(pages.item("selectMode")->x(), 30.0);
+    QVERIFY(!pages.shown("steamPage"));
+    QVERIFY(!pages.shown("headsetPage"));
+    QVERIFY(!pages.shown("banner"));
+    QCOMPARE(pages.orb.calls, (QStringList{"isHideSelectPage", "checkPortUsage"}));
+}
+
+void TestCards::modePageStoresTheChoiceAndGoes_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<QStringList>("calls");
+
+    QTest::newRow("wired") << "chooseWired"
+                           << QStringList{"wired=true", "reportstreamMode true false"};
+    QTest::newRow("wireless") << "chooseWireless"
+                              << QStringList{"wired=false", "reportstreamMode false false"};
+}
+
+void TestCards::modePageStoresTheChoiceAndGoes()
+{
+    QFETCH(QString, choice);
+    QFETCH(QStringList, calls);
+
+    Interface pages;
+    pages.orb.hideSelectPage = false;
+    pages.load();
+    pages.orb.calls.clear();
+    pages.click(choice);
+    QCOMPARE(pages.orb.calls, calls);
+    QVERIFY(!pages.shown("selectMode"));
+    QVERIFY(pages.shown("steamPage"));
+    QVERIFY(pages.shown("headsetPage"));
+    QVERIFY(pages.shown("banner"));
+}
+
+KOLM_GUI_TEST_MAIN(TestCards)
+#include "tst_cards.moc"

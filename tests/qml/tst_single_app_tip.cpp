@@ -1,0 +1,105 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QCloseEvent>
+
+// The window of a second copy, in which neither the controller nor its type
+// exists.
+class TestSingleAppTip : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void saysThatTheProgramRunsAlready();
+    void buttonAndIconCloseIt_data();
+    void buttonAndIconCloseIt();
+    void closesByItselfAfterFourSeconds();
+    void closeRequestClosesIt();
+    void enterClosesIt();
+    void asksNothingOfTheController();
+};
+
+namespace {
+
+const QString url = QStringLiteral("qrc:/qml/windows/SingleAppTip.qml");
+
+} // namespace
+
+void TestSingleAppTip::saysThatTheProgramRunsAlready()
+{
+    Interface pages;
+    FramelessQuickWindow *window = pages.loadAlone(url);
+    QVERIFY(window);
+    QVERIFY(window->isVisible());
+    QCOMPARE(window->size(), QSize(400, 300));
+    QCOMPARE(window->title(), QString::fromUtf8("提示"));
+    QVERIFY(!window->needShadow());
+    QVERIFY(window->titleBar());
+    QStringList texts;
+    for (QQuickItem *item : Interface::shownItems(window->contentItem())) {
+        if (item->inherits("QQuickText"))
+            texts.append(item->property("text").toString());
+    }
+    QCOMPARE(texts, (QStringList{QString::fromUtf8("提示"), QString::fromUtf8("应用程序已打开"),
+                                 QString::fromUtf8("确定")}));
+}
+
+void TestSingleAppTip::buttonAndIconCloseIt_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("button") << "confirm";
+    QTest::newRow("icon") << "close";
+}
+
+void TestSingleAppTip::buttonAndIconCloseIt()
+{
+    QFETCH(QString, name);
+    Interface pages;
+    FramelessQuickWindow *window = pages.loadAlone(url);
+    pages.click(name);
+    QVERIFY(!window->isVisible());
+}
+
+void TestSingleAppTip::closesByItselfAfterFourSeconds()
+{
+    Interface pages;
+    FramelessQuickWindow *window = pages.loadAlone(url);
+    const QObject *timer = pages.find("closeTimer");
+    QCOMPARE(timer->property("interval").toInt(), 4000);
+    QVERIFY(timer->property("running").toBool());
+    QVERIFY(!timer->property("repeat").toBool());
+    pages.elapse("closeTimer");
+    QVERIFY(!window->isVisible());
+}
+
+void TestSingleAppTip::closeRequestClosesIt()
+{
+    Interface pages;
+    FramelessQuickWindow *window = pages.loadAlone(url);
+    QCloseEvent request;
+    QCoreApplication::sendEvent(window, &request);
+    QVERIFY(!window->isVisible());
+}
+
+void TestSingleAppTip::enterClosesIt()
+{
+    Interface pages;
+    FramelessQuickWindow *window = pages.loadAlone(url);
+    window->requestActivate();
+    QTRY_VERIFY(window->isActive());
+    QTest::keyClick(window, Qt::Key_Return);
+    QVERIFY(!window->isVisible());
+}
+
+void TestSingleAppTip::asksNothingOfTheController()
+{
+    Interface pages;
+    pages.loadAlone(url);
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+KOLM_GUI_TEST_MAIN(TestSingleAppTip)
+#include "tst_single_app_tip.moc"
