@@ -1,0 +1,331 @@
+#include "tests/peers/control_link_ends.h"
+#include "tests/support/test_case.h"
+
+namespace {
+
+const QByteArray request = "HMDInfoRequest";
+
+} // namespace
+
+class StreamingServerTalkTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void reportsTheHeadsetsItWasGiven_data();
+    void reportsTheHeadsetsItWasGiven();
+    void aLinkedHeadsetIsConnectedAndItsSerialTheDeviceId();
+    void aDeviceIdOnTheCommandLineStands();
+    void linkingSomethingThatIsNotThereDoesNothing_data();
+    void linkingSomethingThatIsNotThereDoesNothing();
+    void disconnectingDisconnects();
+    void disconnectingTakesBackALinkUnderWay();
+    void aHeadsetJoinsLater();
+    void aDroppedHeadsetIsGone();
+    void aHeadsetThatReturnsIsUnconnected();
+    void aDropTakesBackALinkUnderWay();
+    void aWiredConnectIsAnsweredByTheCable_data();
+    void aWiredConnectIsAnsweredByTheCable();
+    void asksOnceForARestart();
+    void asksForTheRestartWhenConnectedAtLast();
+    void greetsOnEveryConnection();
+    void notesWhatNeedsNoAnswer();
+    void commandsMayComeInAnyPieces();
+    void sendsInPiecesWhenAskedTo();
+    void holdsRepliesBackAndSendsThemTogether();
+};
+
+void StreamingServerTalkTest::reportsTheHeadsetsItWasGiven_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("report");
+    QTest::newRow("none") << QStringList() << QByteArray("HMDINFOBACK\t");
+    QTest::newRow("one") << QStringList{"--headset", "D3A=10.0.0.1"}
+                         << QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100");
+    QTest::newRow("two, in their order")
+        << QStringList{"--headset", "D3B=10.0.0.2", "--headset", "D2A=10.0.0.1"}
+        << QByteArray("HMDINFOBACK\tD3B;10.0.0.2;false;100~D2A;10.0.0.1;false;100");
+    QTest::newRow("one that comes much later")
+        << QStringList{"--headset", "D3A=10.0.0.1@500000"} << QByteArray("HMDINFOBACK\t");
+    QTest::newRow("a device id") << QStringList{"--headset", "D3A=10.0.0.1", "--device-id", "D9"}
+                                 << QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100~deviceId:D9");
+    QTest::newRow("a device id in front")
+        << QStringList{"--headset", "D3A=10.0.0.1", "--device-id", "D9", "--serial-first"}
+        << QByteArray("HMDINFOBACK\tdeviceId:D9~D3A;10.0.0.1;false;100");
+    QTest::newRow("a device id alone")
+        << QStringList{"--device-id", "D9"} << QByteArray("HMDINFOBACK\tdeviceId:D9");
+}
+
+void StreamingServerTalkTest::reportsTheHeadsetsItWasGiven()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, report);
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), arguments));
+    QVERIFY(assistant.accept());
+    QCOMPARE(assistant.ask(request), report);
+}
+
+void StreamingServerTalkTest::aLinkedHeadsetIsConnectedAndItsSerialTheDeviceId()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1", "--headset",
+                                             "D2B=10.0.0.2", "--link-delay", "0.05"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D2B 10.0.0.2 ");
+    QVERIFY(program.records("# D2B connected"));
+    QCOMPARE(assistant.ask(request),
+             QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100~D2B;10.0.0.2;true;100~deviceId:D2B"));
+}
+
+void StreamingServerTalkTest::aDeviceIdOnTheCommandLineStands()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(),
+                          {"--headset", "D3A=10.0.0.1", "--link-delay", "0", "--device-id", "D9"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D3A 10.0.0.1 ");
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3A;10.0.0.1;true;100~deviceId:D9"));
+}
+
+void StreamingServerTalkTest::linkingSomethingThatIsNotThereDoesNothing_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QString>("recorded");
+    QTest::newRow("another serial")
+        << QByteArray("LinkTo D3X 10.0.0.1 ") << "# no headset D3X at 10.0.0.1";
+    QTest::newRow("another address")
+        << QByteArray("LinkTo D3A 10.0.0.9 ") << "# no headset D3A at 10.0.0.9";
+    QTest::newRow("the two swapped")
+        << QByteArray("LinkTo 10.0.0.1 D3A ") << "# no headset 10.0.0.1 at D3A";
+    QTest::newRow("one that is not there yet")
+        << QByteArray("LinkTo D3B 10.0.0.2 ") << "# no headset D3B at 10.0.0.2";
+    QTest::newRow("an end of line instead of the NUL alone")
+        << QByteArray("LinkTo D3A 10.0.0.1\n") << "# no headset D3A at 10.0.0.1\\n";
+}
+
+void StreamingServerTalkTest::linkingSomethingThatIsNotThereDoesNothing()
+{
+    QFETCH(QByteArray, command);
+    QFETCH(QString, recorded);
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1", "--headset",
+                                             "D3B=10.0.0.2@500000", "--link-delay", "0"}));
+    QVERIFY(assistant.accept());
+    assistant.say(command);
+    QVERIFY(program.records(recorded));
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100"));
+}
+
+void StreamingServerTalkTest::disconnectingDisconnects()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1", "--link-delay", "0"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D3A 10.0.0.1 ");
+    QVERIFY(assistant.ask(request).contains("true"));
+    assistant.say("Disconnect D3A 10.0.0.9 ");
+    QVERIFY(assistant.ask(request).contains("true"));
+    assistant.say("Disconnect D3A 10.0.0.1 ");
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100"));
+}
+
+void StreamingServerTalkTest::disconnectingTakesBackALinkUnderWay()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1", "--headset",
+                                             "D3B=10.0.0.2", "--link-delay", "0.2"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D3A 10.0.0.1 ");
+    assistant.say("Disconnect D3A 10.0.0.1 ");
+    // By the time a later link is through, the earlier one would be as well.
+    assistant.say("LinkTo D3B 10.0.0.2 ");
+    QVERIFY(program.records("# D3B connected"));
+    QVERIFY(assistant.ask(request).contains("D3A;10.0.0.1;false"));
+}
+
+void StreamingServerTalkTest::aHeadsetJoinsLater()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1@0.1"}));
+    QVERIFY(assistant.accept());
+    QVERIFY(program.records("# D3A joins"));
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100"));
+}
+
+void StreamingServerTalkTest::aDroppedHeadsetIsGone()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(),
+                          {"--headset", "D3A=10.0.0.1", "--headset", "D3B=10.0.0.2", "--drop",
+                           "D3A@0.1", "--drop", "D3B@500000", "--return", "D3A@500000"}));
+    QVERIFY(assistant.accept());
+    QVERIFY(program.records("# D3A drops"));
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3B;10.0.0.2;false;100"));
+}
+
+void StreamingServerTalkTest::aHeadsetThatReturnsIsUnconnected()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--headset", "D3A=10.0.0.1", "--link-delay", "0",
+                                             "--drop", "D3A@1", "--return", "D3A@1.1"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D3A 10.0.0.1 ");
+    QVERIFY(program.records("# D3A connected"));
+    QVERIFY(program.records("# D3A drops"));
+    QVERIFY(program.records("# D3A joins"));
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100"));
+}
+
+void StreamingServerTalkTest::aDropTakesBackALinkUnderWay()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(),
+                          {"--headset", "D3A=10.0.0.1", "--headset", "D3B=10.0.0.2", "--link-delay",
+                           "1", "--drop", "D3A@0.3", "--return", "D3A@0.4"}));
+    QVERIFY(assistant.accept());
+    assistant.say("LinkTo D3A 10.0.0.1 ");
+    assistant.say("LinkTo D3B 10.0.0.2 ");
+    QVERIFY(program.records("# D3B connected"));
+    QVERIFY(assistant.ask(request).startsWith("HMDINFOBACK\tD3A;10.0.0.1;false"));
+}
+
+void StreamingServerTalkTest::aWiredConnectIsAnsweredByTheCable_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("no cable") << QStringList() << QByteArray("DeviceConnectBack\tfalse");
+    QTest::newRow("cable") << QStringList{"--usb"} << QByteArray("DeviceConnectBack\ttrue");
+}
+
+void StreamingServerTalkTest::aWiredConnectIsAnsweredByTheCable()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, answer);
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), arguments));
+    QVERIFY(assistant.accept());
+    // The wireless counterpart has no answer.
+    assistant.say("WirelessConnect");
+    QCOMPARE(assistant.ask("WiredConnect"), answer);
+}
+
+void StreamingServerTalkTest::asksOnceForARestart()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--restart-at", "0.2"}));
+    QVERIFY(assistant.accept());
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\t"));
+    QCOMPARE(assistant.line(), QByteArray("RESTARTSTEAMVR"));
+    assistant.dropPeer();
+    QVERIFY(assistant.accept());
+    QCOMPARE(assistant.ask(request), QByteArray("HMDINFOBACK\t"));
+}
+
+void StreamingServerTalkTest::asksForTheRestartWhenConnectedAtLast()
+{
+    Assistant assistant;
+    assistant.close();
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--restart-at", "0"}));
+    QVERIFY(program.records("# nobody listens"));
+    QVERIFY(assistant.listenAgain());
+    QVERIFY(assistant.accept());
+    QCOMPARE(assistant.line(), QByteArray("RESTARTSTEAMVR"));
+}
+
+void StreamingServerTalkTest::greetsOnEveryConnection()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--hello"}));
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(assistant.accept());
+        QCOMPARE(assistant.line(), QByteArray("Hello"));
+        assistant.say("HHHH, You can see me!\n");
+        QVERIFY(program.records("< HHHH, You can see me!\\n"));
+        assistant.dropPeer();
+        QCOMPARE(program.recorded(), QString("# disconnected"));
+    }
+}
+
+void StreamingServerTalkTest::notesWhatNeedsNoAnswer()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port()));
+    QVERIFY(assistant.accept());
+    for (const char *command : {"RegisterFireWall", "WirelessConnect", "Bogus", "hmdinforequest"})
+        assistant.say(command);
+    assistant.say(request);
+    QStringList record;
+    while (record.isEmpty() || !record.last().startsWith("> "))
+        record.append(program.recorded());
+    QCOMPARE(record,
+             QStringList({"# connected", "< RegisterFireWall", "# firewall rule registered",
+                          "< WirelessConnect", "< Bogus", "# unknown command", "< hmdinforequest",
+                          "# unknown command", "< HMDInfoRequest", "> HMDINFOBACK\\t"}));
+}
+
+void StreamingServerTalkTest::commandsMayComeInAnyPieces()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port()));
+    QVERIFY(assistant.accept());
+    assistant.send(QByteArray("HMDInfoRequest\0HMDInfoRequest\0Wired", 35));
+    QCOMPARE(assistant.line(), QByteArray("HMDINFOBACK\t"));
+    QCOMPARE(assistant.line(), QByteArray("HMDINFOBACK\t"));
+    assistant.send(QByteArray("Connect\0", 8));
+    QCOMPARE(assistant.line(), QByteArray("DeviceConnectBack\tfalse"));
+}
+
+void StreamingServerTalkTest::sendsInPiecesWhenAskedTo()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--split", "1", "--headset", "D3A=10.0.0.1"}));
+    QVERIFY(assistant.accept());
+    assistant.say(request);
+    QByteArray all;
+    int chunks = 0;
+    while (!all.endsWith('\n')) {
+        const QByteArray chunk = assistant.chunk();
+        QVERIFY(chunk != "<closed>");
+        all += chunk;
+        ++chunks;
+    }
+    QCOMPARE(all, QByteArray("HMDINFOBACK\tD3A;10.0.0.1;false;100\n"));
+    QVERIFY2(chunks > 1, "it all came at once");
+}
+
+void StreamingServerTalkTest::holdsRepliesBackAndSendsThemTogether()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--join", "2"}));
+    QVERIFY(assistant.accept());
+    QVERIFY(program.records("# connected"));
+    assistant.say(request);
+    QCOMPARE(program.recorded(), QString("< HMDInfoRequest"));
+    assistant.say("WiredConnect");
+    QCOMPARE(program.recorded(), QString("< WiredConnect"));
+    QCOMPARE(program.recorded(), QString("> HMDINFOBACK\\t"));
+    QCOMPARE(program.recorded(), QString("> DeviceConnectBack\\tfalse"));
+    QCOMPARE(assistant.chunk(), QByteArray("HMDINFOBACK\t\nDeviceConnectBack\tfalse\n"));
+}
+
+KOLM_TEST_MAIN(StreamingServerTalkTest)
+#include "tst_streaming_server_talk.moc"
