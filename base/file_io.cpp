@@ -16,6 +16,16 @@ std::optional<QByteArray> read(const QString &path, QIODevice::OpenMode mode)
     return content;
 }
 
+// Flushes itself, because commit() takes no notice of a flush that fails: on a
+// full disk it would put an empty file in the place of the old one.
+bool fill(QSaveFile &file, const QByteArray &content)
+{
+    if (file.write(content) == content.size() && file.flush())
+        return true;
+    file.cancelWriting();
+    return false;
+}
+
 WriteResult overwrite(const QString &path, const QByteArray &content)
 {
     QFile file(path);
@@ -44,11 +54,7 @@ WriteResult replaceFile(const QString &path, const QByteArray &content)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return WriteResult::OpenFailed;
-    if (file.write(content) != content.size()) {
-        file.cancelWriting();
-        return WriteResult::WriteFailed;
-    }
-    return file.commit() ? WriteResult::Ok : WriteResult::WriteFailed;
+    return fill(file, content) && file.commit() ? WriteResult::Ok : WriteResult::WriteFailed;
 }
 
 WriteResult replaceForeignFile(const QString &path, const QByteArray &content)
@@ -57,9 +63,7 @@ WriteResult replaceForeignFile(const QString &path, const QByteArray &content)
     if (!file.open(QIODevice::WriteOnly))
         return overwrite(path, content);
     // A new copy that does not fit on the disk must not cost the old one.
-    if (file.write(content) != content.size() || !file.flush()) {
-        file.cancelWriting();
+    if (!fill(file, content))
         return WriteResult::WriteFailed;
-    }
     return file.commit() ? WriteResult::Ok : overwrite(path, content);
 }
