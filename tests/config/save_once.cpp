@@ -1,0 +1,42 @@
+// Saves one of the files once, so that a test can interrupt it at any step:
+//   save_once <file> <folder>
+// Before and after the save it asks for a file called "save begins" and one
+// called "save ends", which shows in a list of its system calls.
+#include "config/config_manager.h"
+#include "config/recent_headsets.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <functional>
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3)
+        return 2;
+    const QString &file = arguments[1];
+    const QString &folder = arguments[2];
+    ConfigManager config(folder, [] { return false; });
+
+    std::function<void()> save;
+    if (file == QLatin1String("set.json")) {
+        config.loadDeviceSettings(false, 0);
+        config.setBitRate(77, true, 3);
+        save = [&] { config.saveDeviceSettings(QStringLiteral("D2-new")); };
+    } else if (file == QLatin1String("setting.inf")) {
+        QStringList serials = recent_headsets::load(folder);
+        serials << QStringLiteral("D3-new");
+        save = [&, serials] { recent_headsets::save(folder, serials); };
+    } else if (file == QLatin1String("session.json")) {
+        save = [&] { config.writeSessionSerial(); };
+    } else {
+        save = [&] { config.clearExternalDrivers(folder); };
+    }
+
+    QFile::exists(QStringLiteral("save begins"));
+    save();
+    QFile::exists(QStringLiteral("save ends"));
+    return 0;
+}

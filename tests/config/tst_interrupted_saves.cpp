@@ -1,0 +1,298 @@
+#include "tests/support/test_case.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QStorageInfo>
+#include <QTemporaryFile>
+
+// Whatever happens while a file is saved, afterwards the old or the new one is
+// there, whole.
+class TestInterruptedSaves : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void anyStepOfASaveMayFailOrBeTheLast_data();
+    void anyStepOfASaveMayFailOrBeTheLast();
+    void theDiskMayBeFull_data();
+    void theDiskMayBeFull();
+};
+
+namespace {
+
+// What fits a file's buffer takes another way to the disk than what does not.
+constexpr int kSmall = 100;
+constexpr int kLarge = 20000;
+
+// The file below the folder, and what was in it before.
+struct Document
+{
+    QString path;
+    QByteArray before;
+};
+
+Document document(const QString &file, int size)
+{
+    const QByteArray padding(size, 'p');
+    if (file == "set.json")
+        return {file, "{\"D3\":{\"padding\":\"" + padding + "\"},\"lastSn\":\"D3-old\"}"};
+    if (file == "setting.inf")
+        return {file, "D3-old;" + padding};
+    if (file == "session.json")
+        return {file, "{\"sessionSettings\":{\"headset\":{}},\"padding\":\"" + padding + "\"}"};
+    return {"AppData/Local/openvr/" + file,
+            "{\"external_drivers\":[\"C:/a\"],\"padding\":\"" + padding + "\"}"};
+}
+
+// A system call of the save: its name and the how manieth of this name it is,
+// counted from the start of the program.
+struct Step
+{
+    QString call;
+    int number;
+};
+
+class Saver
+{
+public:
+    Saver(const QString &file, const QString &folder) : file_(file), folder_(folder) {}
+
+    // Saves under strace with its options `options`; empty: without strace.
+    void run(const QStringList &options)
+    {
+        QProcess process;
+        process.setWorkingDirectory(folder_);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        // The search for leaks cannot work under strace.
+        environment.insert("ASAN_OPTIONS", "detect_leaks=0");
+        environment.insert("LSAN_OPTIONS", "detect_leaks=0");
+        process.setProcessEnvironment(environment);
+        QStringList arguments{QCoreApplication::applicationDirPath() + "/save_once", file_,
+                              folder_};
+        if (!options.isEmpty())
+            arguments = QStringList("strace") + options + arguments;
+        process.start(arguments.takeFirst(), arguments);
+        finished_ = process.waitForFinished(20000) &&
+                    process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+        errors_ = QString::fromLocal8Bit(process.readAllStandardError());
+        if (process.state() != QProcess::NotRunning) {
+            process.kill();
+            process.waitForFinished();
+        }
+    }
+
+    // The steps of an undisturbed save; the last one comes after its end.
+    QList<Step> steps()
+    {
+        QTemporaryFile trace;
+        if (!trace.open())
+            return {};
+        run({"-o", trace.fileName(), "-e", "trace=%file,%desc"});
+        QList<Step> steps;
+        QHash<QString, int> counts;
+        bool saving = false;
+        const QRegularExpression name("^([a-z0-9_]+)\\(");
+        for (QByteArray line; !(line = trace.readLine()).isEmpty();) {
+            const QString call = name.match(QString::fromLatin1(line)).captured(1);
+            if (call.isEmpty())
+                continue;
+            ++counts[call];
+            if (saving)
+                steps.append({call, counts[call]});
+            else
+                saving = line.contains("save begins");
+            if (line.contains("save ends"))
+                return steps;
+        }
+        return {};
+    }
+
+    bool finished() const { return finished_; }
+    QString errors() const { return errors_; }
+
+private:
+    QString file_;
+    QString folder_;
+    bool finished_ = false;
+    QString errors_;
+};
+
+// A disk of half a megabyte at `path`, while it lives.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(const QString &path) : path_(path)
+    {
+        QDir().mkpath(path_);
+        mounted_ = run("mount", {"-t", "tmpfs", "-o", "size=512k", "kolm", path_});
+    }
+    ~SmallDisk()
+    {
+        if (mounted_)
+            run("umount", {path_});
+    }
+    Q_DISABLE_COPY(SmallDisk)
+
+    bool works() const { return mounted_; }
+    QString path() const { return path_; }
+
+    // Leaves so many bytes free.
+    bool fillUp(qint64 left) const
+    {
+        QFile filler(path_ + "/filler");
+        const qint64 size = QStorageInfo(path_).bytesAvailable() - left;
+        return filler.open(QIODevice::WriteOnly) &&
+               filler.write(QByteArray(static_cast<int>(size), 'f')) == size;
+    }
+    void makeRoom() const { QFile::remove(path_ + "/filler"); }
+
+private:
+    static bool run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
+               process.exitCode() == 0;
+    }
+
+    QString path_;
+    bool mounted_ = false;
+};
+
+} // namespace
+
+void TestInterruptedSaves::anyStepOfASaveMayFailOrBeTheLast_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<int>("size"); // -1: there was no file before
+    const auto add = [](const char *file, const char *fault, int size) {
+        QTest::addRow("%s, %s, %d bytes", file, fault, size)
+            << QString(file) << QString(fault) << size;
+    };
+    for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
+        for (const char *fault : {"signal=KILL", "error=ENOSPC", "error=EACCES"})
+            add(file, fault, kSmall);
+        add(file, "error=ENOSPC", kLarge);
+    }
+    for (const char *file : {"set.json", "setting.inf"}) {
+        add(file, "signal=KILL", kLarge);
+        add(file, "signal=KILL", -1);
+        add(file, "error=ENOSPC", -1);
+    }
+}
+
+void TestInterruptedSaves::anyStepOfASaveMayFailOrBeTheLast()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, fault);
+    QFETCH(int, size);
+    const bool isThere = size >= 0;
+    if (QStandardPaths::findExecutable("strace").isEmpty())
+        QSKIP("No strace here.");
+    const Document document = ::document(file, size);
+    QVERIFY(QDir().mkpath(QFileInfo(path(document.path)).path()));
+    const auto reset = [&] {
+        QFile::remove(path(document.path));
+        if (isThere)
+            writeFile(document.path, document.before);
+    };
+    Saver saver(file, dir());
+    reset();
+    const QList<Step> steps = saver.steps();
+    if (!saver.finished() && saver.errors().contains("ptrace"))
+        QSKIP("Nobody may be traced here.");
+    QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+    const QByteArray after = readFile(document.path);
+    QVERIFY(after.size() > size);
+    QVERIFY(after != document.before);
+    QVERIFY2(steps.size() > 5, qPrintable(QString::number(steps.size())));
+
+    int old = 0;
+    int done = 0;
+    for (const Step &step : steps) {
+        reset();
+        saver.run({"-o", QProcess::nullDevice(), "-e", "trace=" + step.call, "-e",
+                   QString("inject=%1:%2:when=%3").arg(step.call, fault).arg(step.number)});
+        const QByteArray content = readFile(document.path);
+        const bool isOld =
+            isThere ? content == document.before : !QFile::exists(path(document.path));
+        const bool isNew = content == after;
+        old += isOld;
+        done += isNew;
+        QVERIFY2(isOld || isNew, qPrintable(QString("%1 bytes after %2 at %3 %4")
+                                                .arg(content.size())
+                                                .arg(fault, step.call)
+                                                .arg(step.number)));
+        if (fault == "signal=KILL")
+            QVERIFY(!saver.finished());
+        else
+            QVERIFY2(saver.finished(), qPrintable(step.call + ": " + saver.errors()));
+        // What an interrupted save leaves behind is not in the way of the next.
+        if (isOld) {
+            saver.run({});
+            QVERIFY(saver.finished());
+            QCOMPARE(readFile(document.path), after);
+        }
+    }
+
+    // Otherwise nothing was disturbed, or everything.
+    QVERIFY(old > 0);
+    QVERIFY(done > 0);
+}
+
+void TestInterruptedSaves::theDiskMayBeFull_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("size");
+    for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
+        for (const int size : {kSmall, kLarge})
+            QTest::addRow("%s, %d bytes", file, size) << QString(file) << size;
+    }
+}
+
+void TestInterruptedSaves::theDiskMayBeFull()
+{
+    QFETCH(QString, file);
+    QFETCH(int, size);
+    const SmallDisk disk(path("disk"));
+    if (!disk.works())
+        QSKIP("This user may not mount a disk.");
+    const Document document = ::document(file, size);
+    const QString target = "disk/" + document.path;
+    QVERIFY(QDir().mkpath(QFileInfo(path(target)).path()));
+    writeFile(target, document.before);
+    Saver saver(file, disk.path());
+    saver.run({});
+    QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+    const QByteArray after = readFile(target);
+    QVERIFY(after != document.before);
+
+    int old = 0;
+    int done = 0;
+    for (int room = 0; room < 8; ++room) {
+        writeFile(target, document.before);
+        QVERIFY(disk.fillUp(room * 4096));
+
+        saver.run({});
+
+        QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+        const QByteArray content = readFile(target);
+        old += content == document.before;
+        done += content == after;
+        QVERIFY2(
+            content == document.before || content == after,
+            qPrintable(QString("%1 bytes with room for %2 blocks").arg(content.size()).arg(room)));
+        disk.makeRoom();
+    }
+    QVERIFY(old > 0);
+    QVERIFY(done > 0);
+}
+
+KOLM_TEST_MAIN(TestInterruptedSaves)
+#include "tst_interrupted_saves.moc"
