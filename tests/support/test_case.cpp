@@ -2,8 +2,9 @@
 
 #include <QDir>
 #include <QFile>
-#include <QMutex>
 #include <QTemporaryDir>
+
+#include <mutex>
 
 namespace {
 
@@ -13,14 +14,15 @@ struct Line
     QString text;
 };
 
-QMutex logMutex;
+// Of the standard library: a thread sanitizer cannot see into Qt's.
+std::mutex logMutex;
 QList<Line> logLines;
 QtMessageHandler previousHandler = nullptr;
 
 void collect(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     {
-        const QMutexLocker lock(&logMutex);
+        const std::lock_guard<std::mutex> lock(logMutex);
         logLines.append({type, text});
     }
     if (type == QtFatalMsg && previousHandler)
@@ -47,7 +49,7 @@ void TestCase::announce(const QString &text)
 
 QStringList TestCase::logged() const
 {
-    const QMutexLocker lock(&logMutex);
+    const std::lock_guard<std::mutex> lock(logMutex);
     QStringList texts;
     for (const Line &line : qAsConst(logLines))
         texts.append(line.text);
@@ -61,7 +63,7 @@ int TestCase::loggedCount(const QString &text) const
 
 void TestCase::clearLog()
 {
-    const QMutexLocker lock(&logMutex);
+    const std::lock_guard<std::mutex> lock(logMutex);
     logLines.clear();
 }
 
@@ -105,7 +107,7 @@ void TestCase::cleanup()
     QDir::setCurrent(d->startDir);
     QList<Line> lines;
     {
-        const QMutexLocker lock(&logMutex);
+        const std::lock_guard<std::mutex> lock(logMutex);
         lines.swap(logLines);
     }
     for (const Line &line : qAsConst(lines)) {
