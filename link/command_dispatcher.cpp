@@ -68,7 +68,7 @@ void CommandDispatcher::takeHmdInfo(std::string_view argument)
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         if (!info.deviceId.isEmpty())
-            deviceId_ = info.deviceId;
+            deviceId_.swap(info.deviceId);
         hmdInfoBack_.swap(info.headsets);
     }
     qInfo().noquote() << QStringLiteral("m_hmd_info_back vector size: %1").arg(size);

@@ -1,14 +1,12 @@
 #include "link/sys_manager.h"
 #include "tests/link/captured_streams.h"
 #include "tests/link/peer.h"
+#include "tests/link/semaphore.h"
 #include "tests/support/test_case.h"
-
-#include <QSemaphore>
 
 namespace {
 
 constexpr int controlPort = 9932;
-constexpr int limit = 10000;
 
 } // namespace
 
@@ -52,7 +50,7 @@ void ControlPortTest::isFreeAgainAtOnce()
 void ControlPortTest::isServedByTheProductsInstance()
 {
     static const CapturedStreams streams;
-    static QSemaphore restarts;
+    static Semaphore restarts;
     SysManager::setRestartHandler([] { restarts.release(); });
     SysManager &manager = SysManager::instance();
     QCOMPARE(logged(), QStringList{"This is the construction of singleton"});
@@ -64,7 +62,7 @@ void ControlPortTest::isServedByTheProductsInstance()
     Peer peer;
     QVERIFY(peer.connectTo(controlPort));
     QVERIFY(peer.send("RESTARTSTEAMVR\n"));
-    QVERIFY(restarts.tryAcquire(1, limit));
+    QVERIFY(restarts.acquire());
     QVERIFY(peer.greet());
     QVERIFY(manager.hasClient());
 }

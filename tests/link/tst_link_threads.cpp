@@ -2,10 +2,10 @@
 #include "tests/support/test_case.h"
 
 #include <QRegularExpression>
-#include <QThread>
 
 #include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 // Many threads at the same link; most of its worth is under a thread sanitizer.
@@ -26,16 +26,15 @@ class Running
 {
 public:
     template <typename Action>
-    explicit Running(Action action) : thread_(QThread::create(action))
+    explicit Running(Action action) : thread_(action)
     {
-        thread_->start();
     }
-    ~Running() { thread_->wait(); }
+    ~Running() { thread_.join(); }
     Running(const Running &) = delete;
     Running &operator=(const Running &) = delete;
 
 private:
-    std::unique_ptr<QThread> thread_;
+    std::thread thread_;
 };
 
 } // namespace

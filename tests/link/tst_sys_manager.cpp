@@ -1,7 +1,6 @@
 #include "tests/link/running_link.h"
+#include "tests/link/semaphore.h"
 #include "tests/support/test_case.h"
-
-#include <QSemaphore>
 
 #include <atomic>
 #include <thread>
@@ -9,7 +8,6 @@
 namespace {
 
 const QByteArray echoPrefix = "Send data exchange command response: ";
-constexpr int limit = 10000;
 
 } // namespace
 
@@ -244,13 +242,13 @@ struct BlockingRestart
         return [this] {
             thread = std::this_thread::get_id();
             begun.release();
-            end.tryAcquire(1, limit);
+            end.acquire();
         };
     }
 
     std::thread::id thread;
-    QSemaphore begun;
-    QSemaphore end;
+    Semaphore begun;
+    Semaphore end;
 };
 
 void SysManagerTest::letsTheProgramAskWhileARestartBlocks()
@@ -260,7 +258,7 @@ void SysManagerTest::letsTheProgramAskWhileARestartBlocks()
     Peer peer;
     QVERIFY(peer.connectTo(link.port));
     QVERIFY(peer.send("HMDINFOBACK\tdeviceId:A~S;N;true;x\nRESTARTSTEAMVR\nHello\n"));
-    QVERIFY(restart.begun.tryAcquire(1, limit));
+    QVERIFY(restart.begun.acquire());
     QVERIFY(restart.thread != std::this_thread::get_id());
     QVERIFY(link.manager->hasClient());
     QCOMPARE(link.manager->deviceId(), QString("A"));
@@ -279,7 +277,7 @@ void SysManagerTest::sendsAfterTheRestartWhatWasAskedForMeanwhile()
     Peer peer;
     QVERIFY(peer.connectTo(link.port));
     QVERIFY(peer.send("RESTARTSTEAMVR\nHello\n"));
-    QVERIFY(restart.begun.tryAcquire(1, limit));
+    QVERIFY(restart.begun.acquire());
     link.manager->requestHmdInfo();
     link.manager->linkTo("S", "A");
     restart.end.release();
@@ -295,7 +293,7 @@ void SysManagerTest::sendsNothingMeantForAnEarlierServer()
     Peer first;
     QVERIFY(first.connectTo(link.port));
     QVERIFY(first.send("RESTARTSTEAMVR\n"));
-    QVERIFY(restart.begun.tryAcquire(1, limit));
+    QVERIFY(restart.begun.acquire());
     // Asked for while the first is connected, in the worker's hands only when
     // it is gone.
     first.close();
