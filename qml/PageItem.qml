@@ -25,6 +25,10 @@ Card {
     signal showConfirmPage(bool wired)
     signal toast(string text)
 
+    function focusSwitch() {
+        switchMode.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     function switchConnection(name, ip, connect) {
         toast(qsTr("连接设备中，请稍后"));
         orb.connectVR(name, ip, connect);
@@ -44,6 +48,7 @@ Card {
     mark: phase === "connected" ? "done"
         : phase === "choose" || phase === "chooseOne" ? "attention" : "busy"
     corner: PushButton {
+        id: switchMode
         objectName: "switchMode"
         text: orb.wired ? qsTr("切换为无线串流") : qsTr("切换为有线串流")
         onClicked: page.showConfirmPage(orb.wired)
@@ -57,6 +62,8 @@ Card {
     ListView {
         id: headsets
 
+        readonly property int nameRole: 257 // "vrName" of the list
+
         // The list is filled anew every few seconds; the row that the keyboard
         // is on stays with its headset.
         property string currentName
@@ -65,13 +72,10 @@ Card {
             currentName = currentItem ? currentItem.name : "";
         }
         function restore() {
-            for (let row = 0; row < count; ++row) {
-                const item = itemAtIndex(row);
-                if (item && item.name === currentName) {
-                    currentIndex = row;
-                    return;
-                }
-            }
+            let row = count - 1;
+            while (row > 0 && model.data(model.index(row, 0), nameRole) !== currentName)
+                --row;
+            currentIndex = row;
         }
         function activateCurrent() {
             if (currentItem)
@@ -86,7 +90,9 @@ Card {
         boundsBehavior: Flickable.StopAtBounds
         Layout.fillWidth: true
         Layout.fillHeight: true
-        Layout.maximumHeight: contentHeight + topMargin + bottomMargin
+        Layout.minimumHeight: 9 * utils.grid
+        Layout.preferredHeight: contentHeight + topMargin + bottomMargin
+        Layout.maximumHeight: Layout.preferredHeight
         Layout.margins: -4
         leftMargin: 4
         rightMargin: 4
@@ -113,7 +119,7 @@ Card {
         Connections {
             target: headsets.model
             function onModelAboutToBeReset() { headsets.remember(); }
-            function onModelReset() { headsets.restore(); }
+            function onModelReset() { Qt.callLater(headsets.restore); }
         }
     }
     StepList {

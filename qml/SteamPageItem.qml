@@ -28,6 +28,9 @@ Card {
              : orb.haslaunchSteam ? "running"
              : orb.steamState === ORBManagerCLS.NoneSteam ? "missing" : "stopped"
         Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.minimumHeight: 7 * utils.grid
+        Layout.maximumHeight: implicitHeight
         onActivated: {
             if (phase === "missing")
                 orb.gotoWeb(ORBManagerCLS.SteamUrl);
@@ -44,6 +47,9 @@ Card {
              : orb.steamState === ORBManagerCLS.NoneSteam
                || orb.steamState === ORBManagerCLS.NoneSteamVR ? "missing" : "stopped"
         Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.minimumHeight: 7 * utils.grid
+        Layout.maximumHeight: implicitHeight
         onActivated: {
             if (orb.steamState === ORBManagerCLS.NoneSteam)
                 orb.gotoWeb(ORBManagerCLS.SteamUrl);

@@ -72,6 +72,7 @@ FramelessWindow {
 
     Utils {
         id: utils
+        inFront: root.activity
     }
 
     Rectangle {
@@ -183,6 +184,10 @@ FramelessWindow {
                 objectName: "notices"
                 visible: count > 0
                 Layout.fillWidth: true
+                onAnswered: {
+                    if (key === "switch")
+                        headsetPage.focusSwitch();
+                }
                 onAccepted: {
                     if (key === "switch") {
                         orb.reportstreamMode(orb.wired, true);
@@ -216,9 +221,12 @@ FramelessWindow {
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
                     onToast: root.showToast(text)
-                    onShowConfirmPage: notices.show("switch",
-                        wired ? qsTr("确定切换为无线串流") : qsTr("确定切换为有线串流"),
-                        qsTr("确定"), qsTr("取消"))
+                    onShowConfirmPage: {
+                        notices.show("switch", wired ? qsTr("确定切换为无线串流")
+                                                     : qsTr("确定切换为有线串流"),
+                                     qsTr("确定"), qsTr("取消"));
+                        notices.focusOn("switch");
+                    }
                 }
             }
         }

@@ -4,6 +4,7 @@ import QtQuick 2.15
 Rectangle {
     property Item control: parent
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -3
     radius: control.radius === undefined ? utils.itemRadius : control.radius + 3

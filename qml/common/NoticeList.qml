@@ -9,7 +9,8 @@ ColumnLayout {
     readonly property alias count: notices.count
 
     // The notice's own button was pressed, or it was sent away. Either way the
-    // notice is gone.
+    // notice is gone; answered() comes first and says so for both.
+    signal answered(string key)
     signal accepted(string key)
     signal dismissed(string key)
 
@@ -29,8 +30,14 @@ ColumnLayout {
             notices.remove(at);
     }
 
+    // Puts the keyboard on the notice's own button.
+    function focusOn(key) {
+        rows.itemAt(indexOf(key)).acceptButton.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     function settle(key, accept) {
         hide(key);
+        answered(key);
         if (accept)
             accepted(key);
         else
@@ -56,9 +63,12 @@ ColumnLayout {
         id: notices
     }
     Repeater {
+        id: rows
         model: notices
 
         Rectangle {
+            readonly property alias acceptButton: accept
+
             color: utils.orb_itemdowncolor
             radius: utils.itemRadius
             border { width: 1; color: utils.attention }
@@ -83,6 +93,7 @@ ColumnLayout {
                     Layout.fillWidth: true
                 }
                 PushButton {
+                    id: accept
                     text: model.accept
                     visible: text !== ""
                     primary: true

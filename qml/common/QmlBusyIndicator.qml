@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// Turns while something is under way. It stands still while another program is
-// in front: nobody looks at it then, and a game needs the graphics card.
+// Turns while something is under way. It stands still while another window is in
+// front: nobody looks at it then, and a game needs the graphics card.
 Image {
     id: indicator
 
@@ -16,7 +16,6 @@ Image {
         to: 360
         duration: 1200
         loops: Animation.Infinite
-        running: indicator.running && indicator.visible
-                 && Qt.application.state === Qt.ApplicationActive
+        running: indicator.running && indicator.visible && utils.inFront
     }
 }

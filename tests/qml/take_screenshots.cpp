@@ -18,6 +18,7 @@ void take(const QDir &folder, const QString &name, const std::function<void(Inte
 {
     Interface pages;
     pages.orb.becomeSteamState(FakeOrb::Pass);
+    pages.orb.becomeConnected(false, QCoreApplication::translate("ORBManager", "星程之光眼镜"));
     if (!pages.load())
         qFatal("the main window cannot be made");
     set(pages);

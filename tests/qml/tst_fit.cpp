@@ -1,0 +1,146 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QLocale>
+#include <QTranslator>
+
+#include <memory>
+
+// Texts have room in every language: none is cut off, and none leaves the
+// surface that it stands on.
+class TestFit : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void textsHaveRoom_data();
+    void textsHaveRoom();
+    void tipOfASecondCopyHasRoom_data();
+    void tipOfASecondCopyHasRoom();
+
+private:
+    static std::unique_ptr<QTranslator> translator(const QString &language);
+    static void set(Interface &pages, const QString &state);
+    static QStringList complaints(QQuickItem *root);
+};
+
+std::unique_ptr<QTranslator> TestFit::translator(const QString &language)
+{
+    auto translator = std::make_unique<QTranslator>();
+    if (!language.isEmpty()) {
+        if (!translator->load(QStringLiteral(KOLM_TRANSLATIONS_DIR "/") + language + ".qm"))
+            qWarning("translation is missing");
+        QCoreApplication::installTranslator(translator.get());
+    }
+    return translator;
+}
+
+void TestFit::set(Interface &pages, const QString &state)
+{
+    const QString name = QCoreApplication::translate("ORBManager", "星程之光眼镜");
+    pages.orb.becomeSteamState(FakeOrb::Pass);
+    pages.orb.becomeConnected(false, name);
+    if (state == "no steam") {
+        pages.orb.becomeSteamState(FakeOrb::NoneSteam);
+    } else if (state == "several headsets") {
+        pages.orb.becomeSteam(true);
+        pages.orb.headsets.fill({{"D3A0017C4B2F91AA55", "192.168.100.123", false, true},
+                                 {"D2B1118C7A0E04", "192.168.1.42", false, false},
+                                 {"X", "10.0.0.1", false, false}});
+        emit pages.orb.showVrList(false, true);
+    } else if (state == "connected") {
+        pages.orb.becomeSteam(true);
+        pages.orb.becomeSteamVR(true);
+        pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", true, true}});
+        pages.orb.becomeConnected(true,
+                                  QCoreApplication::translate("ORBManager", "眼镜ID：") + "4B2F91");
+    } else if (state == "wired") {
+        pages.orb.becomeWired(true);
+        pages.click(QStringLiteral("switchMode"));
+    } else if (state == "wired and plugged in") {
+        pages.orb.becomeWired(true);
+        pages.orb.becomeEnumerated(true);
+    } else if (state == "all notices") {
+        pages.orb.becomeSteam(true);
+        emit pages.orb.showPowerTip();
+        emit pages.orb.showNetWorkSetting();
+        emit pages.orb.showUseProtPage("nginx.exe, python.exe, another program.exe");
+        emit pages.orb.showUpdateGPUPage();
+        emit pages.update.updateSignal("1. Faster start<br>2. Fewer stalls over USB", true);
+    }
+}
+
+QStringList TestFit::complaints(QQuickItem *root)
+{
+    QStringList found;
+    const QList<QQuickItem *> items = Interface::shownItems(root);
+    for (QQuickItem *item : items) {
+        if (!item->inherits("QQuickText"))
+            continue;
+        const QString text = item->property("text").toString();
+        if (item->property("truncated").toBool())
+            found.append("cut off: " + text);
+        if (item->property("contentWidth").toReal() > item->width() + 1 ||
+            item->property("contentHeight").toReal() > item->height() + 1)
+            found.append("larger than its place: " + text);
+        for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
+            if (around->inherits("QQuickListView"))
+                break; // it scrolls
+            if (!around->inherits("QQuickRectangle"))
+                continue;
+            const QRectF place = item->mapRectToItem(around, item->boundingRect());
+            if (!around->boundingRect().adjusted(-1, -1, 1, 1).contains(place))
+                found.append("leaves its surface: " + text);
+        }
+    }
+    return found;
+}
+
+void TestFit::textsHaveRoom_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("state");
+    for (const char *language : {"", "chinese", "japanese"}) {
+        for (const char *state : {"start", "first run", "no steam", "several headsets", "connected",
+                                  "wired", "wired and plugged in", "all notices"})
+            QTest::addRow("%s, %s", *language ? language : "source", state) << language << state;
+    }
+}
+
+void TestFit::textsHaveRoom()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, state);
+
+    const auto installed = translator(language);
+    Interface pages;
+    pages.orb.hideSelectPage = state != "first run";
+    QVERIFY(pages.load());
+    set(pages, state);
+    pages.settle();
+    QCOMPARE(complaints(pages.window()->contentItem()), QStringList());
+}
+
+void TestFit::tipOfASecondCopyHasRoom_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("source") << QString();
+    QTest::newRow("chinese") << "chinese";
+    QTest::newRow("japanese") << "japanese";
+}
+
+void TestFit::tipOfASecondCopyHasRoom()
+{
+    QFETCH(QString, language);
+    const auto installed = translator(language);
+    Interface pages;
+    pages.loadAlone(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml"));
+    pages.settle();
+    QCOMPARE(complaints(pages.window()->contentItem()), QStringList());
+}
+
+KOLM_GUI_TEST_MAIN(TestFit)
+#include "tst_fit.moc"

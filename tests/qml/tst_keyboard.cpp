@@ -1,0 +1,238 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QQmlProperty>
+
+namespace {
+
+QString zh(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+QString accessibleName(QQuickItem *item)
+{
+    return QQmlProperty::read(item, QStringLiteral("Accessible.name"), qmlContext(item)).toString();
+}
+
+bool hasRing(QQuickItem *item)
+{
+    for (QQuickItem *shown : Interface::shownItems(item)) {
+        if (shown->objectName() == QLatin1String("focusRing"))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+// Everything can be done without a mouse and is named for those who cannot see.
+class TestKeyboard : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void tabReachesEveryControl();
+    void tabReachesBothModes();
+    void keysPressTheControl_data();
+    void keysPressTheControl();
+    void disabledButtonsArePassedOver();
+    void arrowsChooseAHeadset();
+    void chosenHeadsetStaysChosenWhenTheListIsFilledAnew();
+    void clickLeavesNoRing();
+    void everythingThatCanBePressedHasAName_data();
+    void everythingThatCanBePressedHasAName();
+    void questionTakesTheFocus();
+
+private:
+    static void activate(Interface &pages)
+    {
+        pages.settle();
+        pages.window()->requestActivate();
+        QTRY_VERIFY(pages.window()->isActive());
+    }
+    // The names of all controls in the order of the tabulator, each of which
+    // must show that it has the focus.
+    static QStringList walk(Interface &pages)
+    {
+        QStringList names;
+        for (int i = 0; i < 40; ++i) {
+            QTest::keyClick(pages.window(), Qt::Key_Tab);
+            QQuickItem *item = pages.window()->activeFocusItem();
+            const QString name = item ? accessibleName(item) : QString();
+            if (!names.isEmpty() && name == names.first())
+                break;
+            names.append(item && hasRing(item) ? name : name + " (without ring)");
+        }
+        return names;
+    }
+};
+
+void TestKeyboard::tabReachesEveryControl()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteamState(FakeOrb::Pass);
+    pages.orb.becomeSteam(true);
+    pages.orb.becomeConnected(true);
+    pages.orb.headsets.fill({{"A", "10.0.0.1", true, true}, {"B", "10.0.0.2", false, false}});
+    emit pages.orb.showNetWorkSetting();
+    activate(pages);
+
+    QCOMPARE(walk(pages), (QStringList{zh("使用帮助"), zh("最小化"), zh("关闭"), zh("不再提示"),
+                                       zh("打开网络设置"), zh("知道了"), zh("启动"),
+                                       zh("Steam VR检测不到设备？"), zh("切换为有线串流"),
+                                       zh("A 上次使用"), zh("停止串流")}));
+}
+
+void TestKeyboard::tabReachesBothModes()
+{
+    Interface pages;
+    pages.orb.hideSelectPage = false;
+    pages.load();
+    activate(pages);
+    QCOMPARE(accessibleName(pages.window()->activeFocusItem()), zh("有线串流"));
+    QTest::keyClick(pages.window(), Qt::Key_Tab);
+    QCOMPARE(accessibleName(pages.window()->activeFocusItem()), zh("无线串流"));
+    QVERIFY(hasRing(pages.window()->activeFocusItem()));
+    pages.orb.calls.clear();
+    QTest::keyClick(pages.window(), Qt::Key_Return);
+    QCOMPARE(pages.orb.calls, (QStringList{"wired=false", "reportstreamMode false false"}));
+}
+
+void TestKeyboard::keysPressTheControl_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("call");
+
+    for (int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        QTest::addRow("button %x", key) << "help" << key << "gotoWeb 1";
+        QTest::addRow("link %x", key) << "steamHelp" << key << "gotoWeb 2";
+        QTest::addRow("icon %x", key) << "close" << key << "closeApp";
+    }
+}
+
+void TestKeyboard::keysPressTheControl()
+{
+    QFETCH(QString, name);
+    QFETCH(int, key);
+    QFETCH(QString, call);
+
+    Interface pages;
+    pages.load();
+    activate(pages);
+    pages.orb.calls.clear();
+    pages.item(name)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(pages.window(), Qt::Key(key));
+    QCOMPARE(pages.orb.calls, QStringList(call));
+}
+
+void TestKeyboard::disabledButtonsArePassedOver()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteam(true);
+    pages.orb.becomeSteamVR(true);
+    activate(pages);
+    QVERIFY(!walk(pages).join('|').contains(zh("已启动")));
+}
+
+void TestKeyboard::arrowsChooseAHeadset()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"A", "10.0.0.1", false, false},
+                             {"B", "10.0.0.2", false, false},
+                             {"C", "10.0.0.3", true, false}});
+    activate(pages);
+    pages.item("headsets")->forceActiveFocus(Qt::TabFocusReason);
+    pages.orb.calls.clear();
+
+    QTest::keyClick(pages.window(), Qt::Key_Down);
+    QTest::keyClick(pages.window(), Qt::Key_Return);
+    QTest::keyClick(pages.window(), Qt::Key_Down);
+    QTest::keyClick(pages.window(), Qt::Key_Space);
+
+    QCOMPARE(pages.orb.calls,
+             (QStringList{"connectVR 'B' '10.0.0.2' true", "connectVR 'C' '10.0.0.3' false"}));
+}
+
+void TestKeyboard::chosenHeadsetStaysChosenWhenTheListIsFilledAnew()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"A", "10.0.0.1", false, false}, {"B", "10.0.0.2", false, false}});
+    activate(pages);
+    pages.item("headsets")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(pages.window(), Qt::Key_Down);
+
+    pages.orb.headsets.fill({{"C", "10.0.0.3", false, false},
+                             {"A", "10.0.0.1", false, false},
+                             {"B", "10.0.0.2", false, false}});
+    pages.settle();
+
+    QVERIFY(pages.item("headsets")->hasActiveFocus());
+    QVERIFY(hasRing(pages.item("headsets")));
+    pages.orb.calls.clear();
+    QTest::keyClick(pages.window(), Qt::Key_Return);
+    QCOMPARE(pages.orb.calls, QStringList("connectVR 'B' '10.0.0.2' true"));
+}
+
+void TestKeyboard::clickLeavesNoRing()
+{
+    Interface pages;
+    pages.load();
+    activate(pages);
+    pages.click("help");
+    QVERIFY(!hasRing(pages.window()->contentItem()));
+}
+
+void TestKeyboard::everythingThatCanBePressedHasAName_data()
+{
+    QTest::addColumn<bool>("firstRun");
+    QTest::newRow("first run") << true;
+    QTest::newRow("later") << false;
+}
+
+void TestKeyboard::everythingThatCanBePressedHasAName()
+{
+    QFETCH(bool, firstRun);
+
+    Interface pages;
+    pages.orb.hideSelectPage = !firstRun;
+    pages.load();
+    pages.orb.becomeSteamState(FakeOrb::Pass);
+    pages.orb.headsets.fill({{"A", "10.0.0.1", false, true}});
+    emit pages.orb.showPowerTip();
+    pages.settle();
+
+    int pressable = 0;
+    for (QQuickItem *item : Interface::shownItems(pages.window()->contentItem())) {
+        if (!item->inherits("QQuickMouseArea"))
+            continue;
+        ++pressable;
+        QVERIFY2(!accessibleName(item->parentItem()).isEmpty(),
+                 qPrintable("without a name: " + item->parentItem()->objectName()));
+    }
+    QVERIFY(pressable >= (firstRun ? 5 : 9));
+}
+
+void TestKeyboard::questionTakesTheFocus()
+{
+    Interface pages;
+    pages.load();
+    activate(pages);
+    pages.item("switchMode")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(pages.window(), Qt::Key_Space);
+    QCOMPARE(accessibleName(pages.window()->activeFocusItem()), zh("确定"));
+    QTest::keyClick(pages.window(), Qt::Key_Escape);
+    QCOMPARE(pages.item("notices")->property("count").toInt(), 0);
+    QCOMPARE(pages.window()->activeFocusItem(), pages.item("switchMode"));
+}
+
+KOLM_GUI_TEST_MAIN(TestKeyboard)
+#include "tst_keyboard.moc"

@@ -1,0 +1,122 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+// A window that nobody looks at must not take anything from the game.
+class TestQuiet : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void nothingMovesOnceEverythingIsDone();
+    void somethingTurnsWhileItSearches();
+    void nothingTurnsInAWindowThatIsNotInFront();
+    void nothingTurnsInAHiddenPart();
+    void pollWithoutNewsDrawsNothing();
+
+private:
+    // Whatever would draw or wake the program up again, in shown and hidden items.
+    static QStringList moving(const Interface &pages)
+    {
+        QStringList found;
+        QList<QQuickItem *> items{pages.window()->contentItem()};
+        while (!items.isEmpty()) {
+            QQuickItem *item = items.takeFirst();
+            items += item->childItems();
+            const QObjectList objects = item->children();
+            for (const QObject *object : objects) {
+                if ((object->inherits("QQuickAbstractAnimation") ||
+                     object->inherits("QQmlTimer")) &&
+                    object->property("running").toBool())
+                    found.append(QString::fromLatin1(object->metaObject()->className()));
+            }
+        }
+        return found;
+    }
+    static void activate(Interface &pages)
+    {
+        pages.settle();
+        pages.window()->requestActivate();
+        QTRY_VERIFY(pages.window()->isActive());
+    }
+    static void connectAll(Interface &pages)
+    {
+        pages.orb.becomeSteamState(FakeOrb::Pass);
+        pages.orb.becomeSteam(true);
+        pages.orb.becomeSteamVR(true);
+        pages.orb.headsets.fill({{"A", "10.0.0.1", true, true}});
+        pages.orb.becomeConnected(true);
+    }
+};
+
+void TestQuiet::nothingMovesOnceEverythingIsDone()
+{
+    Interface pages;
+    pages.load();
+    connectAll(pages);
+    activate(pages);
+    QCOMPARE(moving(pages), QStringList());
+}
+
+void TestQuiet::somethingTurnsWhileItSearches()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteam(true);
+    activate(pages);
+    QVERIFY(moving(pages).contains("QQuickRotationAnimator"));
+}
+
+void TestQuiet::nothingTurnsInAWindowThatIsNotInFront()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteam(true);
+    activate(pages);
+    QVERIFY(!moving(pages).isEmpty());
+
+    QWindow game;
+    game.show();
+    game.requestActivate();
+    QTRY_VERIFY(!pages.window()->isActive());
+
+    QCOMPARE(moving(pages), QStringList());
+}
+
+void TestQuiet::nothingTurnsInAHiddenPart()
+{
+    Interface pages;
+    pages.orb.hideSelectPage = false;
+    pages.load();
+    activate(pages);
+    QCOMPARE(moving(pages), QStringList());
+}
+
+void TestQuiet::pollWithoutNewsDrawsNothing()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeWired(true);
+    connectAll(pages);
+    activate(pages);
+    pages.settle();
+    const QSignalSpy frames(pages.window(), &QQuickWindow::beforeRendering);
+
+    // What the poll of the wired mode says every five seconds.
+    emit pages.orb.vrIsConnectChange();
+    emit pages.orb.showVrList(true, false);
+    // Far longer than a frame takes.
+    QElapsedTimer elapsed;
+    for (elapsed.start(); elapsed.elapsed() < 100;)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+
+    QCOMPARE(frames.count(), 0);
+}
+
+KOLM_GUI_TEST_MAIN(TestQuiet)
+#include "tst_quiet.moc"

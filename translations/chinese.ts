@@ -1,0 +1,421 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>HeadsetRow</name>
+    <message>
+        <source>上次使用</source>
+        <translation>Last used</translation>
+    </message>
+    <message>
+        <source>已连接</source>
+        <translation>Connected</translation>
+    </message>
+    <message>
+        <source>连接</source>
+        <translation>Connect</translation>
+    </message>
+</context>
+<context>
+    <name>NoticeList</name>
+    <message>
+        <source>知道了</source>
+        <translation>Got it</translation>
+    </message>
+</context>
+<context>
+    <name>ORBManager</name>
+    <message>
+        <source>切换模式中，请稍后再试</source>
+        <translation>Switching modes, please try again later</translation>
+    </message>
+    <message>
+        <source>正在重启，请稍候</source>
+        <translation>Restarting, please wait</translation>
+    </message>
+    <message>
+        <source>设备连接失败，请插拔眼镜再试</source>
+        <translation>Could not connect the device. Unplug the headset, plug it in again and retry</translation>
+    </message>
+    <message>
+        <source>星程之光眼镜</source>
+        <translation>VR headset</translation>
+    </message>
+    <message>
+        <source>眼镜ID：</source>
+        <translation>Headset ID: </translation>
+    </message>
+    <message>
+        <source>当前无音频设备或音频设备是多声道，请切换成双声道模式或者切换双声道音频设备</source>
+        <translation>There is no audio device, or it is a multichannel one. Switch it to stereo or use a stereo audio device</translation>
+    </message>
+    <message>
+        <source>请使用管理员权限打开steam，或安装此程序到非系统目录</source>
+        <translation>Run Steam as administrator, or install this program outside of the system folders</translation>
+    </message>
+    <message>
+        <source>steam启动中，请勿操作</source>
+        <translation>Steam is starting, please wait</translation>
+    </message>
+    <message>
+        <source>正在登录steam，请稍等</source>
+        <translation>Logging in to Steam, please wait</translation>
+    </message>
+    <message>
+        <source>正在准备打开或者安装SteamVR,确保已登录steam</source>
+        <translation>Preparing to launch or install SteamVR. Make sure that you are logged in to Steam</translation>
+    </message>
+    <message>
+        <source>steamVR重启设置中，请勿操作</source>
+        <translation>SteamVR is restarting to apply the settings, please wait</translation>
+    </message>
+    <message>
+        <source>当前配置</source>
+        <translation>This PC</translation>
+    </message>
+    <message>
+        <source>最低配置</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>推荐配置</source>
+        <translation>Recommended</translation>
+    </message>
+    <message>
+        <source>操作系统：</source>
+        <translation>OS:</translation>
+    </message>
+    <message>
+        <source>处理器：</source>
+        <translation>Processor:</translation>
+    </message>
+    <message>
+        <source>内存：</source>
+        <translation>Memory:</translation>
+    </message>
+    <message>
+        <source>显卡：</source>
+        <translation>Graphics:</translation>
+    </message>
+    <message>
+        <source>DirectX 版本：</source>
+        <translation>DirectX:</translation>
+    </message>
+</context>
+<context>
+    <name>PageItem</name>
+    <message>
+        <source>连接设备中，请稍后</source>
+        <translation>Connecting the device, please wait</translation>
+    </message>
+    <message>
+        <source>已连接，戴上眼镜开始串流吧！</source>
+        <translation>Connected. Put on the headset and start streaming!</translation>
+    </message>
+    <message>
+        <source>连接中</source>
+        <translation>Connecting</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>Checking</translation>
+    </message>
+    <message>
+        <source>请选择设备连接</source>
+        <translation>Choose a device to connect</translation>
+    </message>
+    <message>
+        <source>请选择眼镜连接</source>
+        <translation>Choose a headset to connect</translation>
+    </message>
+    <message>
+        <source>搜索中</source>
+        <translation>Searching</translation>
+    </message>
+    <message>
+        <source>切换为无线串流</source>
+        <translation>Switch to wireless</translation>
+    </message>
+    <message>
+        <source>切换为有线串流</source>
+        <translation>Switch to wired</translation>
+    </message>
+    <message>
+        <source>可用的VR眼镜</source>
+        <translation>Available VR headsets</translation>
+    </message>
+    <message>
+        <source>连接步骤</source>
+        <translation>How to connect</translation>
+    </message>
+    <message>
+        <source>将电脑和VR眼镜接入同一个路由器，电脑建议使用网线</source>
+        <translation>Connect the PC and the VR headset to the same router; use a network cable for the PC if you can</translation>
+    </message>
+    <message>
+        <source>戴上VR眼镜，打开串流应用</source>
+        <translation>Put on the VR headset and open the streaming app</translation>
+    </message>
+    <message>
+        <source>等待眼镜出现在列表中，然后点击“连接”</source>
+        <translation>Wait until the headset appears in the list, then click &quot;Connect&quot;</translation>
+    </message>
+    <message>
+        <source>用USB 3.0数据线连接电脑和VR眼镜</source>
+        <translation>Connect the VR headset to the PC with a USB 3.0 cable</translation>
+    </message>
+    <message>
+        <source>戴上VR眼镜，允许USB调试</source>
+        <translation>Put on the VR headset and allow USB debugging</translation>
+    </message>
+    <message>
+        <source>在眼镜中打开串流应用</source>
+        <translation>Open the streaming app on the headset</translation>
+    </message>
+    <message>
+        <source>确认数据线支持USB 3.0</source>
+        <translation>Make sure that the cable supports USB 3.0</translation>
+    </message>
+    <message>
+        <source>确认数据线插在电脑的USB 3.0接口上（通常为蓝色）</source>
+        <translation>Make sure that it is plugged into a USB 3.0 port of the PC (usually blue)</translation>
+    </message>
+    <message>
+        <source>重新插拔数据线，或更换接口后再试</source>
+        <translation>Unplug the cable and plug it in again, or try another port</translation>
+    </message>
+    <message>
+        <source>停止串流</source>
+        <translation>Stop streaming</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>Steam正在启动中，请稍候</source>
+        <translation>Steam is starting, please wait</translation>
+    </message>
+    <message>
+        <source>启动Steam失败</source>
+        <translation>Could not start Steam</translation>
+    </message>
+    <message>
+        <source>未找到Steam安装路径</source>
+        <translation>Could not find where Steam is installed</translation>
+    </message>
+    <message>
+        <source>正在重启，请等待</source>
+        <translation>Restarting, please wait</translation>
+    </message>
+</context>
+<context>
+    <name>SelectModePage</name>
+    <message>
+        <source>请选择串流方式</source>
+        <translation>Choose how to stream</translation>
+    </message>
+    <message>
+        <source>之后可以随时切换</source>
+        <translation>You can switch at any time</translation>
+    </message>
+    <message>
+        <source>有线串流</source>
+        <translation>Wired streaming</translation>
+    </message>
+    <message>
+        <source>用USB 3.0数据线连接，画面最稳定，同时为眼镜充电</source>
+        <translation>Over a USB 3.0 cable: the steadiest picture, and the headset charges meanwhile</translation>
+    </message>
+    <message>
+        <source>无线串流</source>
+        <translation>Wireless streaming</translation>
+    </message>
+    <message>
+        <source>通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络</source>
+        <translation>Over Wi-Fi: free to move. The PC and the headset have to be on the same network</translation>
+    </message>
+</context>
+<context>
+    <name>SingleAppTip</name>
+    <message>
+        <source>提示</source>
+        <translation>Notice</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>应用程序已打开</source>
+        <translation>The program is already running</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>SteamItem</name>
+    <message>
+        <source>安装</source>
+        <translation>Install</translation>
+    </message>
+    <message>
+        <source>已启动</source>
+        <translation>Running</translation>
+    </message>
+    <message>
+        <source>启动</source>
+        <translation>Launch</translation>
+    </message>
+</context>
+<context>
+    <name>SteamPageItem</name>
+    <message>
+        <source>Steam软件</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>Checking</translation>
+    </message>
+    <message>
+        <source>已就绪</source>
+        <translation>Ready</translation>
+    </message>
+    <message>
+        <source>请按以下步骤操作</source>
+        <translation>Follow these steps</translation>
+    </message>
+    <message>
+        <source>安装Steam软件</source>
+        <translation>Install Steam</translation>
+    </message>
+    <message>
+        <source>安装Steam VR软件</source>
+        <translation>Install SteamVR</translation>
+    </message>
+    <message>
+        <source>Steam VR软件</source>
+        <translation>SteamVR</translation>
+    </message>
+    <message>
+        <source>Steam VR检测不到设备？</source>
+        <translation>SteamVR does not detect the headset?</translation>
+    </message>
+</context>
+<context>
+    <name>SystemInfo</name>
+    <message>
+        <source>Intel Core i5-6600/AMD锐龙3 1300X同等性能及以上</source>
+        <translation>Intel Core i5-6600 / AMD Ryzen 3 1300X equivalent or better</translation>
+    </message>
+    <message>
+        <source>NVDIA GeFore GTX 970/AMD RX 480 同等性能及以上</source>
+        <translation>NVIDIA GeForce GTX 970 / AMD RX 480 equivalent or better</translation>
+    </message>
+    <message>
+        <source>Intel Core i7-9700/AMD 锐龙5 3600 同等性能及以上</source>
+        <translation>Intel Core i7-9700 / AMD Ryzen 5 3600 equivalent or better</translation>
+    </message>
+    <message>
+        <source>NVDIA GeFore RTX 3060/AMD RX 6600XT 同等性能及以上</source>
+        <translation>NVIDIA GeForce RTX 3060 / AMD RX 6600 XT equivalent or better</translation>
+    </message>
+</context>
+<context>
+    <name>mainWindow</name>
+    <message>
+        <source>安装失败请重试！</source>
+        <translation>Installation failed, please try again!</translation>
+    </message>
+    <message>
+        <source>串流助手</source>
+        <translation>Streaming Assistant</translation>
+    </message>
+    <message>
+        <source>使用帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～</source>
+        <translation>All steps are done. Put on your VR headset and enjoy the games!</translation>
+    </message>
+    <message>
+        <source>完成下列步骤，即可畅玩Steam游戏大作</source>
+        <translation>Complete the steps below to play your Steam games</translation>
+    </message>
+    <message>
+        <source>不再提示</source>
+        <translation>Don&apos;t show again</translation>
+    </message>
+    <message>
+        <source>确定切换为无线串流</source>
+        <translation>Switch to wireless streaming?</translation>
+    </message>
+    <message>
+        <source>确定切换为有线串流</source>
+        <translation>Switch to wired streaming?</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>电脑正在使用电池，性能可能受限，请连接电源</source>
+        <translation>The PC runs on battery, which may limit its performance. Please plug it in</translation>
+    </message>
+    <message>
+        <source>发现多个VR眼镜，请在列表中选择要连接的眼镜</source>
+        <translation>Several VR headsets were found. Choose the one to connect from the list</translation>
+    </message>
+    <message>
+        <source>当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络</source>
+        <translation>This network is set to public, so the PC may not find the headset. Please set it to private</translation>
+    </message>
+    <message>
+        <source>打开网络设置</source>
+        <translation>Network settings</translation>
+    </message>
+    <message>
+        <source>以下程序占用了串流所需的端口，请将其关闭：%1</source>
+        <translation>These programs use ports that streaming needs. Please close them: %1</translation>
+    </message>
+    <message>
+        <source>显卡驱动版本过低，请更新显卡驱动</source>
+        <translation>The graphics driver is too old. Please update it</translation>
+    </message>
+    <message>
+        <source>需要更新到新版本才能继续使用：%1</source>
+        <translation>A new version is required to continue: %1</translation>
+    </message>
+    <message>
+        <source>发现新版本：%1</source>
+        <translation>A new version is available: %1</translation>
+    </message>
+    <message>
+        <source>立即更新</source>
+        <translation>Update now</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Exit</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>Later</translation>
+    </message>
+</context>
+</TS>
