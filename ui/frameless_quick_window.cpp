@@ -147,7 +147,12 @@ bool FramelessQuickWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::Close && !closing_ && window_frame::closeEventIsRequest()) {
         event->ignore();
+        const QPointer<FramelessQuickWindow> self = this;
         emit closeAll();
+        // A window that its own handler has put away does not stand in the way
+        // of an application that closes all its windows to quit.
+        if (self && !isVisible())
+            event->accept();
         return true;
     }
     if (event->type() == QEvent::MouseButtonPress) {

@@ -108,6 +108,7 @@ private slots:
     void ownCloseClosesWithoutAsking();
     void requestAfterAnOwnCloseIsARequestAgain();
     void closingFromTheHandlerCloses();
+    void windowPutAwayByItsHandlerDoesNotKeepTheApplicationFromQuitting();
     void windowMayBeDestroyedByItsClosing();
 
     void shadowFollowsNeedShadow();
@@ -481,6 +482,15 @@ void TestFramelessQuickWindow::closingFromTheHandlerCloses()
 
     QCOMPARE(asked, 1);
     QVERIFY(!window.isVisible());
+}
+
+void TestFramelessQuickWindow::windowPutAwayByItsHandlerDoesNotKeepTheApplicationFromQuitting()
+{
+    Window window;
+    window.show();
+    connect(&window, &FramelessQuickWindow::closeAll, this, [&] { window.setVisible(false); });
+
+    QVERIFY(requestClose(window));
 }
 
 void TestFramelessQuickWindow::windowMayBeDestroyedByItsClosing()

@@ -1,0 +1,89 @@
+#include "app/demonstration_sim.h"
+
+#include "base/clock.h"
+#include "link/console.h"
+
+#include <QImage>
+#include <QQuickWindow>
+
+namespace {
+
+constexpr int settleTime = 1500; // ms for the window to show what was announced
+constexpr int notConnected = 3;
+constexpr int noScreenshot = 4;
+
+} // namespace
+
+Demonstration::Wishes Demonstration::Wishes::fromEnvironment()
+{
+    Wishes wishes;
+    const QString road = qEnvironmentVariable("SIMPC_ROAD");
+    wishes.printRoad = !road.isEmpty() && road != QLatin1String("0");
+    wishes.screenshot = qEnvironmentVariable("SIMPC_SCREENSHOT");
+    wishes.untilConnected = qEnvironmentVariable("SIMPC_UNTIL") == QLatin1String("connected");
+    wishes.limitSeconds = qEnvironmentVariableIntValue("SIMPC_LIMIT");
+    return wishes;
+}
+
+Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const ConnectionRoad &road,
+                             QQuickWindow *window, QObject *parent)
+    : QObject(parent), wishes_(wishes), clock_(clock), road_(road), window_(window),
+      start_(clock.elapsed())
+{
+    connect(&road_, &ConnectionRoad::stageChanged, this, &Demonstration::onStage);
+    if (wishes_.limitSeconds > 0)
+        clock_.singleShot(wishes_.limitSeconds * 1000, this, [this] { onLimit(); });
+}
+
+void Demonstration::say(const QString &line) const
+{
+    if (!wishes_.printRoad)
+        return;
+    const double seconds = static_cast<double>(clock_.elapsed() - start_) / 1000;
+    console::echo(QStringLiteral("road: %1 s  %2").arg(seconds, 6, 'f', 1).arg(line).toStdString());
+}
+
+void Demonstration::onStage(int stage, bool reached)
+{
+    const QString words = ConnectionRoad::describe(static_cast<ConnectionRoad::Stage>(stage));
+    say((reached ? QStringLiteral("[x] ") : QStringLiteral("[ ] lost: ")) + words);
+    if (stage == ConnectionRoad::Linked && reached && !connected_) {
+        connected_ = true;
+        clock_.singleShot(settleTime, this, [this] { onConnected(); });
+    }
+}
+
+void Demonstration::onConnected()
+{
+    if (!wishes_.screenshot.isEmpty()) {
+        if (saveScreenshot()) {
+            say(QStringLiteral("screenshot saved as ") + wishes_.screenshot);
+        } else {
+            say(QStringLiteral("no screenshot could be saved as ") + wishes_.screenshot);
+            result_ = noScreenshot;
+        }
+    }
+    if (wishes_.untilConnected)
+        emit closeRequested();
+}
+
+void Demonstration::onLimit()
+{
+    if (connected_)
+        return;
+    result_ = notConnected;
+    const int missing = road_.firstMissing();
+    say(QStringLiteral("failed after %1 s, missing: %2")
+            .arg(wishes_.limitSeconds)
+            .arg(missing < ConnectionRoad::stageCount
+                     ? ConnectionRoad::describe(static_cast<ConnectionRoad::Stage>(missing))
+                     : QStringLiteral("nothing")));
+    if (!wishes_.screenshot.isEmpty())
+        saveScreenshot();
+    emit closeRequested();
+}
+
+bool Demonstration::saveScreenshot() const
+{
+    return window_ && window_->grabWindow().save(wishes_.screenshot);
+}

@@ -1,0 +1,88 @@
+#include "app/host.h"
+
+#include "app/close_signals_sim.h"
+#include "app/demonstration_sim.h"
+#include "base/clock.h"
+#include "simpc/scenario.h"
+#include "simpc/sim_host.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+constexpr int badScenario = 2;
+
+[[noreturn]] void refuse(const QString &reason)
+{
+    std::cerr << "The simulated PC cannot be set up: " << reason.toStdString() << std::endl;
+    std::exit(badScenario);
+}
+
+// The close button of the main window and the window manager both end in this
+// signal.
+void closeProgram(QQmlApplicationEngine &engine)
+{
+    const QList<QObject *> roots = engine.rootObjects();
+    for (QObject *root : roots)
+        QMetaObject::invokeMethod(root, "closeAll");
+}
+
+} // namespace
+
+struct Host::Private
+{
+    std::unique_ptr<SimHost> pc;
+    std::unique_ptr<CloseSignals> closeSignals;
+    std::unique_ptr<Demonstration> demonstration;
+};
+
+Host::Host() : d(std::make_unique<Private>())
+{
+    QString error;
+    const SimSettings settings = SimSettings::fromEnvironment(&error);
+    if (!error.isEmpty())
+        refuse(error);
+    const Scenario chosen = scenario::load(settings.scenario, &error);
+    if (!error.isEmpty())
+        refuse(error);
+    Clock::setSystemSpeed(settings.speed);
+    SimHost::Options options;
+    options.settings = settings;
+    d->pc = std::make_unique<SimHost>(chosen, options);
+}
+
+Host::~Host() = default;
+
+void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
+{
+    d->pc->start();
+    d->closeSignals = std::make_unique<CloseSignals>();
+    QObject::connect(d->closeSignals.get(), &CloseSignals::closeRequested, &engine,
+                     [&engine] { closeProgram(engine); });
+    // The notifier belongs to the event loop and ends with it.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
+                     d->closeSignals.get(), [this] { d->closeSignals.reset(); });
+    if (!road)
+        return;
+
+    const QObject *root = engine.rootObjects().value(0);
+    auto *window = qobject_cast<QQuickWindow *>(const_cast<QObject *>(root));
+    d->demonstration = std::make_unique<Demonstration>(Demonstration::Wishes::fromEnvironment(),
+                                                       Clock::system(), *road, window);
+    const Demonstration *demonstration = d->demonstration.get();
+    QObject::connect(demonstration, &Demonstration::closeRequested, &engine,
+                     [&engine] { closeProgram(engine); });
+    d->pc->pc().onHappening([demonstration](const QString &line) { demonstration->say(line); });
+    d->pc->pc().onJournal([demonstration](const QString &line) { demonstration->say(line); });
+}
+
+int Host::exitCode(int loopResult) const
+{
+    return loopResult != 0 || !d->demonstration ? loopResult : d->demonstration->result();
+}

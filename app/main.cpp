@@ -1,0 +1,52 @@
+#include "app/application_font.h"
+#include "app/host.h"
+#include "app/log_file.h"
+#include "app/product.h"
+#include "app/qml_loading.h"
+#include "app/single_instance.h"
+#include "app/translation.h"
+#include "ui/frameless_quick_window.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QLocale>
+#include <QQmlApplicationEngine>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <iostream>
+
+int main(int argc, char *argv[])
+{
+    // Narrow and wide console output are used side by side.
+    std::ios::sync_with_stdio(false);
+
+    Host host;
+    QGuiApplication app(argc, argv);
+    installLogFile();
+    initProductResources();
+    const QLocale locale;
+    installTranslation(locale.language(), &app);
+    setApplicationFont(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/res/image/orb.ico")));
+    QCoreApplication::setOrganizationName(QStringLiteral("KOLM"));
+    // The log, the settings and the recent headsets go there; none of them
+    // makes the folder.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+
+    QQmlApplicationEngine engine;
+    FramelessQuickWindow::setSharedEngine(&engine);
+    qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+    const SingleInstance instance;
+    if (instance.isFirst()) {
+        Product product(locale, &app);
+        product.publish(engine);
+        loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/mainWindow.qml")));
+        host.attach(engine, &product.road());
+        return host.exitCode(QGuiApplication::exec());
+    }
+    loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml")));
+    host.attach(engine, nullptr);
+    return host.exitCode(QGuiApplication::exec());
+}

@@ -1,0 +1,62 @@
+#include "app/product.h"
+
+#include "base/clock.h"
+#include "cloud/orb_update.h"
+#include "config/config_manager.h"
+#include "controller/orb_manager.h"
+#include "link/adb_manger.h"
+#include "link/sys_manager.h"
+#include "qml/resources.h"
+#include "res/resources.h"
+#include "steamvr/steam_manager.h"
+#include "sysinfo/system_info.h"
+
+#include <QDebug>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QMetaEnum>
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
+#include <QStandardPaths>
+
+Product::Product(const QLocale &locale, QGuiApplication *app)
+{
+    qmlRegisterUncreatableType<ORBManager>("ORBManager", 1, 0, "ORBManagerCLS",
+                                           QStringLiteral("there is one, called orb"));
+    qInfo().noquote().nospace() << "json language: "
+                                << QMetaEnum::fromType<QLocale::Language>().valueToKey(
+                                       locale.language());
+    SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
+    const ORBManager::Services services = {
+        Clock::system(),
+        ConfigManager::instance(),
+        SteamManager::instance(),
+        SystemInfo::instance(),
+        []() -> HeadsetLink & { return SysManager::instance(); },
+        []() -> AdbManger & { return AdbManger::instance(); },
+        {},
+        [](const QUrl &url) { QDesktopServices::openUrl(url); },
+        QCoreApplication::applicationDirPath(),
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
+    };
+    orb_ = new ORBManager(services, app);
+    update_ = new ORBUpdate(app);
+}
+
+void Product::publish(QQmlApplicationEngine &engine) const
+{
+    engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
+}
+
+const ConnectionRoad &Product::road() const
+{
+    return orb_->road();
+}
+
+void initProductResources()
+{
+    qml::initResources();
+    res::initResources();
+}
