@@ -1,4 +1,5 @@
 // The link at the limits of the system: no descriptors left, high ones.
+#include "link/console.h"
 #include "link/ipc_sock.h"
 #include "tests/link/running_link.h"
 #include "tests/support/test_case.h"
@@ -80,6 +81,7 @@ class LinkLimitsTest : public TestCase
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void saysThatThereIsNoSocket();
     void saysThatThePortIsTaken();
     void doesNotWatchWhatItCannotAccept();
@@ -88,6 +90,16 @@ private slots:
     void backsOffWhenItCannotWait();
     void takesDescriptorsBeyondTheUsualThousand();
 };
+
+// The undefined-behaviour sanitizer opens a pipe when it meets a class for the
+// first time: let it meet the streams while that works.
+void LinkLimitsTest::initTestCase()
+{
+    const CapturedStreams streams;
+    console::info(L"");
+    console::error(L"");
+    console::echo("");
+}
 
 void LinkLimitsTest::saysThatThereIsNoSocket()
 {
