@@ -4,7 +4,10 @@
 #include "link/console.h"
 
 #include <QImage>
+#include <QQuickItem>
+#include <QQuickItemGrabResult>
 #include <QQuickWindow>
+#include <QSharedPointer>
 
 namespace {
 
@@ -55,16 +58,10 @@ void Demonstration::onStage(int stage, bool reached)
 
 void Demonstration::onConnected()
 {
-    if (!wishes_.screenshot.isEmpty()) {
-        if (saveScreenshot()) {
-            say(QStringLiteral("screenshot saved as ") + wishes_.screenshot);
-        } else {
-            say(QStringLiteral("no screenshot could be saved as ") + wishes_.screenshot);
-            result_ = noScreenshot;
-        }
-    }
-    if (wishes_.untilConnected)
-        emit closeRequested();
+    takeScreenshot([this] {
+        if (wishes_.untilConnected)
+            emit closeRequested();
+    });
 }
 
 void Demonstration::onLimit()
@@ -78,12 +75,42 @@ void Demonstration::onLimit()
             .arg(missing < ConnectionRoad::stageCount
                      ? ConnectionRoad::describe(static_cast<ConnectionRoad::Stage>(missing))
                      : QStringLiteral("nothing")));
-    if (!wishes_.screenshot.isEmpty())
-        saveScreenshot();
-    emit closeRequested();
+    takeScreenshot([this] { emit closeRequested(); });
 }
 
-bool Demonstration::saveScreenshot() const
+void Demonstration::takeScreenshot(const std::function<void()> &then)
 {
-    return window_ && window_->grabWindow().save(wishes_.screenshot);
+    if (wishes_.screenshot.isEmpty() || !window_) {
+        then();
+        return;
+    }
+    const QImage picture = window_->grabWindow();
+    if (!picture.isNull()) {
+        saveScreenshot(picture);
+        then();
+        return;
+    }
+    // A platform without a screen has no picture of the window; its content can
+    // be drawn once more.
+    const QSharedPointer<QQuickItemGrabResult> grab = window_->contentItem()->grabToImage();
+    if (!grab) {
+        saveScreenshot({});
+        then();
+        return;
+    }
+    connect(grab.data(), &QQuickItemGrabResult::ready, this, [this, grab, then] {
+        saveScreenshot(grab->image());
+        then();
+    });
+}
+
+void Demonstration::saveScreenshot(const QImage &picture)
+{
+    if (picture.save(wishes_.screenshot)) {
+        say(QStringLiteral("screenshot saved as ") + wishes_.screenshot);
+        return;
+    }
+    say(QStringLiteral("no screenshot could be saved as ") + wishes_.screenshot);
+    if (result_ == 0)
+        result_ = noScreenshot;
 }

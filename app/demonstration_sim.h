@@ -8,7 +8,10 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class Clock;
+class QImage;
 class QQuickWindow;
 
 class Demonstration : public QObject
@@ -46,7 +49,8 @@ private:
     void onStage(int stage, bool reached);
     void onConnected();
     void onLimit();
-    bool saveScreenshot() const;
+    void takeScreenshot(const std::function<void()> &then);
+    void saveScreenshot(const QImage &picture);
 
     Wishes wishes_;
     Clock &clock_;

@@ -24,6 +24,14 @@ constexpr int badScenario = 2;
     std::exit(badScenario);
 }
 
+// Without a screen there is no OpenGL either.
+void drawWithoutScreen()
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (platform.startsWith("offscreen") && !qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
+}
+
 // The close button of the main window and the window manager both end in this
 // signal.
 void closeProgram(QQmlApplicationEngine &engine)
@@ -44,6 +52,7 @@ struct Host::Private
 
 Host::Host() : d(std::make_unique<Private>())
 {
+    drawWithoutScreen();
     QString error;
     const SimSettings settings = SimSettings::fromEnvironment(&error);
     if (!error.isEmpty())
