@@ -1,0 +1,236 @@
+#!/usr/bin/env python3
+"""Tests of tools/check: each small bad tree must be reported, where and as what
+it is, and the good one must not."""
+
+import json
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+CHECK = ROOT / "tools" / "check"
+
+GOOD = {
+    "base/clock.h": "#pragma once\n\n#include <QObject>\n",
+    "base/clock.cpp": '#include "base/clock.h"\n\n#include <QTimer>\n\n'
+                      "void wait()\n{\n    QTimer::singleShot(5, [] {});\n}\n",
+    "base/manual_clock.cpp": '#include "base/clock.h"\n\nvoid ManualClock::sleep(int) {}\n',
+    "simpc/sim_pc.h": '#pragma once\n\n#include "base/clock.h"\n',
+    "sysinfo/power.h": "#pragma once\n\nint acLine();\n",
+    "sysinfo/power_sim.cpp": '#include "sysinfo/power.h"\n\n#include "simpc/sim_pc.h"\n\n'
+                             "int acLine()\n{\n    return 1;\n}\n",
+    "sysinfo/power_win.cpp": '#include "sysinfo/power.h"\n\n#include <windows.h>\n\n'
+                             "#ifdef _WIN32\n#endif\n",
+    "config/config_manager.cpp": "ConfigManager &ConfigManager::instance()\n{\n"
+                                 "    static ConfigManager manager;\n    return manager;\n}\n",
+    "steamvr/steam_manager.cpp": "SteamManager &SteamManager::instance()\n{\n"
+                                 "    if (true) {\n    }\n"
+                                 "    static SteamManager manager(ConfigManager::instance());\n"
+                                 "    return manager;\n}\n",
+    "controller/orb_manager.cpp": '#include "sysinfo/power.h"\n\nvoid f()\n{\n'
+                                  "    SteamManager::instance();\n}\n",
+    "ui/window.cpp": "// No windows.h, no Q_OS_WIN, no msleep(5), no X::instance() here.\n"
+                     "/* #include <windows.h>\n   QTimer::singleShot */\n"
+                     'const char *text = "usleep(5) // \\" Q_OS_WIN X::instance()";\n'
+                     'const char *raw = R"(nanosleep " Q_OS_WIN)";\n'
+                     "int million = 1'000'000;\n"
+                     "QObject *app = QCoreApplication::instance();\n",
+    "peers/server.cpp": '#include "link/adb.h"\n#include "simpc/sim_pc.h"\n\n'
+                        "void f()\n{\n    QThread::msleep(5);\n}\n",
+    "link/adb.h": "#pragma once\n",
+    "tests/link/tst_adb.cpp": '#include "link/adb.h"\n#include "peers/server.h"\n'
+                              '#include "simpc/sim_pc.h"\n\n#include "tst_adb.moc"\n',
+    "qml/Utils.qml": 'import QtQuick 2.15\n\nQtObject {\n    property color a: "#1A1B21"\n'
+                     "    property color b: Qt.rgba(1, 1, 1, 0.5)\n}\n",
+    "qml/Page.qml": "import QtQuick 2.15\n\nText {\n"
+                    '    color: "transparent" // not "#fff" and not "white"\n'
+                    '    text: "red # 5"\n    objectName: "#12"\n}\n',
+    "tests/qml/tst_page.qml": 'import QtTest 1.15\n\nTestCase {\n    property color c: "#123456"\n'
+                              "    function test_it() {\n        wait(0);\n        spy.wait();\n"
+                              "    }\n}\n",
+    "build/other.cpp": "#include <windows.h>\n",
+}
+
+# name, rule, files, what must be reported: file:line and words of the message
+BAD = [
+    ("base knows link", "layers", {"base/a.h": '#pragma once\n#include "link/b.h"\n'},
+     [("base/a.h", 2, "offer a callback")]),
+    ("link knows controller", "layers", {"link/a.cpp": '#include "controller/b.h"\n'},
+     [("link/a.cpp", 1, "link/ lies below controller/")]),
+    ("sysinfo knows steamvr", "layers", {"sysinfo/a.cpp": '\n\n  #  include "steamvr/b.h"\n'},
+     [("sysinfo/a.cpp", 3, "sysinfo/ lies below steamvr/")]),
+    ("the program knows its tests", "layers", {"ui/a.cpp": '#include "tests/support/b.h"\n'},
+     [("ui/a.cpp", 1, "ui/ must not know tests/")]),
+    ("the program knows a stand-in", "layers", {"app/a.cpp": '#include "peers/b.h"\n'},
+     [("app/a.cpp", 1, "app/ must not know peers/")]),
+    ("a path without its folder", "layers", {"link/a.cpp": '#include "b.h"\n', "link/b.h": ""},
+     [("link/a.cpp", 1, 'from the root: "link/b.h"')]),
+    ("a path that climbs", "layers", {"link/a.cpp": '#include "../base/b.h"\n'},
+     [("link/a.cpp", 1, "from the root")]),
+    ("simpc past the seam", "simpc",
+     {"sysinfo/power.cpp": '#include "base/a.h"\n#include "simpc/sim_pc.h"\n'},
+     [("sysinfo/power.cpp", 2, "only *_sim.cpp")]),
+    ("simpc in the header of a seam", "simpc",
+     {"sysinfo/power_sim.h": '#include "simpc/sim_pc.h"\n'},
+     [("sysinfo/power_sim.h", 1, "only *_sim.cpp")]),
+    ("two headers in a circle", "cycles",
+     {"link/a.h": '#include "link/b.h"\n', "link/b.h": '\n#include "link/a.h"\n'},
+     [("link/b.h", 2, "link/a.h -> link/b.h -> link/a.h")]),
+    ("three headers in a circle", "cycles",
+     {"link/a.h": '#include "link/b.h"\n', "link/b.h": '#include "link/c.h"\n',
+      "link/c.h": '#include "link/a.h"\n', "link/user.cpp": '#include "link/b.h"\n'},
+     [("link/c.h", 1, "circular include")]),
+    ("a header that includes itself", "cycles", {"link/a.h": '#include "link/a.h"\n'},
+     [("link/a.h", 1, "circular include")]),
+    ("windows.h", "platform", {"link/a.cpp": "#include <QObject>\n#include <windows.h>\n"},
+     [("link/a.cpp", 2, "*_win.cpp")]),
+    ("winsock2.h in capitals", "platform", {"link/a.h": "#include <WinSock2.h>\n"},
+     [("link/a.h", 1, "*_win.cpp")]),
+    ("windows.h in a test", "platform", {"tests/link/tst_a.cpp": "#include <windows.h>\n"},
+     [("tests/link/tst_a.cpp", 1, "*_win.cpp")]),
+    ("windows.h in a stand-in", "platform", {"peers/a.cpp": '#include "windows.h"\n'},
+     [("peers/a.cpp", 1, "*_win.cpp")]),
+    ("windows.h behind a comment", "platform",
+     {"link/a.cpp": "/* one\n two */\n#include <windows.h> // why not\n"},
+     [("link/a.cpp", 3, "*_win.cpp")]),
+    ("Q_OS_WIN", "platform", {"ui/a.cpp": "int i;\n#ifdef Q_OS_WIN\n#endif\n"},
+     [("ui/a.cpp", 2, "let CMake choose")]),
+    ("_WIN32", "platform", {"ui/a.h": "#if defined(_WIN32)\n#endif\n"}, [("ui/a.h", 1, "_WIN32")]),
+    ("the other way round", "platform", {"ui/a.cpp": "#ifndef __linux__\n#endif\n"},
+     [("ui/a.cpp", 1, "__linux__")]),
+    ("in the stand-in of a seam", "platform", {"ui/a_sim.cpp": "#ifdef Q_OS_LINUX\n#endif\n"},
+     [("ui/a_sim.cpp", 1, "Q_OS_LINUX")]),
+    ("qml/ without a colour table", "colours",
+     {"qml/a.qml": 'Item {\n  color: "#ff0000"\n}\n', "qml/windows/b.qml": "x: '#FFF'\n"},
+     [("qml/a.qml", 2, "#ff0000"), ("qml/windows/b.qml", 1, "qml/Utils.qml")]),
+    ("a colour by its name", "colours", {"qml/a.qml": 'Item {\n  border.color: on ? "red" : b\n}'},
+     [("qml/a.qml", 2, "red")]),
+    ("a colour by its parts", "colours", {"qml/a.qml": "Item { x: Qt.rgba(0, 0, 0, 1) }"},
+     [("qml/a.qml", 1, "Qt.rgba")]),
+    ("a colour in another Utils", "colours", {"qml/common/Utils.qml": '"#123456"\n'},
+     [("qml/common/Utils.qml", 1, "#123456")]),
+    ("QML that does not parse", "qmllint",
+     {"qml/a.qml": "import QtQuick 2.15\nItem {\n    x: }\n}\n"}, [("qml/a.qml", 3, "mend it")]),
+    ("one call that is not the instance's own", "singletons",
+     {"link/a.cpp": "X &X::instance()\n{\n    static X x;\n    return x;\n}\n"
+                    "void f()\n{\n    X::instance().go();\n}\n"},
+     [("link/a.cpp", 8, "hand X in")]),
+    ("an instance in a header", "singletons", {"cloud/a.h": "inline int f() { A::instance(); }\n"},
+     [("cloud/a.h", 1, "hand A in")]),
+    ("an instance in a test", "singletons", {"tests/a/b.cpp": "auto &a = SysManager::instance( );\n"},
+     [("tests/a/b.cpp", 1, "hand SysManager in")]),
+    ("waiting in QML", "waiting", {"tests/qml/a.qml": "Item {\n  function f() { wait(500) }\n}"},
+     [("tests/qml/a.qml", 2, "tryCompare")]),
+    ("bad format", "format",
+     {"ui/a.cpp": "int a;\nint  b;\nint  c;\n", "ui/b.cpp": "int b;\n", ".clang-format": None},
+     [("ui/a.cpp", 2, "clang-format -i ui/a.cpp")]),
+]
+
+for call in ("QTest::qWait(5)", "QTest::qWaitFor(f)", "QTest::qSleep(5)", "QThread::msleep(5)",
+             "QThread::usleep(5)", "QThread::sleep(5)", "::sleep(5)", "::usleep(5)", "nanosleep(t)",
+             "std::this_thread::sleep_for(t)", "std::this_thread::sleep_until(t)", "Sleep(5)",
+             "QTimer::singleShot(5, f)"):
+    places = ["base/clock_helper.cpp", "link/a.cpp", "tests/link/tst_a.cpp", "ui/a_win.cpp"]
+    BAD.append((call, "waiting", {place: f"void f()\n{{\n    {call};\n}}\n" for place in places},
+                [(place, 3, "through a Clock (base/clock.h)") for place in places]))
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="kolm 中 文 & é ")
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+
+    def lay_out(self, files):
+        for name, text in files.items():
+            path = self.root / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text((ROOT / name).read_text() if text is None else text, "utf-8")
+
+    def check(self, *arguments):
+        run = subprocess.run([sys.executable, CHECK, "--root", self.root, *arguments],
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.assertIn(run.returncode, (0, 1), run.stderr)
+        lines = run.stdout.splitlines()
+        self.assertEqual(run.returncode, 1 if lines else 0)
+        return lines
+
+    def assert_reported(self, lines, expected):
+        self.assertEqual(len(lines), len(expected), lines)
+        for line, (path, number, words) in zip(lines, expected):
+            self.assertTrue(line.startswith(f"{path}:{number}: "), line)
+            self.assertIn(words, line)
+
+    def test_good_tree_passes(self):
+        self.lay_out(GOOD | {".clang-format": None})
+        self.assertEqual(self.check(), [])
+
+    def test_every_rule_is_tried(self):
+        rules = re.findall(r"^  (\w+) ", subprocess.run(
+            [sys.executable, CHECK, "--help"], stdout=subprocess.PIPE, text=True,
+            check=True).stdout.split("rules:")[1], re.MULTILINE)
+        self.assertEqual(sorted(set(rules) - {"tidy"}), sorted({rule for _, rule, _, _ in BAD}))
+
+    def test_unknown_rule_is_refused(self):
+        run = subprocess.run([sys.executable, CHECK, "--root", self.root, "layer"],
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(run.returncode, 2)
+        self.assertIn("no such rule: layer", run.stderr)
+
+    def test_only_tracked_files_count(self):
+        bad = {"link/a.cpp": "#include <windows.h>\n"}
+        self.lay_out(bad)
+        self.git("init", "-q")
+        self.assert_reported(self.check("platform"), [("link/a.cpp", 1, "*_win.cpp")])
+        self.lay_out({"link/b.cpp": "\n"})
+        self.git("add", "link/b.cpp")
+        self.assertEqual(self.check("platform"), [])
+        self.git("add", "link/a.cpp")
+        self.assert_reported(self.check("platform"), [("link/a.cpp", 1, "*_win.cpp")])
+
+    def git(self, *words):
+        subprocess.run(["git", "-c", "user.name=A", "-c", "user.email=a@example.org", *words],
+                       cwd=self.root, check=True, stdout=subprocess.PIPE)
+
+    @unittest.skipUnless(shutil.which("clang-tidy"), "clang-tidy is not installed")
+    def test_tidy_looks_at_what_changed(self):
+        bad = "#include \"a/{}.h\"\nint *pointer()\n{{\n    return 0;\n}}\n"
+        self.lay_out({"a/old.cpp": bad.format("old"), "a/old.h": "", "a/new.h": "",
+                      "a/user.cpp": bad.format("new"),
+                      ".clang-tidy": "Checks: '-*,modernize-use-nullptr'\nWarningsAsErrors: '*'\n"})
+        self.git("init", "-q")
+        self.git("add", ".")
+        self.git("commit", "-qm", "One")
+        self.lay_out({"a/new.h": "int i();\n", "a/other.cpp": bad.format("old")})
+        self.git("add", ".")
+        self.git("commit", "-qm", "Two")
+        names = [str(self.root / "a" / name) for name in ("old.cpp", "user.cpp", "other.cpp")]
+        (self.root / "compile_commands.json").write_text(json.dumps(
+            [{"directory": str(self.root), "file": name, "arguments":
+              ["c++", "-I", str(self.root), "-c", name]} for name in names]))
+        build = ("--build", str(self.root))
+
+        self.assert_reported(self.check("tidy", *build),
+                             [("a/other.cpp", 4, "nullptr"), ("a/user.cpp", 4, "nullptr")])
+        self.assertEqual(self.check("tidy", *build, "--base", "HEAD"), [])
+        self.assertEqual(len(self.check("tidy", *build, "--all")), 3)
+
+
+def bad_tree_test(rule, files, expected):
+    def test(self):
+        self.lay_out(files)
+        self.assert_reported(self.check(rule), expected)
+
+    return test
+
+
+for index, (name, rule, files, expected) in enumerate(BAD):
+    setattr(CheckTest, f"test_{index:02} {rule}: {name}", bad_tree_test(rule, files, expected))
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=1)
