@@ -92,8 +92,8 @@ QByteArray TestCase::readFile(const QString &name) const
 
 void TestCase::init()
 {
-    d->folder = std::make_unique<QTemporaryDir>(
-        QDir::tempPath() + QString::fromUtf8("/kolm 中 文 & é XXXXXX"));
+    d->folder = std::make_unique<QTemporaryDir>(QDir::tempPath() +
+                                                QString::fromUtf8("/kolm 中 文 & é XXXXXX"));
     QVERIFY(d->folder->isValid());
     QVERIFY(QDir::setCurrent(d->folder->path()));
     d->announced.clear();
