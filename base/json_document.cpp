@@ -101,14 +101,69 @@ QByteArray newMark()
     return "@number-" + QUuid::createUuid().toByteArray(QUuid::Id128) + ':';
 }
 
-// `at` is the opening quote.
-const char *endOfString(const char *at, const char *end)
+// A text with some of its parts replaced.
+class Rewriter
 {
-    for (++at; at < end && *at != '"'; ++at) {
+public:
+    explicit Rewriter(const QByteArray &text) : copied_(text.constData()) {}
+
+    void replace(const char *from, const char *to, const QByteArray &by)
+    {
+        result_.append(copied_, static_cast<int>(from - copied_)).append(by);
+        copied_ = to;
+        changed_ = true;
+    }
+    bool changed() const { return changed_; }
+    QByteArray upTo(const char *end)
+    {
+        result_.append(copied_, static_cast<int>(end - copied_));
+        copied_ = end;
+        return result_;
+    }
+
+private:
+    QByteArray result_;
+    const char *copied_;
+    bool changed_ = false;
+};
+
+// Spells out what Qt does not keep in a string: a byte order mark at its
+// beginning, and null bytes, which are no JSON but pass, and behind which Qt
+// does not tell one name from another. `at` is the opening quote; the result
+// is behind the closing one.
+const char *rewriteString(const char *at, const char *end, Rewriter &rewriter)
+{
+    ++at;
+    if (end - at >= 3 && at[0] == '\xef' && at[1] == '\xbb' && at[2] == '\xbf') {
+        rewriter.replace(at, at + 3, "\\ufeff");
+        at += 3;
+    }
+    for (; at < end && *at != '"'; ++at) {
         if (*at == '\\' && end - at > 1)
             ++at;
+        else if (*at == '\0')
+            rewriter.replace(at, at + 1, "\\u0000");
     }
     return at < end ? at + 1 : end;
+}
+
+// Hides the number at `at` from the parser if it would not survive it. The
+// result is behind the number.
+const char *rewriteNumber(const char *at, const char *end, Rewriter &rewriter, QByteArray *mark)
+{
+    const char *const number = at;
+    at = std::find_if_not(at, end, isNumberByte);
+    if (!isJsonNumber(number, at) || fitsDouble(number, at))
+        return at;
+    // As a name a number is an error, which a string would cover up.
+    const char *const next = std::find_if_not(at, end, isBlank);
+    if (next != end && *next == ':')
+        return at;
+    if (mark->isEmpty())
+        *mark = newMark();
+    const QByteArray digits = QByteArray::fromRawData(number, static_cast<int>(at - number));
+    rewriter.replace(number, at, '"' + *mark + digits + '"');
+    return at;
 }
 
 } // namespace
@@ -123,34 +178,18 @@ QString JsonDocument::text(const QJsonValue &value) const
 JsonDocument parseJson(const QByteArray &text)
 {
     JsonDocument json;
-    QByteArray guarded;
+    Rewriter rewriter(text);
     const char *const end = text.constData() + text.size();
-    const char *copied = text.constData();
-    for (const char *at = copied; at < end;) {
-        if (*at == '"') {
-            at = endOfString(at, end);
-        } else if (isDigit(*at) || *at == '-' || *at == '+' || *at == '.') {
-            const char *const number = at;
-            at = std::find_if_not(at, end, isNumberByte);
-            if (!isJsonNumber(number, at) || fitsDouble(number, at))
-                continue;
-            // As a name a number is an error, which a string would cover up.
-            const char *const next = std::find_if_not(at, end, isBlank);
-            if (next != end && *next == ':')
-                continue;
-            if (json.numberMark.isEmpty())
-                json.numberMark = newMark();
-            guarded.append(copied, static_cast<int>(number - copied));
-            guarded.append('"').append(json.numberMark);
-            guarded.append(number, static_cast<int>(at - number)).append('"');
-            copied = at;
-        } else {
+    for (const char *at = text.constData(); at < end;) {
+        if (*at == '"')
+            at = rewriteString(at, end, rewriter);
+        else if (isDigit(*at) || *at == '-' || *at == '+' || *at == '.')
+            at = rewriteNumber(at, end, rewriter, &json.numberMark);
+        else
             ++at;
-        }
     }
-    if (!json.numberMark.isEmpty()) {
-        guarded.append(copied, static_cast<int>(end - copied));
-        json.document = QJsonDocument::fromJson(guarded, &json.error);
+    if (rewriter.changed()) {
+        json.document = QJsonDocument::fromJson(rewriter.upTo(end), &json.error);
         if (json.ok())
             return json;
         // The error is to speak of the text as it is.

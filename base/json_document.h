@@ -1,4 +1,4 @@
-// JSON documents that survive a round trip with the value of every number.
+// JSON documents that survive a round trip with every value.
 #pragma once
 
 #include <QByteArray>

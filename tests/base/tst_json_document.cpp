@@ -19,6 +19,7 @@ private slots:
     void aTextThatIsNoJsonIsTheSameErrorAsForQt();
     void stringsAreLeftAlone_data();
     void stringsAreLeftAlone();
+    void namesThatDifferBehindANullByteAreTwo();
     void aByteOrderMarkIsSkipped();
     void nestingIsAllowedAsDeepAsQtAllowsIt();
     void aKeptNumberIsNoTextToAnybody();
@@ -215,6 +216,10 @@ void TestJsonDocument::stringsAreLeftAlone_data()
         R"("@number-0123456789abcdef:18446744073709551615")",
         R"("{[,:]}")",
         "\"中文 é 👓\"",
+        "\"\xef\xbb\xbf begins with a byte order mark\"",
+        "\"\xef\xbb\xbf\xef\xbb\xbf\"",
+        "\"holds one \xef\xbb\xbf\"",
+        R"("null bytes \u0000 spelled out")",
         R"("")",
     };
     for (const char *string : strings)
@@ -232,6 +237,14 @@ void TestJsonDocument::stringsAreLeftAlone()
     // As a name as well.
     QCOMPARE(roundTrip("{" + string + ":18446744073709551615}"),
              "{\n    " + string + ": 18446744073709551615\n}\n");
+}
+
+void TestJsonDocument::namesThatDifferBehindANullByteAreTwo()
+{
+    const QByteArray written = "{\n    \"a\": 3,\n    \"a\\u0000b\": 1,\n    \"a\\u0000c\": 2\n}\n";
+
+    QCOMPARE(roundTrip(QByteArray("{\"a\0b\":1,\"a\0c\":2,\"a\":3}", 23)), written);
+    QCOMPARE(roundTrip(written), written);
 }
 
 void TestJsonDocument::aByteOrderMarkIsSkipped()
