@@ -95,7 +95,7 @@ int codecIndex(const QString &codec, bool tenBit)
 
 QJsonObject fresh()
 {
-    return {
+    static const QJsonObject object{
         {kFps, QStringLiteral("90")},
         {kBitRate, QStringLiteral("50")},
         {kBitRateWired, QStringLiteral("50")},
@@ -108,6 +108,7 @@ QJsonObject fresh()
         {kTenBit, false},
         {kHdr, false},
     };
+    return object;
 }
 
 void repair(QJsonObject &object)

@@ -1,0 +1,13 @@
+// For fuzz targets: stops the program when a condition does not hold.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+#define REQUIRE(condition)                                                                         \
+    do {                                                                                           \
+        if (!(condition)) {                                                                        \
+            std::fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition);                   \
+            std::abort();                                                                          \
+        }                                                                                          \
+    } while (false)
