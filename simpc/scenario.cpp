@@ -1,0 +1,80 @@
+#include "simpc/scenario.h"
+
+namespace {
+
+QString acLineText(const std::optional<int> &status)
+{
+    if (!status)
+        return QStringLiteral("fails");
+    return *status == 0   ? QStringLiteral("offline")
+           : *status == 1 ? QStringLiteral("online")
+                          : QStringLiteral("unknown");
+}
+
+// As the system's query prints it.
+QString networkText(const QStringList &categories)
+{
+    QStringList lines;
+    for (const QString &category : categories)
+        lines.append(QStringLiteral("NetworkCategory  : ") + category);
+    return lines.join('\n');
+}
+
+QString listText(const QStringList &names)
+{
+    return names.isEmpty() ? QStringLiteral("none") : names.join(", ");
+}
+
+QString waveOutText(const std::vector<SimWaveOut> &devices)
+{
+    QStringList names;
+    for (const SimWaveOut &device : devices)
+        names.append(QStringLiteral("%1 (%2 channels)").arg(device.name).arg(device.channels));
+    return listText(names);
+}
+
+// The beginning is no news; every later change is.
+void apply(const PcChange &change, SimPc &pc, bool isNews)
+{
+    const auto news = [&pc, isNews](const QString &line) {
+        if (isNews)
+            pc.happened(line);
+    };
+    if (change.acLine) {
+        pc.setAcLine(*change.acLine);
+        news(QStringLiteral("power line: ") + acLineText(*change.acLine));
+    }
+    if (change.network) {
+        pc.setNetworkProfileText(networkText(*change.network));
+        news(QStringLiteral("network: ") + listText(*change.network));
+    }
+    if (change.recordingDevices) {
+        pc.setRecordingDevices(*change.recordingDevices);
+        news(QStringLiteral("recording devices: ") + listText(*change.recordingDevices));
+    }
+    if (change.waveOuts) {
+        pc.setWaveOuts(*change.waveOuts);
+        news(QStringLiteral("sound outputs: ") + waveOutText(*change.waveOuts));
+    }
+    for (const SimProcess &process : change.starting) {
+        pc.startProcess(process.name, process.path);
+        news(process.name + QStringLiteral(" starts"));
+    }
+    for (const QString &name : change.ending) {
+        pc.endProcesses(name);
+        news(name + QStringLiteral(" ends"));
+    }
+}
+
+} // namespace
+
+void scenario::build(const Scenario &scenario, SimPc &pc)
+{
+    for (const RegistryValue &value : scenario.registry)
+        pc.setRegistryText(value.key, value.name, value.text);
+    pc.setTotalMemory(scenario.memory);
+    apply(scenario.beginning, pc, false);
+    installSteam(pc, scenario.steam);
+    for (const TimelineEntry &entry : scenario.timeline)
+        pc.after(entry.at, [&pc, change = entry.change] { apply(change, pc, true); });
+}
