@@ -29,6 +29,12 @@ Connection::Connection(const Options &options, Record &record) : options_(option
     alone_.start();
 }
 
+Connection::~Connection()
+{
+    // It tells of its end while it is destroyed, when there is nobody to tell.
+    socket_.disconnect(this);
+}
+
 void Connection::open()
 {
     wasOpen_ = false;

@@ -19,6 +19,7 @@ class Connection : public QObject
 
 public:
     Connection(const Options &options, Record &record);
+    ~Connection() override;
 
     void open();
     bool isOpen() const { return socket_.state() == QAbstractSocket::ConnectedState; }
