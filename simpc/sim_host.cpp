@@ -1,0 +1,193 @@
+#include "simpc/sim_host.h"
+
+#include "simpc/server_process.h"
+#include "simpc/wake_up.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <iostream>
+#include <optional>
+
+namespace {
+
+// Needs no application object.
+QString programFolder()
+{
+    return QFileInfo(QStringLiteral("/proc/self/exe")).canonicalPath();
+}
+
+void complain(const QString &text)
+{
+    std::cerr << "simpc: " << text.toStdString() << std::endl;
+}
+
+} // namespace
+
+SimSettings SimSettings::fromEnvironment(QString *error)
+{
+    error->clear();
+    SimSettings settings;
+    settings.scenario = qEnvironmentVariable("SIMPC_SCENARIO", settings.scenario);
+    settings.serverProgram = qEnvironmentVariable("SIMPC_SERVER_PROGRAM");
+    settings.serverLog = qEnvironmentVariable("SIMPC_SERVER_LOG");
+    settings.journal = qEnvironmentVariable("SIMPC_JOURNAL");
+    const QString speed = qEnvironmentVariable("SIMPC_SPEED");
+    if (!speed.isEmpty()) {
+        bool ok = false;
+        settings.speed = speed.toDouble(&ok);
+        if (!ok || !(settings.speed >= 0.01 && settings.speed <= 1000)) {
+            *error = QStringLiteral("SIMPC_SPEED must be a number from 0.01 to 1000, not \"%1\"")
+                         .arg(speed);
+            settings.speed = 1;
+        }
+    }
+    return settings;
+}
+
+struct SimHost::Private
+{
+    Private(const Scenario &from, const Options &with)
+        : scenario(from), options(with), pc(*options.clock), began(pc.now()), context(new QObject),
+          wakeUp(std::make_shared<WakeUp>(pc, context.get()))
+    {
+    }
+
+    void fillIn();
+    void openJournal();
+    void writeJournal(const QString &who, qint64 when, const QString &line);
+    void beginServer();
+    void endServer();
+
+    Scenario scenario;
+    const Options options;
+    QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/simpc-XXXXXX")}; // holds the cell
+    QMutex journalMutex;
+    QFile journal;
+    SimPc pc;
+    const qint64 began;
+    QThread thread;
+    std::unique_ptr<QObject> context; // lives on the thread; until stop()
+    const std::shared_ptr<WakeUp> wakeUp;
+    ServerProcess server; // the thread's
+    std::optional<qint64> firstStart;
+    bool started = false;
+};
+
+void SimHost::Private::fillIn()
+{
+    SteamOptions &steam = scenario.steam;
+    steam.homeDir = options.homeDir;
+    steam.driverFolder = options.driverFolder.isEmpty() ? programFolder() : options.driverFolder;
+    if (scenario.server.kind == ServerPlan::Program) {
+        pc.setCell(std::make_unique<SimCell>(folder.filePath(QStringLiteral("cell"))));
+        steam.startServer = [this] { beginServer(); };
+        steam.stopServer = [this] { endServer(); };
+    }
+}
+
+// A change of the PC: these two run one at a time. The process itself belongs
+// to the thread.
+void SimHost::Private::beginServer()
+{
+    if (!firstStart)
+        firstStart = pc.now();
+    const SimSettings &settings = options.settings;
+    QStringList arguments = scenario.server.arguments(pc.now() - *firstStart);
+    arguments << QStringLiteral("--cell") << folder.filePath(QStringLiteral("cell"))
+              << QStringLiteral("--speed") << QString::number(settings.speed);
+    if (!settings.serverLog.isEmpty())
+        arguments << QStringLiteral("--log") << settings.serverLog;
+    arguments += options.serverArguments;
+    const QString program = settings.serverProgram.isEmpty()
+                                ? programFolder() + QStringLiteral("/streaming-server-sim")
+                                : settings.serverProgram;
+    wakeUp->post([this, program, arguments] {
+        if (!server.begin(program, arguments)) {
+            pc.happened(QStringLiteral("the streaming server could not be started"));
+            complain(QStringLiteral("cannot start ") + program);
+        }
+    });
+}
+
+void SimHost::Private::endServer()
+{
+    wakeUp->post([this] { server.end(); });
+}
+
+void SimHost::Private::openJournal()
+{
+    if (options.settings.journal.isEmpty())
+        return;
+    journal.setFileName(options.settings.journal);
+    if (!journal.open(QIODevice::WriteOnly | QIODevice::Append)) {
+        complain(QStringLiteral("cannot write ") + options.settings.journal);
+        return;
+    }
+    pc.onJournal([this](const QString &line) {
+        writeJournal(QStringLiteral("program"), pc.clock().elapsed(), line);
+    });
+    pc.onHappening(
+        [this](const QString &line) { writeJournal(QStringLiteral("pc"), pc.now(), line); });
+}
+
+void SimHost::Private::writeJournal(const QString &who, qint64 when, const QString &line)
+{
+    const QString text = QStringLiteral("%1 %2: %3\n")
+                             .arg(static_cast<double>(when - began) / 1000.0, 9, 'f', 3)
+                             .arg(who, -7)
+                             .arg(line);
+    const QMutexLocker lock(&journalMutex);
+    journal.write(text.toUtf8());
+    journal.flush();
+}
+
+SimHost::SimHost(const Scenario &scenario, const Options &options)
+    : d(std::make_unique<Private>(scenario, options))
+{
+    d->openJournal();
+    d->fillIn();
+    scenario::build(d->scenario, d->pc);
+    d->context->moveToThread(&d->thread);
+}
+
+SimHost::~SimHost()
+{
+    stop();
+}
+
+SimPc &SimHost::pc()
+{
+    return d->pc;
+}
+
+void SimHost::start()
+{
+    if (d->started || !d->context)
+        return;
+    d->started = true;
+    // The process may be touched on the thread only, so it ends there.
+    QObject::connect(
+        &d->thread, &QThread::finished, d->context.get(), [this] { d->server.end(); },
+        Qt::DirectConnection);
+    d->thread.setObjectName(QStringLiteral("simulated PC"));
+    d->thread.start();
+    d->wakeUp->begin();
+}
+
+void SimHost::stop()
+{
+    d->wakeUp->end();
+    d->thread.quit();
+    d->thread.wait();
+    // What still waits for its time is dropped with it.
+    d->context.reset();
+}
+
+qint64 SimHost::serverPid() const
+{
+    return d->server.runningPid();
+}
