@@ -22,6 +22,13 @@ int main(int argc, char *argv[])
     // Narrow and wide console output are used side by side.
     std::ios::sync_with_stdio(false);
 
+    // All images together are small: without these, Qt Quick keeps a texture as
+    // large as the window for them, which a game could use.
+    for (const char *side : {"QSG_ATLAS_WIDTH", "QSG_ATLAS_HEIGHT"}) {
+        if (!qEnvironmentVariableIsSet(side))
+            qputenv(side, "512");
+    }
+
     Host host;
     QGuiApplication app(argc, argv);
     installLogFile();
