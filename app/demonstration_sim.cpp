@@ -34,6 +34,12 @@ Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const Connectio
       start_(clock.elapsed())
 {
     connect(&road_, &ConnectionRoad::stageChanged, this, &Demonstration::onStage);
+    if (window_ && wishes_.printRoad) {
+        firstFrame_ = connect(window_, &QQuickWindow::frameSwapped, this, [this] {
+            disconnect(firstFrame_);
+            say(QStringLiteral("first frame"));
+        });
+    }
     if (wishes_.limitSeconds > 0)
         clock_.singleShot(wishes_.limitSeconds * 1000, this, [this] { onLimit(); });
 }

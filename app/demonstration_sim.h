@@ -57,6 +57,7 @@ private:
     const ConnectionRoad &road_;
     QQuickWindow *window_;
     qint64 start_;
+    QMetaObject::Connection firstFrame_;
     bool connected_ = false;
     int result_ = 0;
 };
