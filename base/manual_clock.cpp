@@ -5,18 +5,69 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <condition_variable>
+#include <memory>
+#include <utility>
+
+namespace {
+
+// One call that somebody waits for.
+struct Call
+{
+    std::mutex mutex;
+    std::condition_variable over;
+    bool isOver = false;
+
+    void end()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        isOver = true;
+        over.notify_all();
+    }
+    void wait()
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        over.wait(lock, [this] { return isOver; });
+    }
+};
+
+// Held while a call is posted and taken when it runs.
+std::mutex handOver;
+
+// A blocking queued call. Qt's own would hide from the thread sanitizer that
+// the one thread waits for the other.
+void runElsewhere(QObject *receiver, const std::function<void()> &action)
+{
+    const auto call = std::make_shared<Call>();
+    // Ends the call also when the receiver goes before it has got to it.
+    std::shared_ptr<void> ending(nullptr, [call](void *) { call->end(); });
+    {
+        const std::lock_guard<std::mutex> posting(handOver);
+        QMetaObject::invokeMethod(
+            receiver,
+            [&action, ending = std::move(ending)] {
+                handOver.lock();
+                handOver.unlock();
+                action();
+            },
+            Qt::QueuedConnection);
+    }
+    call->wait();
+}
+
+} // namespace
 
 ManualClock::ManualClock(const QDateTime &start) : start_(start) {}
 
 QDateTime ManualClock::now() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return start_.addMSecs(elapsed_);
 }
 
 qint64 ManualClock::elapsed() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return elapsed_;
 }
 
@@ -24,21 +75,21 @@ void ManualClock::sleep(int milliseconds)
 {
     if (milliseconds <= 0)
         return;
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     elapsed_ += milliseconds;
     slept_ += milliseconds;
 }
 
 void ManualClock::singleShot(int milliseconds, QObject *context, std::function<void()> action)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     pending_.push_back(
         {elapsed_ + std::max(0, milliseconds), order_++, 0, 0, context, std::move(action)});
 }
 
 int ManualClock::startTimer(int milliseconds, QObject *receiver, Qt::TimerType)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const int id = nextId_++;
     pending_.push_back({elapsed_ + milliseconds, order_++, std::max(1, milliseconds), id, receiver,
                         [receiver, id] {
@@ -50,7 +101,7 @@ int ManualClock::startTimer(int milliseconds, QObject *receiver, Qt::TimerType)
 
 void ManualClock::killTimer(int id, QObject *)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
                                   [id](const Pending &entry) { return entry.id == id; }),
                    pending_.end());
@@ -69,9 +120,9 @@ void ManualClock::advance(int milliseconds)
         if (receiver->thread() == QThread::currentThread())
             next.action();
         else
-            QMetaObject::invokeMethod(receiver, next.action, Qt::BlockingQueuedConnection);
+            runElsewhere(receiver, next.action);
     }
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     elapsed_ = std::max(elapsed_, until);
 }
 
@@ -79,7 +130,7 @@ void ManualClock::advance(int milliseconds)
 // lock: an action may own objects that use the clock when they go.
 std::vector<ManualClock::Pending> ManualClock::takeDead()
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const auto dead =
         std::stable_partition(pending_.begin(), pending_.end(),
                               [](const Pending &entry) { return !entry.receiver.isNull(); });
@@ -92,7 +143,7 @@ std::vector<ManualClock::Pending> ManualClock::takeDead()
 bool ManualClock::takeNext(qint64 until, Pending *next)
 {
     takeDead();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const auto first =
         std::min_element(pending_.begin(), pending_.end(), [](const Pending &a, const Pending &b) {
             return a.due != b.due ? a.due < b.due : a.order < b.order;
@@ -117,13 +168,13 @@ bool ManualClock::takeNext(qint64 until, Pending *next)
 
 qint64 ManualClock::slept() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return slept_;
 }
 
 bool ManualClock::idle() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return std::all_of(pending_.begin(), pending_.end(),
                        [](const Pending &entry) { return entry.receiver.isNull(); });
 }

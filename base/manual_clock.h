@@ -3,9 +3,9 @@
 
 #include "base/clock.h"
 
-#include <QMutex>
 #include <QPointer>
 
+#include <mutex>
 #include <vector>
 
 // advance() fires everything that falls due on the way in the order of the
@@ -52,7 +52,7 @@ private:
     std::vector<Pending> takeDead();
     bool takeNext(qint64 until, Pending *next);
 
-    mutable QMutex mutex_;
+    mutable std::mutex mutex_;
     QDateTime start_;
     qint64 elapsed_ = 0;
     qint64 slept_ = 0;
