@@ -8,23 +8,10 @@
 #include <QCoreApplication>
 #include <QTimer>
 
-#include <atomic>
-#include <cstdlib>
 #include <iostream>
 #include <optional>
 
 namespace {
-
-// On a thread of its own, at any time.
-void stop()
-{
-    static std::atomic_flag stopping = ATOMIC_FLAG_INIT;
-    QCoreApplication *app = QCoreApplication::instance();
-    if (!app)
-        std::_Exit(0);
-    if (!stopping.test_and_set())
-        QMetaObject::invokeMethod(app, &QCoreApplication::quit, Qt::QueuedConnection);
-}
 
 int complain(const QString &text)
 {
@@ -36,8 +23,8 @@ int complain(const QString &text)
 
 int main(int argc, char *argv[])
 {
-    onStopRequest(stop);
     QCoreApplication app(argc, argv);
+    quitOnStopRequest();
     QString error;
     QString help;
     const Options options = Options::parse(QCoreApplication::arguments(), &error, &help);

@@ -1,23 +1,22 @@
 #include "peers/streaming_server_sim/stop_signal.h"
 
-#include <utility>
+#include <QCoreApplication>
 
 #include <windows.h>
 
 namespace {
 
-std::function<void()> stopRequested;
-
+// Windows calls it on a thread of its own.
 BOOL WINAPI handle(DWORD)
 {
-    stopRequested();
+    QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit,
+                              Qt::QueuedConnection);
     return TRUE;
 }
 
 } // namespace
 
-void onStopRequest(std::function<void()> stop)
+void quitOnStopRequest()
 {
-    stopRequested = std::move(stop);
     SetConsoleCtrlHandler(handle, TRUE);
 }
