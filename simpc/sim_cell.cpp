@@ -1,9 +1,8 @@
 #include "simpc/sim_cell.h"
 
 #include <QFile>
-#include <QMutex>
-
 #include <cerrno>
+#include <mutex>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -25,7 +24,7 @@ struct SimCell::Mapping
     int fd = -1; // below 0: only this process has the cell
     Layout own{0, 0};
     Layout *cell = &own;
-    mutable QMutex mutex;
+    mutable std::mutex mutex;
 
     // Excludes the threads of this process with the mutex and the other
     // processes with a file lock, which the kernel takes back from a holder

@@ -1,5 +1,6 @@
 #include "simpc/sim_host.h"
 
+#include "simpc/host_thread.h"
 #include "simpc/server_process.h"
 #include "simpc/wake_up.h"
 
@@ -7,9 +8,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <iostream>
+#include <mutex>
 #include <optional>
 
 namespace {
@@ -51,8 +52,8 @@ SimSettings SimSettings::fromEnvironment(QString *error)
 struct SimHost::Private
 {
     Private(const Scenario &from, const Options &with)
-        : scenario(from), options(with), pc(*options.clock), began(pc.now()), context(new QObject),
-          wakeUp(std::make_shared<WakeUp>(pc, context.get()))
+        : scenario(from), options(with), pc(*options.clock), began(pc.now()),
+          wakeUp(std::make_shared<WakeUp>(pc, thread))
     {
     }
 
@@ -65,14 +66,13 @@ struct SimHost::Private
     Scenario scenario;
     const Options options;
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/simpc-XXXXXX")}; // holds the cell
-    QMutex journalMutex;
+    std::mutex journalMutex;
     QFile journal;
     SimPc pc;
     const qint64 began;
-    QThread thread;
-    std::unique_ptr<QObject> context; // lives on the thread; until stop()
-    const std::shared_ptr<WakeUp> wakeUp;
     ServerProcess server; // the thread's
+    HostThread thread;
+    const std::shared_ptr<WakeUp> wakeUp;
     std::optional<qint64> firstStart;
     bool started = false;
 };
@@ -105,7 +105,7 @@ void SimHost::Private::beginServer()
     const QString program = settings.serverProgram.isEmpty()
                                 ? programFolder() + QStringLiteral("/streaming-server-sim")
                                 : settings.serverProgram;
-    wakeUp->post([this, program, arguments] {
+    thread.post([this, program, arguments] {
         if (!server.begin(program, arguments)) {
             pc.happened(QStringLiteral("the streaming server could not be started"));
             complain(QStringLiteral("cannot start ") + program);
@@ -115,7 +115,7 @@ void SimHost::Private::beginServer()
 
 void SimHost::Private::endServer()
 {
-    wakeUp->post([this] { server.end(); });
+    thread.post([this] { server.end(); });
 }
 
 void SimHost::Private::openJournal()
@@ -140,7 +140,7 @@ void SimHost::Private::writeJournal(const QString &who, qint64 when, const QStri
                              .arg(static_cast<double>(when - began) / 1000.0, 9, 'f', 3)
                              .arg(who, -7)
                              .arg(line);
-    const QMutexLocker lock(&journalMutex);
+    const std::lock_guard<std::mutex> lock(journalMutex);
     journal.write(text.toUtf8());
     journal.flush();
 }
@@ -151,7 +151,6 @@ SimHost::SimHost(const Scenario &scenario, const Options &options)
     d->openJournal();
     d->fillIn();
     scenario::build(d->scenario, d->pc);
-    d->context->moveToThread(&d->thread);
 }
 
 SimHost::~SimHost()
@@ -166,25 +165,19 @@ SimPc &SimHost::pc()
 
 void SimHost::start()
 {
-    if (d->started || !d->context)
+    if (d->started)
         return;
     d->started = true;
-    // The process may be touched on the thread only, so it ends there.
-    QObject::connect(
-        &d->thread, &QThread::finished, d->context.get(), [this] { d->server.end(); },
-        Qt::DirectConnection);
-    d->thread.setObjectName(QStringLiteral("simulated PC"));
-    d->thread.start();
+    // The process may be touched on its thread only, so it ends there.
+    d->thread.start([this] { d->server.end(); });
     d->wakeUp->begin();
 }
 
 void SimHost::stop()
 {
+    d->started = true;
     d->wakeUp->end();
-    d->thread.quit();
-    d->thread.wait();
-    // What still waits for its time is dropped with it.
-    d->context.reset();
+    d->thread.stop();
 }
 
 qint64 SimHost::serverPid() const

@@ -1,7 +1,5 @@
 #include "simpc/sim_pc.h"
 
-#include <QMutexLocker>
-
 #include <algorithm>
 
 namespace {
@@ -41,19 +39,19 @@ bool SimPc::exists()
 
 void SimPc::setRegistryText(const QString &key, const QString &name, const QString &value)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     registry_[key][name] = value;
 }
 
 void SimPc::addRegistryKey(const QString &key)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     registry_[key];
 }
 
 void SimPc::removeRegistryKey(const QString &key)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     for (auto it = registry_.begin(); it != registry_.end();) {
         if (it.key() == key || it.key().startsWith(key + '\\'))
             it = registry_.erase(it);
@@ -65,7 +63,7 @@ void SimPc::removeRegistryKey(const QString &key)
 bool SimPc::hasRegistryKey(const QString &key) const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return std::any_of(registry_.keyBegin(), registry_.keyEnd(), [&](const QString &existing) {
         return existing == key || existing.startsWith(key + '\\');
     });
@@ -74,7 +72,7 @@ bool SimPc::hasRegistryKey(const QString &key) const
 std::optional<QString> SimPc::registryText(const QString &key, const QString &name) const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const auto values = registry_.constFind(key);
     if (values == registry_.constEnd() || !values->contains(name))
         return std::nullopt;
@@ -84,7 +82,7 @@ std::optional<QString> SimPc::registryText(const QString &key, const QString &na
 QStringList SimPc::registrySubkeys(const QString &key) const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     QStringList names;
     const QString prefix = key + '\\';
     for (auto it = registry_.keyBegin(); it != registry_.keyEnd(); ++it) {
@@ -99,7 +97,7 @@ QStringList SimPc::registrySubkeys(const QString &key) const
 
 quint32 SimPc::startProcess(const QString &name, const QString &path)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const quint32 pid = nextPid_;
     nextPid_ += 4;
     processes_.push_back({pid, name, path});
@@ -118,11 +116,11 @@ void SimPc::endProcesses(const QString &name)
 
 void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
 {
-    const QMutexLocker oneAtATime(&happening_);
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
     std::vector<SimProcess> ended;
     std::function<void(const SimProcess &)> listener;
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         const auto rest = std::stable_partition(processes_.begin(), processes_.end(),
                                                 [&ends](const SimProcess &p) { return !ends(p); });
         ended.assign(rest, processes_.end());
@@ -137,7 +135,7 @@ void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
 
 void SimPc::onProcessEnded(std::function<void(const SimProcess &)> listener)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     endListener_ = std::move(listener);
 }
 
@@ -150,90 +148,90 @@ bool SimPc::isRunning(const QString &name) const
 std::vector<SimProcess> SimPc::processes() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return processes_;
 }
 
 void SimPc::setAcLine(std::optional<int> status)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     acLine_ = status;
 }
 
 std::optional<int> SimPc::acLine() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return acLine_;
 }
 
 void SimPc::setTotalMemory(quint64 bytes)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     totalMemory_ = bytes;
 }
 
 quint64 SimPc::totalMemory() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return totalMemory_;
 }
 
 void SimPc::setNetworkProfileText(const QString &text)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     networkProfile_ = text;
 }
 
 QString SimPc::networkProfileText() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return networkProfile_;
 }
 
 void SimPc::setRecordingDevices(const QStringList &names)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     recordingDevices_ = names;
 }
 
 QStringList SimPc::recordingDevices() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return recordingDevices_;
 }
 
 void SimPc::setWaveOuts(const std::vector<SimWaveOut> &devices)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     waveOuts_ = devices;
 }
 
 std::vector<SimWaveOut> SimPc::waveOuts() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return waveOuts_;
 }
 
 SimCell &SimPc::cell() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return *cell_;
 }
 
 void SimPc::setCell(std::unique_ptr<SimCell> cell)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     cell_ = std::move(cell);
 }
 
 void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     launchHandlers_[programName.toLower()] = std::move(handler);
 }
 
@@ -244,18 +242,18 @@ SimLaunchResult SimPc::launch(const SimLaunch &request)
            request.parameters + (request.hidden ? " (hidden)" : ""));
     LaunchHandler handler;
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         handler = launchHandlers_.value(baseName(request.program));
     }
     if (!handler)
         return {false, 2, false, 0};
-    const QMutexLocker oneAtATime(&happening_);
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
     return handler(request);
 }
 
 qint64 SimPc::now() const
 {
-    const QMutexLocker oneAtATime(&happening_);
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
     return changeDue_ ? *changeDue_ : clock_.elapsed();
 }
 
@@ -264,7 +262,7 @@ void SimPc::after(int milliseconds, std::function<void()> change)
     const qint64 due = now() + milliseconds;
     std::function<void()> notify;
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         changes_.push_back({due, order_++, std::move(change)});
         notify = plannedListener_;
     }
@@ -274,7 +272,7 @@ void SimPc::after(int milliseconds, std::function<void()> change)
 
 std::optional<SimPc::Change> SimPc::takeDueChange() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     const auto first =
         std::min_element(changes_.begin(), changes_.end(), [](const Change &a, const Change &b) {
             return a.due != b.due ? a.due < b.due : a.order < b.order;
@@ -290,7 +288,7 @@ void SimPc::settle() const
 {
     // Whoever asks while another thread lets things happen waits until they
     // have happened; a question asked within a change does not start the next.
-    const QMutexLocker oneAtATime(&happening_);
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
     if (changeDue_)
         return;
     while (const std::optional<Change> change = takeDueChange()) {
@@ -302,7 +300,7 @@ void SimPc::settle() const
 
 std::optional<qint64> SimPc::nextChange() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     std::optional<qint64> next;
     for (const Change &change : changes_) {
         if (!next || change.due < *next)
@@ -313,7 +311,7 @@ std::optional<qint64> SimPc::nextChange() const
 
 void SimPc::onPlanned(std::function<void()> notify)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     plannedListener_ = std::move(notify);
 }
 
@@ -321,7 +319,7 @@ void SimPc::record(const QString &line)
 {
     std::function<void(const QString &)> listener;
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         journal_.append(line);
         listener = journalListener_;
     }
@@ -331,19 +329,19 @@ void SimPc::record(const QString &line)
 
 QStringList SimPc::journal() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return journal_;
 }
 
 void SimPc::clearJournal()
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     journal_.clear();
 }
 
 void SimPc::onJournal(std::function<void(const QString &)> listener)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     journalListener_ = std::move(listener);
 }
 
@@ -351,7 +349,7 @@ void SimPc::happened(const QString &line)
 {
     std::function<void(const QString &)> listener;
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         happenings_.append(line);
         listener = happeningListener_;
     }
@@ -362,12 +360,12 @@ void SimPc::happened(const QString &line)
 QStringList SimPc::happenings() const
 {
     settle();
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return happenings_;
 }
 
 void SimPc::onHappening(std::function<void(const QString &)> listener)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     happeningListener_ = std::move(listener);
 }

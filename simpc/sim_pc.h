@@ -11,12 +11,12 @@
 
 #include <QHash>
 #include <QMap>
-#include <QMutex>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -159,9 +159,9 @@ private:
     void endWhere(const std::function<bool(const SimProcess &)> &ends);
 
     Clock &clock_;
-    mutable QRecursiveMutex happening_;       // held while the world calls back; before mutex_
+    mutable std::recursive_mutex happening_;  // held while the world calls back; before mutex_
     mutable std::optional<qint64> changeDue_; // of the change that happens; guarded by happening_
-    mutable QRecursiveMutex mutex_;           // guards what follows; never held while calling back
+    mutable std::mutex mutex_;                // guards what follows; never held while calling back
     QMap<QString, QMap<QString, QString>> registry_;
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;

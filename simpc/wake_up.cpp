@@ -1,9 +1,6 @@
 #include "simpc/wake_up.h"
 
-#include <QMutexLocker>
-
 #include <algorithm>
-#include <utility>
 
 void WakeUp::begin()
 {
@@ -14,34 +11,23 @@ void WakeUp::begin()
 void WakeUp::end()
 {
     pc_.onPlanned(nullptr);
-    const QMutexLocker lock(&mutex_);
-    context_ = nullptr;
-}
-
-void WakeUp::post(std::function<void()> task)
-{
-    const QMutexLocker lock(&mutex_);
-    if (context_)
-        QMetaObject::invokeMethod(context_, std::move(task), Qt::QueuedConnection);
 }
 
 void WakeUp::arm()
 {
-    const QMutexLocker lock(&mutex_);
-    if (!context_)
-        return;
+    const std::lock_guard<std::mutex> lock(mutex_);
     const std::optional<qint64> next = pc_.nextChange();
     if (!next || (!armed_.empty() && *armed_.begin() <= *next))
         return;
     armed_.insert(*next);
     const qint64 left = std::max<qint64>(0, *next - pc_.clock().elapsed());
-    pc_.clock().singleShot(static_cast<int>(left), context_,
-                           [self = shared_from_this(), due = *next] {
-                               {
-                                   const QMutexLocker relock(&self->mutex_);
-                                   self->armed_.erase(due);
-                               }
-                               self->pc_.settle();
-                               self->arm();
-                           });
+    thread_.singleShot(pc_.clock(), static_cast<int>(left),
+                       [self = shared_from_this(), due = *next] {
+                           {
+                               const std::lock_guard<std::mutex> relock(self->mutex_);
+                               self->armed_.erase(due);
+                           }
+                           self->pc_.settle();
+                           self->arm();
+                       });
 }

@@ -1,6 +1,7 @@
 #include "simpc/sim_host.h"
 
 #include "base/manual_clock.h"
+#include "tests/link/semaphore.h"
 #include "tests/peers/control_link_ends.h"
 #include "tests/support/test_case.h"
 
@@ -9,9 +10,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMutex>
 #include <QProcess>
-#include <QSemaphore>
+
+#include <mutex>
 
 namespace {
 
@@ -25,7 +26,7 @@ public:
     {
         pc.onHappening([this](const QString &line) {
             {
-                const QMutexLocker lock(&mutex_);
+                const std::lock_guard<std::mutex> lock(mutex_);
                 lines_.append(line);
             }
             arrived_.release();
@@ -34,22 +35,22 @@ public:
     // What has come already; nobody is asked.
     QStringList lines()
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         return lines_;
     }
     bool waitFor(const QString &line)
     {
         while (!lines().contains(line)) {
-            if (!arrived_.tryAcquire(1, patience))
+            if (!arrived_.acquire())
                 return false;
         }
         return true;
     }
 
 private:
-    QMutex mutex_;
+    std::mutex mutex_;
     QStringList lines_;
-    QSemaphore arrived_;
+    Semaphore arrived_;
 };
 
 } // namespace

@@ -1,9 +1,8 @@
 #include "simpc/sim_pc.h"
 
 #include "base/manual_clock.h"
+#include "tests/link/semaphore.h"
 #include "tests/support/test_case.h"
-
-#include <QSemaphore>
 
 #include <atomic>
 #include <thread>
@@ -259,17 +258,17 @@ void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
 {
     ManualClock clock;
     SimPc pc(clock);
-    QSemaphore halfway;
-    QSemaphore goOn;
+    Semaphore halfway;
+    Semaphore goOn;
     pc.after(10, [&] {
         pc.setAcLine(0);
         halfway.release();
-        QVERIFY(goOn.tryAcquire(1, 30000));
+        QVERIFY(goOn.acquire());
         pc.startProcess("steam.exe");
     });
     clock.advance(10);
     std::thread other([&] { pc.settle(); });
-    QVERIFY(halfway.tryAcquire(1, 30000));
+    QVERIFY(halfway.acquire());
     std::atomic<bool> asked{false};
     bool seen = false;
     std::thread asker([&] {

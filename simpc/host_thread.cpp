@@ -1,0 +1,90 @@
+#include "simpc/host_thread.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QEventLoop>
+
+#include <future>
+#include <utility>
+
+class HostThread::Receiver final : public QObject
+{
+public:
+    explicit Receiver(HostThread &host) : host_(host) {}
+
+    // Whoever calls holds the lock.
+    void wake() { QCoreApplication::postEvent(this, new QEvent(QEvent::User)); }
+
+    void run() { loop_.exec(); }
+
+protected:
+    void customEvent(QEvent *) override
+    {
+        std::vector<std::function<void()>> tasks;
+        {
+            const std::lock_guard<std::mutex> lock(host_.mutex_);
+            tasks.swap(host_.tasks_);
+            if (host_.ending_)
+                loop_.quit();
+        }
+        for (const auto &task : tasks)
+            task();
+    }
+
+private:
+    HostThread &host_;
+    QEventLoop loop_;
+};
+
+HostThread::~HostThread()
+{
+    stop();
+}
+
+void HostThread::start(std::function<void()> atEnd)
+{
+    std::promise<void> ready;
+    thread_ = std::thread([this, &ready, atEnd = std::move(atEnd)] {
+        Receiver receiver(*this);
+        {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            receiver_ = &receiver;
+            receiver.wake();
+        }
+        ready.set_value();
+        receiver.run();
+        atEnd();
+    });
+    ready.get_future().wait();
+}
+
+void HostThread::stop()
+{
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        ending_ = true;
+        tasks_.clear();
+        if (receiver_)
+            receiver_->wake();
+        receiver_ = nullptr;
+    }
+    if (thread_.joinable())
+        thread_.join();
+}
+
+void HostThread::post(std::function<void()> task)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (ending_)
+        return;
+    tasks_.push_back(std::move(task));
+    if (receiver_)
+        receiver_->wake();
+}
+
+void HostThread::singleShot(Clock &clock, int milliseconds, std::function<void()> action)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (receiver_)
+        clock.singleShot(milliseconds, receiver_, std::move(action));
+}
