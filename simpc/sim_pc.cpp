@@ -317,13 +317,13 @@ void SimPc::onPlanned(std::function<void()> notify)
 
 void SimPc::record(const QString &line)
 {
-    std::function<void(const QString &)> listener;
+    std::vector<std::function<void(const QString &)>> listeners;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         journal_.append(line);
-        listener = journalListener_;
+        listeners = journalListeners_;
     }
-    if (listener)
+    for (const auto &listener : listeners)
         listener(line);
 }
 
@@ -342,18 +342,18 @@ void SimPc::clearJournal()
 void SimPc::onJournal(std::function<void(const QString &)> listener)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    journalListener_ = std::move(listener);
+    journalListeners_.push_back(std::move(listener));
 }
 
 void SimPc::happened(const QString &line)
 {
-    std::function<void(const QString &)> listener;
+    std::vector<std::function<void(const QString &)>> listeners;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         happenings_.append(line);
-        listener = happeningListener_;
+        listeners = happeningListeners_;
     }
-    if (listener)
+    for (const auto &listener : listeners)
         listener(line);
 }
 
@@ -367,5 +367,5 @@ QStringList SimPc::happenings() const
 void SimPc::onHappening(std::function<void(const QString &)> listener)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    happeningListener_ = std::move(listener);
+    happeningListeners_.push_back(std::move(listener));
 }

@@ -136,7 +136,8 @@ public:
     void record(const QString &line);
     QStringList journal() const;
     void clearJournal();
-    // Called with each new line, on the thread that made it.
+    // Called with each new line, on the thread that made it; may be called for
+    // several listeners, which stay as long as this PC.
     void onJournal(std::function<void(const QString &)> listener);
 
     // The happenings: what this PC did of its own accord ("Steam appears",
@@ -144,7 +145,7 @@ public:
     // from the journal, which holds the program's own deeds only.
     void happened(const QString &line);
     QStringList happenings() const;
-    // Called with each new line, on the thread on which it happened.
+    // As onJournal(), on the thread on which it happened.
     void onHappening(std::function<void(const QString &)> listener);
 
 private:
@@ -176,8 +177,8 @@ private:
     mutable std::vector<Change> changes_;
     quint64 order_ = 0;
     QStringList journal_;
-    std::function<void(const QString &)> journalListener_;
+    std::vector<std::function<void(const QString &)>> journalListeners_;
     QStringList happenings_;
-    std::function<void(const QString &)> happeningListener_;
+    std::vector<std::function<void(const QString &)>> happeningListeners_;
     std::function<void()> plannedListener_;
 };

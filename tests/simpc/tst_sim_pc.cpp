@@ -324,11 +324,14 @@ void SimPcTest::happeningsHaveAListOfTheirOwn()
     SimPc pc(clock);
     QStringList heard;
     pc.onHappening([&](const QString &line) { heard.append(line); });
+    int alsoHeard = 0;
+    pc.onHappening([&](const QString &) { ++alsoHeard; });
     pc.after(10, [&] { pc.happened("something"); });
     QCOMPARE(pc.happenings(), QStringList());
     clock.advance(10);
     QCOMPARE(pc.happenings(), QStringList({"something"}));
     QCOMPARE(heard, pc.happenings());
+    QCOMPARE(alsoHeard, 1);
     QCOMPARE(pc.journal(), QStringList());
 }
 
