@@ -117,11 +117,8 @@ bool IPCSock::receiveLines(std::vector<std::string> *lines)
 
 void IPCSock::send(const char *text)
 {
-    if (!hasClient())
-        return;
-    continueSending();
     // Half a text followed by another one would be a command that nobody gave.
-    if (!unsent_.empty())
+    if (!hasClient() || !unsent_.empty())
         return;
     const std::size_t size = std::strlen(text) + 1;
     const std::ptrdiff_t sent = socket_api::send(client_, text, size);

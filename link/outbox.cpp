@@ -21,7 +21,8 @@ bool Outbox::open()
 void Outbox::post(Message message)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    messages_.push_back(std::move(message));
+    if (messages_.size() < capacity)
+        messages_.push_back(std::move(message));
 }
 
 void Outbox::wakeWorker()

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -20,6 +21,10 @@ public:
         std::string text;
     };
 
+    // So many texts wait at most. Nobody asks for that many unless the worker
+    // is stuck.
+    static constexpr std::size_t capacity = 1000;
+
     Outbox() = default;
     ~Outbox();
 
@@ -32,7 +37,8 @@ public:
     // Readable while the worker is to look here. Owned by this object.
     socket_api::Handle wakeUpHandle() const { return receiver_; }
 
-    // Puts a text at the end of the queue. Any thread.
+    // Puts a text at the end of the queue; lost when the queue is full. Any
+    // thread.
     void post(Message message);
     // Makes the wake-up handle readable. Any thread.
     void wakeWorker();
