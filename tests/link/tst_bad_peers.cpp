@@ -95,11 +95,9 @@ void BadPeersTest::mayResetTheConnection()
     const int before = link.echoed().size();
     QVERIFY(bad.send("Hello\nHMDINFOBACK\tS;N;true;x"));
     QVERIFY(eventually([&] { return link.echoed().size() > before; }));
-    // Closing with the answer unread resets the connection.
+    // Closing with the answer unread resets the connection on most systems.
     bad.close();
     QVERIFY(eventually([&] { return !link.manager->hasClient(); }));
-    QVERIFY2(link.streams.info().contains("\nError on recv. close control client: "),
-             qPrintable(link.streams.info()));
     // Sending after that goes nowhere.
     link.manager->requestHmdInfo();
     Peer good;

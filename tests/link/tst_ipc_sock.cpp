@@ -3,8 +3,6 @@
 #include "tests/link/peer.h"
 #include "tests/support/test_case.h"
 
-#include <QRegularExpression>
-
 namespace {
 
 constexpr int limit = 10000;
@@ -75,7 +73,6 @@ private slots:
     void dropsTheRestOfAChunkBehindANul();
     void keepsAClientThatHasNothingToSay();
     void noticesAClosedClient();
-    void noticesAResetClient();
     void dropsAClientWhoseLineNeverEnds();
     void takesALineOfOneMebibyte();
     void sendsTextsWithTheirNul_data();
@@ -318,23 +315,6 @@ void IPCSockTest::noticesAClosedClient()
     QVERIFY(!server.socket.hasClient());
     QCOMPARE(server.streams.info(), bound + "Control connection has closed\n");
     QCOMPARE(server.poller->wait(Poller::Readable, 0), 0);
-}
-
-void IPCSockTest::noticesAResetClient()
-{
-    Server server;
-    Peer peer;
-    QVERIFY(peer.connectTo(server.port));
-    QVERIFY(server.accept());
-    // Closing with something unread resets the connection.
-    server.socket.send("unread");
-    peer.close();
-    QVERIFY(!server.pass());
-    QVERIFY(!server.socket.hasClient());
-    const QRegularExpression text('^' + QRegularExpression::escape(bound) +
-                                  "Error on recv\\. close control client: [0-9]+\n$");
-    QVERIFY2(text.match(server.streams.info()).hasMatch(), qPrintable(server.streams.info()));
-    QCOMPARE(server.streams.error(), QString());
 }
 
 void IPCSockTest::dropsAClientWhoseLineNeverEnds()

@@ -1,4 +1,5 @@
-// The link at the limits of the system: no descriptors left, high ones.
+// The link at the limits of the system: no descriptors left, high ones, a
+// connection that is reset.
 #include "link/console.h"
 #include "link/ipc_sock.h"
 #include "tests/link/running_link.h"
@@ -40,7 +41,11 @@ class PreparedPeer
 {
 public:
     PreparedPeer() : fd_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {}
-    ~PreparedPeer() { close(fd_); }
+    ~PreparedPeer()
+    {
+        if (fd_ >= 0)
+            close(fd_);
+    }
     PreparedPeer(const PreparedPeer &) = delete;
     PreparedPeer &operator=(const PreparedPeer &) = delete;
 
@@ -51,6 +56,15 @@ public:
         name.sin_port = htons(static_cast<quint16>(port));
         name.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         return ::connect(fd_, reinterpret_cast<sockaddr *>(&name), sizeof name) == 0;
+    }
+
+    // Closes without the usual good-bye.
+    void reset()
+    {
+        const linger none{1, 0};
+        setsockopt(fd_, SOL_SOCKET, SO_LINGER, &none, sizeof none);
+        close(fd_);
+        fd_ = -1;
     }
 
     bool send(const QByteArray &bytes)
@@ -84,6 +98,7 @@ private slots:
     void initTestCase();
     void saysThatThereIsNoSocket();
     void saysThatThePortIsTaken();
+    void saysThatTheClientWasReset();
     void doesNotWatchWhatItCannotAccept();
     void sleepsWhileItCannotAccept();
     void givesUpWhenThereIsNothingToWakeIt();
@@ -120,6 +135,21 @@ void LinkLimitsTest::saysThatThePortIsTaken()
     QVERIFY(!socket.startup());
     QCOMPARE(streams.error(),
              QStringLiteral("ControlSocket::Startup bind error : %1\n").arg(EADDRINUSE));
+}
+
+void LinkLimitsTest::saysThatTheClientWasReset()
+{
+    const RunningLink link;
+    PreparedPeer peer;
+    QVERIFY(peer.connectTo(link.port));
+    QVERIFY(peer.send("Hello\nhalf a line"));
+    QCOMPARE(peer.receive(23, limit).size(), 23);
+    const QString before = link.streams.info();
+    peer.reset();
+    QVERIFY(eventually([&] { return !link.manager->hasClient(); }));
+    QCOMPARE(link.streams.info(),
+             before + QStringLiteral("Error on recv. close control client: %1\n").arg(ECONNRESET));
+    QCOMPARE(link.streams.error(), QString());
 }
 
 void LinkLimitsTest::doesNotWatchWhatItCannotAccept()

@@ -103,6 +103,8 @@ void SysManagerTest::sendsWhatTheProgramAsksFor()
     Peer peer;
     QVERIFY(link.join(&peer));
     const QByteArray before = link.streams.echo();
+    // The line is logged after it was answered.
+    QVERIFY(eventually([this] { return loggedCount("\"Hello\" \"\" 0") == 1; }));
     clearLog();
 
     request(*link.manager);
