@@ -17,6 +17,10 @@ public:
 
     void run() { loop_.exec(); }
 
+    // Any thread, also when the application object is gone and no event is
+    // delivered any more.
+    void quit() { loop_.quit(); }
+
 protected:
     void customEvent(QEvent *) override
     {
@@ -24,6 +28,7 @@ protected:
         {
             const std::lock_guard<std::mutex> lock(host_.mutex_);
             tasks.swap(host_.tasks_);
+            // A quit() that came before the loop ran was in vain.
             if (host_.ending_)
                 loop_.quit();
         }
@@ -64,8 +69,10 @@ void HostThread::stop()
         const std::lock_guard<std::mutex> lock(mutex_);
         ending_ = true;
         tasks_.clear();
-        if (receiver_)
+        if (receiver_) {
             receiver_->wake();
+            receiver_->quit();
+        }
         receiver_ = nullptr;
     }
     if (thread_.joinable())
