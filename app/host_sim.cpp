@@ -7,7 +7,7 @@
 #include "simpc/sim_host.h"
 
 #include <QCoreApplication>
-#include <QPointer>
+#include <QMutex>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
@@ -45,9 +45,22 @@ void closeProgram(QQmlApplicationEngine &engine)
 
 struct Host::Private
 {
+    // What happens on the PC, and to it. Until there is somebody to tell it is
+    // kept: things begin before the window is there.
+    void tell(const QString &line)
+    {
+        const QMutexLocker lock(&mutex);
+        if (demonstration)
+            demonstration->say(line);
+        else
+            untold.append(line);
+    }
+
+    QMutex mutex; // guards the two below
+    QStringList untold;
+    std::unique_ptr<Demonstration> demonstration;
     std::unique_ptr<SimHost> pc;
     std::unique_ptr<CloseSignals> closeSignals;
-    std::unique_ptr<Demonstration> demonstration;
 };
 
 Host::Host() : d(std::make_unique<Private>())
@@ -64,6 +77,11 @@ Host::Host() : d(std::make_unique<Private>())
     SimHost::Options options;
     options.settings = settings;
     d->pc = std::make_unique<SimHost>(chosen, options);
+    if (Demonstration::Wishes::fromEnvironment().printRoad) {
+        const auto tell = [this](const QString &line) { d->tell(line); };
+        d->pc->pc().onHappening(tell);
+        d->pc->pc().onJournal(tell);
+    }
 }
 
 Host::~Host() = default;
@@ -82,13 +100,15 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 
     const QObject *root = engine.rootObjects().value(0);
     auto *window = qobject_cast<QQuickWindow *>(const_cast<QObject *>(root));
-    d->demonstration = std::make_unique<Demonstration>(Demonstration::Wishes::fromEnvironment(),
-                                                       Clock::system(), *road, window);
-    const Demonstration *demonstration = d->demonstration.get();
-    QObject::connect(demonstration, &Demonstration::closeRequested, &engine,
+    auto demonstration = std::make_unique<Demonstration>(Demonstration::Wishes::fromEnvironment(),
+                                                         Clock::system(), *road, window);
+    QObject::connect(demonstration.get(), &Demonstration::closeRequested, &engine,
                      [&engine] { closeProgram(engine); });
-    d->pc->pc().onHappening([demonstration](const QString &line) { demonstration->say(line); });
-    d->pc->pc().onJournal([demonstration](const QString &line) { demonstration->say(line); });
+    const QMutexLocker lock(&d->mutex);
+    d->demonstration = std::move(demonstration);
+    for (const QString &line : qAsConst(d->untold))
+        d->demonstration->say(line);
+    d->untold.clear();
 }
 
 int Host::exitCode(int loopResult) const
