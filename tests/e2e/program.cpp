@@ -1,0 +1,156 @@
+#include "tests/e2e/program.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+#include <csignal>
+
+#include <sys/types.h>
+
+Program::Program(const QString &dir, const QString &scenario)
+    : dir_(dir), home_(dir + "/home"), work_(dir + "/work")
+{
+    QDir().mkpath(home_);
+    QDir().mkpath(work_);
+    QDir().mkpath(dir + "/run");
+    if (QProcess::execute(SEED, {scenario, "--home", home_, "--work", work_}) != 0)
+        qFatal("the scenario cannot be laid out");
+    environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("HOME", home_);
+    environment.insert("XDG_DATA_HOME", home_ + "/.local/share");
+    environment.insert("XDG_RUNTIME_DIR", dir + "/run");
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("QT_QUICK_BACKEND", "software");
+    environment.insert("LC_ALL", "C.UTF-8");
+    environment.insert("SIMPC_SCENARIO", scenario);
+    environment.insert("SIMPC_SPEED", QString::number(testSpeed));
+    environment.insert("SIMPC_ROAD", "1");
+    environment.insert("SIMPC_SERVER_LOG", dir + "/server.log");
+    environment.insert("SIMPC_SCREENSHOT", screenshot());
+    environment.insert("SIMPC_LIMIT", "90");
+}
+
+Program::~Program()
+{
+    kill();
+}
+
+bool Program::start()
+{
+    process_.setProcessEnvironment(environment);
+    process_.setWorkingDirectory(work_);
+    process_.start(PROGRAM, QStringList());
+    return process_.waitForStarted();
+}
+
+int Program::wait(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (process_.state() != QProcess::NotRunning) {
+        const int left = milliseconds - static_cast<int>(timer.elapsed());
+        if (left <= 0)
+            return -1;
+        process_.waitForFinished(left);
+    }
+    collect();
+    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+bool Program::waitForOutput(const QString &text, int times, int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (output().count(text) < times) {
+        const int left = milliseconds - static_cast<int>(timer.elapsed());
+        if (left <= 0 || process_.state() == QProcess::NotRunning)
+            return output().count(text) >= times;
+        process_.waitForReadyRead(left);
+    }
+    return true;
+}
+
+int Program::close()
+{
+    if (process_.state() != QProcess::NotRunning)
+        ::kill(static_cast<pid_t>(process_.processId()), SIGTERM);
+    return wait();
+}
+
+void Program::kill()
+{
+    if (process_.state() != QProcess::NotRunning) {
+        process_.kill();
+        process_.waitForFinished();
+    }
+}
+
+void Program::collect()
+{
+    output_ += process_.readAllStandardOutput();
+    errors_ += process_.readAllStandardError();
+}
+
+QString Program::output()
+{
+    collect();
+    return QString::fromUtf8(output_);
+}
+
+QString Program::errors()
+{
+    collect();
+    return QString::fromUtf8(errors_);
+}
+
+QStringList Program::road()
+{
+    QStringList lines;
+    const QStringList all = output().split('\n').filter(QRegularExpression("^road: "));
+    for (const QString &line : all)
+        lines << line.section(" s  ", 1);
+    return lines;
+}
+
+QString Program::dataDir() const
+{
+    return home_ + "/.local/share/KOLM/KOLM_Streaming_Assistant";
+}
+
+QByteArray Program::read(const QString &path) const
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QJsonObject Program::json(const QString &path) const
+{
+    return QJsonDocument::fromJson(read(path)).object();
+}
+
+QString Program::log() const
+{
+    QString text;
+    const QStringList files = QDir(dataDir()).entryList({"*-*-*.txt"}, QDir::Files, QDir::Name);
+    for (const QString &file : files)
+        text += QString::fromUtf8(read(dataDir() + '/' + file));
+    return text;
+}
+
+QString Program::serverLog() const
+{
+    return QString::fromUtf8(read(dir_ + "/server.log"));
+}
+
+QStringList Program::journal()
+{
+    return road().filter(QRegularExpression("^(launch|cell write|terminate) "));
+}
+
+QString Program::screenshot() const
+{
+    return dir_ + "/window.png";
+}

@@ -1,0 +1,58 @@
+// The real program in a home of its own on a simulated PC.
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+// How many times faster than real time the program lives in these tests.
+constexpr int testSpeed = 20;
+
+class Program
+{
+public:
+    // Lays out the scenario's home and working folder below `dir`.
+    Program(const QString &dir, const QString &scenario);
+    ~Program();
+
+    // Set before start().
+    QProcessEnvironment environment;
+
+    bool start();
+    // Waits until it has ended by itself; its exit code, or -1.
+    int wait(int milliseconds = 60000);
+    // Waits until the standard output holds `text`, `times` times.
+    bool waitForOutput(const QString &text, int times = 1, int milliseconds = 60000);
+    // Asks it to close like its close button, and waits.
+    int close();
+    void kill();
+
+    QString output();   // standard output so far
+    QString errors();   // standard error so far
+    QStringList road(); // the lines of the road, without their times
+
+    QString home() const { return home_; }
+    QString work() const { return work_; }
+    QString dataDir() const;
+    QByteArray read(const QString &path) const;
+    QJsonObject json(const QString &path) const;
+    QString log() const;       // the log of this run
+    QString serverLog() const; // what the streaming server sent and got
+    QStringList journal();     // what the program did to the PC, without times
+    QString screenshot() const;
+
+    qint64 pid() const { return process_.processId(); }
+
+private:
+    void collect();
+
+    QString dir_;
+    QString home_;
+    QString work_;
+    QProcess process_;
+    QByteArray output_;
+    QByteArray errors_;
+};

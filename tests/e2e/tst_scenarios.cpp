@@ -1,0 +1,164 @@
+#include "tests/e2e/program.h"
+#include "tests/support/test_case.h"
+
+#include <QTcpSocket>
+
+// What the program makes of other PCs.
+class TestScenarios : public TestCase
+{
+    Q_OBJECT
+
+    // Waits for a line from the program that ends in NUL.
+    static QByteArray readCommand(QTcpSocket &socket)
+    {
+        QByteArray text;
+        while (!text.endsWith('\0')) {
+            if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(20000))
+                return {};
+            text += socket.read(1);
+        }
+        text.chop(1);
+        return text;
+    }
+
+private slots:
+    void aRoadThatEndsSaysWhere_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<QString>("missing");
+        QTest::newRow("no Steam") << "no-steam"
+                                  << "Steam runs";
+        QTest::newRow("no server") << "server-never-comes"
+                                   << "streaming server on the control port";
+        QTest::newRow("too slow Steam") << "too-slow-steam"
+                                        << "SteamVR runs";
+        QTest::newRow("two headsets") << "two-headsets"
+                                      << "headset connected";
+    }
+    void aRoadThatEndsSaysWhere()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(QString, missing);
+        Program program(dir(), scenario);
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        program.environment.insert("SIMPC_LIMIT", "45");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 3);
+        QVERIFY2(program.output().contains("failed after 45 s, missing: " + missing),
+                 qPrintable(program.output()));
+    }
+
+    void theseRoadsEndConnected_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        for (const char *name : {"steam-already-running", "leftover-steamvr", "slow-steam",
+                                 "on-battery", "public-network"})
+            QTest::newRow(name) << name;
+    }
+    void theseRoadsEndConnected()
+    {
+        QFETCH(QString, scenario);
+        Program program(dir(), scenario);
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 0);
+    }
+
+    void aHeadsetThatDropsReturns()
+    {
+        Program program(dir(), "headset-drops-and-returns");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("lost: headset connected"));
+        QVERIFY(program.waitForOutput("[x] headset connected", 2));
+        QCOMPARE(program.close(), 0);
+    }
+
+    void theServersWishForARestartIsCarriedOut()
+    {
+        Program program(dir(), "steamvr-restart");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QVERIFY(program.waitForOutput("vrstartup.exe -shutdown"));
+        QVERIFY(program.waitForOutput("lost: headset connected"));
+        QCOMPARE(program.close(), 0);
+        QVERIFY(program.log().contains("[steam] restartSteamVR"));
+        QVERIFY(program.log().contains("[steam] stopSteamVR thread"));
+    }
+
+    void anOutsideServerCanConnect()
+    {
+        Program program(dir(), "external-server");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] SteamVR runs"));
+        QTcpSocket server;
+        server.connectToHost("127.0.0.1", 9932);
+        QVERIFY(server.waitForConnected(5000));
+        server.write("Hello\n");
+        QByteArray text;
+        while (text != "HHHH, You can see me!\n") {
+            text = readCommand(server);
+            QVERIFY(!text.isEmpty());
+        }
+        while (readCommand(server) != "HMDInfoRequest") {
+        }
+        server.write("HMDINFOBACK\tdeviceId:~D3OUT;10.0.0.5;false;0\n");
+        while ((text = readCommand(server)) != "LinkTo D3OUT 10.0.0.5 ")
+            QVERIFY(!text.isEmpty());
+        while (readCommand(server) != "HMDInfoRequest") {
+        }
+        server.write("HMDINFOBACK\tdeviceId:D3OUT~D3OUT;10.0.0.5;true;0\n");
+        server.flush();
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(program.json(program.dataDir() + "/set.json").value("lastSn").toString(),
+                 QString("D3OUT"));
+    }
+
+    void withoutAStoredModeThePersonIsAskedAndNothingStarts()
+    {
+        Program program(dir(), "first-run");
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        program.environment.insert("SIMPC_LIMIT", "20");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 3);
+        QVERIFY(program.journal().isEmpty());
+        QVERIFY(program.log().contains("getWiredOrWireless : 0"));
+    }
+
+    void aSecondCopyShowsItsNoticeAndEndsByItself()
+    {
+        Program program(dir(), "external-server");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("ControlSocket::Startup Successfully bound"));
+        QProcess second;
+        second.setProcessEnvironment(program.environment);
+        second.setWorkingDirectory(program.work());
+        second.start(PROGRAM, QStringList());
+        QVERIFY(second.waitForFinished(20000));
+        QCOMPARE(second.exitCode(), 0);
+        QVERIFY(!QString::fromUtf8(second.readAllStandardOutput()).contains("ControlSocket"));
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(program.log().count("json language: "), 1);
+    }
+
+    void closingWhileNothingIsConnectedStopsSteamVR()
+    {
+        Program program(dir(), "external-server");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("s  SteamVR runs"));
+        QCOMPARE(program.close(), 0);
+        QVERIFY(program.journal().value(program.journal().size() - 1).contains("vrstartup.exe"));
+    }
+
+    void anUnknownScenarioIsNamed()
+    {
+        Program program(dir(), "one-headset");
+        program.environment.insert("SIMPC_SCENARIO", "no-such-scenario");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 2);
+        QVERIFY(program.errors().contains("no-such-scenario"));
+    }
+};
+
+KOLM_TEST_MAIN(TestScenarios)
+#include "tst_scenarios.moc"
