@@ -68,10 +68,11 @@ function(kolm_test name)
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
 endfunction()
 
-# kolm_fuzzer(name SOURCES x.cpp [LINK ...]): a libFuzzer program, only in a
-# fuzzing build.
+# kolm_fuzzer(name SOURCES x.cpp [LINK ...] [DICT words.dict]): a libFuzzer
+# program, only in a fuzzing build. ctest runs it for a short while, starting
+# from tests/fuzz/corpus/<name>; kolm_fuzzers builds all of them.
 function(kolm_fuzzer name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(arg "" "DICT" "SOURCES;LINK" ${ARGN})
   if(NOT KOLM_BUILD_FUZZERS)
     return()
   endif()
@@ -79,4 +80,21 @@ function(kolm_fuzzer name)
   target_link_libraries(${name} PRIVATE ${arg_LINK})
   kolm_compile_settings(${name})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+  if(NOT TARGET kolm_fuzzers)
+    add_custom_target(kolm_fuzzers)
+  endif()
+  add_dependencies(kolm_fuzzers ${name})
+
+  # What it finds on the way goes into the first folder, not to the seeds.
+  set(folders "${CMAKE_CURRENT_BINARY_DIR}/${name}_found")
+  file(MAKE_DIRECTORY "${folders}")
+  if(EXISTS "${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}")
+    list(APPEND folders "${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}")
+  endif()
+  set(options -runs=50000 -seed=1 -max_total_time=30 -timeout=10 -artifact_prefix=${name}_)
+  if(arg_DICT)
+    list(APPEND options "-dict=${CMAKE_CURRENT_SOURCE_DIR}/${arg_DICT}")
+  endif()
+  add_test(NAME ${name} COMMAND ${name} ${options} ${folders})
+  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 120)
 endfunction()
