@@ -53,7 +53,6 @@ FramelessWindow {
     height: fixedHeight
     color: "transparent"
     titleBar: titleRow
-    visible: true
 
     onWidthChanged: {
         if (width !== fixedWidth) {
@@ -67,6 +66,8 @@ FramelessWindow {
         addIgnore(version);
         addIgnore(filler);
         selectMode.visible = !orb.isHideSelectPage();
+        // Not before it has its size: the system places it by that.
+        visible = true;
         orb.checkPortUsage();
     }
 

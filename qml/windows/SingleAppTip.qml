@@ -15,9 +15,12 @@ FramelessWindow {
     color: "transparent"
     needShadow: false
     titleBar: titleRow
-    visible: true
     onCloseAll: close()
-    Component.onCompleted: addIgnore(heading)
+    Component.onCompleted: {
+        addIgnore(heading);
+        // Not before it has its size: the system places it by that.
+        visible = true;
+    }
 
     Utils {
         id: utils

@@ -23,6 +23,19 @@ void registerInterface()
     QGuiApplication::setFont(font);
 }
 
+FirstSize::FirstSize()
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool FirstSize::eventFilter(QObject *object, QEvent *event)
+{
+    const auto *window = qobject_cast<QWindow *>(object);
+    if (window && event->type() == QEvent::PlatformSurface && !size.isValid())
+        size = window->size();
+    return false;
+}
+
 Interface::Interface()
 {
     FramelessQuickWindow::setSharedEngine(&engine_);

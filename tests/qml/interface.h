@@ -12,6 +12,19 @@
 // Registers the types and resources that the pages need. Once a program.
 void registerInterface();
 
+// Notes the size with which the system first sees a window.
+class FirstSize : public QObject
+{
+    Q_OBJECT
+
+public:
+    FirstSize();
+    QSize size;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+};
+
 class Interface
 {
 public:
@@ -29,6 +42,9 @@ public:
     FramelessQuickWindow *loadAlone(const QString &url);
 
     FramelessQuickWindow *window() const { return window_; }
+    // How large the window was when the system came to know it, which is what it
+    // places the window by.
+    QSize firstSize() const { return firstSize_.size; }
     // A named object of the window; null if there is none. Also finds what a
     // list or repeater made.
     QObject *find(const QString &objectName) const;
@@ -54,4 +70,5 @@ public:
 private:
     QQmlApplicationEngine engine_;
     FramelessQuickWindow *window_ = nullptr;
+    FirstSize firstSize_;
 };

@@ -51,6 +51,7 @@ void TestMainWindow::opensWithItsFixedSize()
     FramelessQuickWindow *window = pages.load();
     QVERIFY(window);
     QCOMPARE(window->size(), QSize(1360, 875));
+    QCOMPARE(pages.firstSize(), QSize(1360, 875));
     QCOMPARE(window->title(), QString::fromUtf8("串流助手"));
     QCOMPARE(window->color(), QColor(Qt::transparent));
     QVERIFY(window->isVisible());

@@ -35,6 +35,7 @@ void TestSingleAppTip::saysThatTheProgramRunsAlready()
     QVERIFY(window);
     QVERIFY(window->isVisible());
     QCOMPARE(window->size(), QSize(400, 300));
+    QCOMPARE(pages.firstSize(), QSize(400, 300));
     QCOMPARE(window->title(), QString::fromUtf8("提示"));
     QVERIFY(!window->needShadow());
     QVERIFY(window->titleBar());
