@@ -9,7 +9,7 @@ QString seconds(qint64 milliseconds)
 
 QStringList headsetArguments(const PlannedHeadset &headset, qint64 elapsed)
 {
-    const bool dropped = headset.drops >= 0 && headset.drops < elapsed;
+    const bool dropped = headset.drops >= 0 && headset.drops <= elapsed;
     const qint64 appears = dropped ? headset.returns : headset.joins;
     if (appears < 0)
         return {};

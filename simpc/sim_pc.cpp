@@ -263,7 +263,7 @@ void SimPc::after(int milliseconds, std::function<void()> change)
     std::function<void()> notify;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
-        changes_.push_back({due, order_++, std::move(change)});
+        changes_.push_back({due, std::move(change)});
         notify = plannedListener_;
     }
     if (notify)
@@ -273,10 +273,10 @@ void SimPc::after(int milliseconds, std::function<void()> change)
 std::optional<SimPc::Change> SimPc::takeDueChange() const
 {
     const std::lock_guard<std::mutex> lock(mutex_);
+    // Among equals this finds the one that was planned first.
     const auto first =
-        std::min_element(changes_.begin(), changes_.end(), [](const Change &a, const Change &b) {
-            return a.due != b.due ? a.due < b.due : a.order < b.order;
-        });
+        std::min_element(changes_.begin(), changes_.end(),
+                         [](const Change &a, const Change &b) { return a.due < b.due; });
     if (first == changes_.end() || first->due > clock_.elapsed())
         return std::nullopt;
     std::optional<Change> change = std::move(*first);

@@ -152,7 +152,6 @@ private:
     struct Change
     {
         qint64 due;
-        quint64 order;
         std::function<void()> happen;
     };
 
@@ -175,7 +174,6 @@ private:
     std::unique_ptr<SimCell> cell_;
     QHash<QString, LaunchHandler> launchHandlers_;
     mutable std::vector<Change> changes_;
-    quint64 order_ = 0;
     QStringList journal_;
     std::vector<std::function<void(const QString &)>> journalListeners_;
     QStringList happenings_;

@@ -29,7 +29,6 @@ void Headsets::drop(const QString &serial)
 {
     if (Headset *headset = find(serial)) {
         headset->present = false;
-        headset->connected = false;
         ++headset->attempt;
     }
 }

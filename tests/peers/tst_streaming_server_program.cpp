@@ -19,6 +19,7 @@ private slots:
     void endsWithTheConnectionWhenAskedTo();
     void givesUpWhenLeftAlone_data();
     void givesUpWhenLeftAlone();
+    void givingUpCountsFromTheLastConnection();
     void endsCleanlyOnASignal_data();
     void endsCleanlyOnASignal();
     void setsTheCell();
@@ -83,6 +84,20 @@ void StreamingServerProgramTest::givesUpWhenLeftAlone()
     }
     QVERIFY(program.records("# gave up"));
     QCOMPARE(program.exitCode(), exitCode);
+}
+
+void StreamingServerProgramTest::givingUpCountsFromTheLastConnection()
+{
+    Assistant assistant;
+    Program program;
+    // The headset tells that the program has run for longer than its patience.
+    QVERIFY(program.start(assistant.port(), {"--give-up", "2", "--headset", "D3A=10.0.0.1@2.1"}));
+    QVERIFY(assistant.accept());
+    QVERIFY(program.records("# D3A joins"));
+    assistant.close();
+    QVERIFY(program.records("# nobody listens"));
+    QVERIFY(assistant.listenAgain());
+    QVERIFY(assistant.accept());
 }
 
 void StreamingServerProgramTest::endsCleanlyOnASignal_data()

@@ -33,6 +33,7 @@ private slots:
     void commandsMayComeInAnyPieces();
     void sendsInPiecesWhenAskedTo();
     void holdsRepliesBackAndSendsThemTogether();
+    void nothingIsCarriedOverIntoTheNextConnection();
 };
 
 void StreamingServerTalkTest::reportsTheHeadsetsItWasGiven_data()
@@ -325,6 +326,28 @@ void StreamingServerTalkTest::holdsRepliesBackAndSendsThemTogether()
     QCOMPARE(program.recorded(), QString("> HMDINFOBACK\\t"));
     QCOMPARE(program.recorded(), QString("> DeviceConnectBack\\tfalse"));
     QCOMPARE(assistant.chunk(), QByteArray("HMDINFOBACK\t\nDeviceConnectBack\tfalse\n"));
+}
+
+void StreamingServerTalkTest::nothingIsCarriedOverIntoTheNextConnection()
+{
+    Assistant assistant;
+    Program program;
+    QVERIFY(program.start(assistant.port(), {"--join", "2"}));
+    QVERIFY(assistant.accept());
+    QVERIFY(program.records("# connected"));
+    assistant.send(request + '\0' + "HMDInfo");
+    QCOMPARE(program.recorded(), QString("< HMDInfoRequest"));
+    assistant.dropPeer();
+    QCOMPARE(program.recorded(), QString("# disconnected"));
+    QVERIFY(assistant.accept());
+    QCOMPARE(program.recorded(), QString("# connected"));
+    // Neither the half command nor the reply that waited for company is left.
+    assistant.say("WiredConnect");
+    QCOMPARE(program.recorded(), QString("< WiredConnect"));
+    assistant.say("WiredConnect");
+    QCOMPARE(program.recorded(), QString("< WiredConnect"));
+    QCOMPARE(program.recorded(), QString("> DeviceConnectBack\\tfalse"));
+    QCOMPARE(program.recorded(), QString("> DeviceConnectBack\\tfalse"));
 }
 
 KOLM_TEST_MAIN(StreamingServerTalkTest)

@@ -439,6 +439,8 @@ void ScenarioTest::aLaterStartHearsOnlyOfWhatIsStillToCome_data()
     QTest::newRow("after the restart")
         << 10001 << QStringList{"--headset", "A=1@0",     "--drop", "A@9.999", "--return",
                                 "A@19.999",  "--headset", "B=2@0",  "--drop",  "B@14.999"};
+    QTest::newRow("as one drops") << 20000 << QStringList{"--headset", "A=1@10", "--headset",
+                                                          "B=2@0",     "--drop", "B@5"};
     QTest::newRow("while one is away")
         << 21000 << QStringList{"--headset", "A=1@9", "--headset", "B=2@0", "--drop", "B@4"};
     QTest::newRow("after all") << 31000 << QStringList{"--headset", "A=1@0"};

@@ -4,9 +4,10 @@
 
 #include <QFile>
 
+#include <atomic>
 #include <thread>
-#include <vector>
 
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +26,7 @@ private slots:
     void theFileIsEightBytesWithTheValueFirst();
     void anotherProcessSeesWhatWasWritten();
     void aHolderThatDiesDoesNotBlockTheOthers();
+    void whileAnotherHoldsTheLockNobodyReads();
     void aCellThatCannotBeMappedSaysSo();
     void threadsNeverSeeHalfAChange();
 
@@ -137,6 +139,32 @@ void SimCellTest::aHolderThatDiesDoesNotBlockTheOthers()
     QCOMPARE(value, 7u);
     ::close(ready[0]);
     ::close(ready[1]);
+}
+
+void SimCellTest::whileAnotherHoldsTheLockNobodyReads()
+{
+    SimCell cell(path("cell"));
+    QVERIFY(cell.write(1));
+    QFile file(path("cell"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QCOMPARE(flock(file.handle(), LOCK_EX), 0);
+    std::atomic<bool> reading{false};
+    quint32 value = 0;
+    std::thread reader([&] {
+        reading = true;
+        cell.read(&value);
+    });
+    while (!reading)
+        std::this_thread::yield();
+    // Plenty of opportunity to read too early.
+    for (int i = 0; i < 10000; ++i)
+        std::this_thread::yield();
+    const bool written = file.write("\x02\0\0\0", 4) == 4 && file.flush();
+    const int unlocked = flock(file.handle(), LOCK_UN);
+    reader.join();
+    QVERIFY(written);
+    QCOMPARE(unlocked, 0);
+    QCOMPARE(value, 2u);
 }
 
 void SimCellTest::aCellThatCannotBeMappedSaysSo()

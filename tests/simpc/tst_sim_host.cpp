@@ -1,3 +1,4 @@
+#include "simpc/server_process.h"
 #include "simpc/sim_host.h"
 
 #include "base/manual_clock.h"
@@ -12,6 +13,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <atomic>
 #include <mutex>
 
 namespace {
@@ -53,6 +55,33 @@ private:
     Semaphore arrived_;
 };
 
+// Counts what is waited for.
+class CountingClock final : public Clock
+{
+public:
+    ManualClock &manual() { return manual_; }
+    int waits() const { return waits_; }
+
+    QDateTime now() const override { return manual_.now(); }
+    qint64 epochMilliseconds() const override { return manual_.epochMilliseconds(); }
+    qint64 elapsed() const override { return manual_.elapsed(); }
+    void sleep(int milliseconds) override { manual_.sleep(milliseconds); }
+    void singleShot(int milliseconds, QObject *context, std::function<void()> action) override
+    {
+        ++waits_;
+        manual_.singleShot(milliseconds, context, std::move(action));
+    }
+    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type) override
+    {
+        return manual_.startTimer(milliseconds, receiver, type);
+    }
+    void killTimer(int id, QObject *receiver) override { manual_.killTimer(id, receiver); }
+
+private:
+    ManualClock manual_;
+    std::atomic<int> waits_{0};
+};
+
 } // namespace
 
 class SimHostTest : public TestCase
@@ -67,6 +96,7 @@ private slots:
     void thingsHappenWithoutAnybodyAsking();
     void anIdlePcWaitsForNothing();
     void whatIsPlannedLaterButDueEarlierComesInTime();
+    void planningSomethingLaterAddsNoWait();
     void beforeTheStartThingsHappenOnlyWhenAskedFor();
     void afterTheEndNothingHappensByItself();
     void inRealTimeThingsHappenToo();
@@ -80,6 +110,7 @@ private slots:
     void aServerThatNeverComesLeavesTheCellAlone();
     void endingTheHostEndsTheServer_data();
     void endingTheHostEndsTheServer();
+    void aServerThatIsStartedAgainReplacesTheFirst();
     void aKilledProgramLeavesNoServerBehind();
     void theJournalFileHoldsDeedsAndHappenings();
 
@@ -221,6 +252,21 @@ void SimHostTest::whatIsPlannedLaterButDueEarlierComesInTime()
     clock.advance(200);
     QCOMPARE(watcher.lines(), QStringList({"100", "100", "300", "500"}));
     QVERIFY(clock.idle());
+}
+
+void SimHostTest::planningSomethingLaterAddsNoWait()
+{
+    CountingClock clock;
+    SimHost host(from(R"({"title":"t","at":[{"seconds":1,"acLine":"offline"}]})"), options(clock));
+    host.start();
+    QCOMPARE(clock.waits(), 1);
+    for (int i = 0; i < 10; ++i)
+        host.pc().after(2000, [] {});
+    QCOMPARE(clock.waits(), 1);
+    clock.manual().advance(1000);
+    QCOMPARE(clock.waits(), 2);
+    clock.manual().advance(1000);
+    QCOMPARE(clock.waits(), 2);
 }
 
 void SimHostTest::beforeTheStartThingsHappenOnlyWhenAskedFor()
@@ -442,6 +488,21 @@ void SimHostTest::endingTheHostEndsTheServer()
         QCOMPARE(host->serverPid(), qint64(0));
         QVERIFY(host->pc().isRunning("vrserver.exe"));
     }
+}
+
+void SimHostTest::aServerThatIsStartedAgainReplacesTheFirst()
+{
+    Assistant assistant;
+    ServerProcess server;
+    const QStringList arguments{"--port", QString::number(assistant.port())};
+    QVERIFY(server.begin(STREAMING_SERVER_SIM, arguments));
+    QVERIFY(assistant.accept());
+    const auto first = static_cast<pid_t>(server.runningPid());
+    QVERIFY(server.begin(STREAMING_SERVER_SIM, arguments));
+    QCOMPARE(::kill(first, 0), -1);
+    QVERIFY(server.runningPid() > 0 && server.runningPid() != first);
+    QVERIFY(!server.begin(path("none"), {}));
+    QCOMPARE(server.runningPid(), qint64(0));
 }
 
 void SimHostTest::aKilledProgramLeavesNoServerBehind()

@@ -516,6 +516,7 @@ void SteamWorldTest::steamVrCannotBeStartedWhileItCloses()
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
     QCOMPARE(w.server(), QStringList({"start", "stop"}));
+    QCOMPARE(w.pc.happenings().count("SteamVR closes"), 1);
 }
 
 void SteamWorldTest::startAndShutdownRepeat()
