@@ -1,7 +1,7 @@
 // Saves one of the files once, so that a test can interrupt it at any step:
 //   save_once <file> <folder>
-// Before and after the save it asks for a file called "save begins" and one
-// called "save ends", which shows in a list of its system calls.
+// Before and after the save it asks for a file "save begins" and a file "save
+// ends" in the folder, which shows in a list of its system calls.
 #include "config/config_manager.h"
 #include "config/recent_headsets.h"
 
@@ -35,8 +35,8 @@ int main(int argc, char *argv[])
         save = [&] { config.clearExternalDrivers(folder); };
     }
 
-    QFile::exists(QStringLiteral("save begins"));
+    QFile::exists(folder + QLatin1String("/save begins"));
     save();
-    QFile::exists(QStringLiteral("save ends"));
+    QFile::exists(folder + QLatin1String("/save ends"));
     return 0;
 }
