@@ -124,14 +124,15 @@ void TestSessionFile::theSettingsEdit_data()
     add("video", false, false, R"({"sessionSettings":{"video":{}}})",
         R"({"sessionSettings":{"video":{"preferredFps":90}}})");
     add("video with other members", false, false,
-        R"({"sessionSettings":{"video":{"preferredFps":72,"codec":{"variant":"HEVC"}},"z":0},"a":1})",
-        R"({"sessionSettings":{"video":{"preferredFps":90,"codec":{"variant":"HEVC"}},"z":0},"a":1})");
+        R"({"sessionSettings":{"video":{"preferredFps":72,"codec":{"x":"HEVC"}},"z":0},"a":1})",
+        R"({"sessionSettings":{"video":{"preferredFps":90,"codec":{"x":"HEVC"}},"z":0},"a":1})");
     add("a frame rate that was a text", false, false,
         R"({"sessionSettings":{"video":{"preferredFps":"72"}}})",
         R"({"sessionSettings":{"video":{"preferredFps":90}}})");
     add("video and refresh rate", false, false,
         R"({"sessionSettings":{"video":{}},"openvr_config":{"refresh_rate":60,"x":1}})",
-        R"({"sessionSettings":{"video":{"preferredFps":90}},"openvr_config":{"refresh_rate":90,"x":1}})");
+        R"({"sessionSettings":{"video":{"preferredFps":90}},
+            "openvr_config":{"refresh_rate":90,"x":1}})");
     add("video and an empty OpenVR object", false, false,
         R"({"sessionSettings":{"video":{}},"openvr_config":{}})",
         R"({"sessionSettings":{"video":{"preferredFps":90}},"openvr_config":{"refresh_rate":90}})");
@@ -181,8 +182,8 @@ void TestSessionFile::theSettingsEdit_data()
         R"({"sessionSettings":{"audio":{"microphone":{"enabled":true}}}})");
     add("video, refresh rate and microphone", false, true,
         R"({"sessionSettings":{"video":{},"audio":{"microphone":{}}},"openvr_config":{}})",
-        R"({"sessionSettings":{"video":{"preferredFps":90},"audio":{"microphone":{"enabled":false}}},
-            "openvr_config":{"refresh_rate":90}})");
+        R"({"sessionSettings":{"video":{"preferredFps":90},
+            "audio":{"microphone":{"enabled":false}}},"openvr_config":{"refresh_rate":90}})");
 }
 
 void TestSessionFile::theSettingsEdit()
