@@ -29,6 +29,7 @@ private slots:
     void aLockedFileStays();
     void ourFileIsLeftAloneWhereItCannotBeReplacedAsOneStep();
     void aForeignFileIsWrittenInPlaceWhereItCannotBeReplacedAsOneStep();
+    void aForeignFileThatAReaderKeepsOpenIsWrittenAllTheSame();
     void aForeignFileIsWrittenInPlaceInAFolderThatTakesNoNewFiles();
 };
 
@@ -236,6 +237,18 @@ void TestFileIo::aForeignFileIsWrittenInPlaceWhereItCannotBeReplacedAsOneStep()
     QCOMPARE(replaceForeignFile(path(kLongName), "new"), WriteResult::Ok);
 
     QCOMPARE(readFile(kLongName), QByteArray("new"));
+}
+
+void TestFileIo::aForeignFileThatAReaderKeepsOpenIsWrittenAllTheSame()
+{
+    writeFile("file", "a long old content");
+    QFile reader(path("file"));
+    QVERIFY(reader.open(QIODevice::ReadOnly));
+
+    // Windows does not put another file in the place of an open one.
+    QCOMPARE(replaceForeignFile(path("file"), "new"), WriteResult::Ok);
+
+    QCOMPARE(readFile("file"), QByteArray("new"));
 }
 
 void TestFileIo::aForeignFileIsWrittenInPlaceInAFolderThatTakesNoNewFiles()
