@@ -15,6 +15,9 @@ class TestBadFiles : public TestCase
 {
     Q_OBJECT
 
+public:
+    using Use = void (TestBadFiles::*)(const QByteArray &, bool);
+
 private slots:
     void anyContentInAnyFile_data();
     void anyContentInAnyFile();
@@ -30,6 +33,8 @@ private:
     void useAsSession(const QByteArray &content, bool isJson);
     void useAsOpenvrPaths(const QByteArray &content, bool isJson);
 };
+
+Q_DECLARE_METATYPE(TestBadFiles::Use)
 
 namespace {
 
@@ -183,34 +188,39 @@ void TestBadFiles::anyContentInAnyFile()
 
 void TestBadFiles::anyTypeOfAnyMember_data()
 {
+    QTest::addColumn<Use>("use");
     QTest::addColumn<QByteArray>("pattern");
-    const char *const patterns[] = {
-        R"({"D1":%})",
-        R"({"D2":{"definitionIndex":%,"customize":%,"fps":%,"codec":%,"scale":%,"hdr":%}})",
-        R"({"D3":{"audio":%,"10bitenc":%,"bitRate":%,"bitRate_wired":%,"fullrange":%}})",
-        R"({"lastSn":%,"wiredOrWireless":%})",
-        R"({"clientConnections":%,"sessionSettings":{"headset":{}}})",
-        R"({"sessionSettings":%,"openvr_config":{}})",
-        R"({"sessionSettings":{"video":%,"audio":%,"headset":%},"openvr_config":%})",
-        R"({"sessionSettings":{"video":{"preferredFps":%},"headset":{"serialNumber":%}}})",
-        R"({"sessionSettings":{"audio":{"microphone":%}}})",
-        R"({"sessionSettings":{"audio":{"microphone":{"enabled":%,"content":%}}}})",
-        R"({"sessionSettings":{"audio":{"microphone":{"content":
-            {"content":%,"inputDeviceId":%,"outputDeviceId":%}}}}})",
-        R"({"runtime":%,"external_drivers":%})",
-        R"({"runtime":[%],"external_drivers":[%]})",
+    const auto add = [](Use use, const char *pattern) {
+        QTest::newRow(pattern) << use << QByteArray(pattern);
     };
-    for (const char *pattern : patterns)
-        QTest::newRow(pattern) << QByteArray(pattern);
+    const Use settings = &TestBadFiles::useAsSettings;
+    add(settings, R"({"D1":%})");
+    add(settings, R"({"D2":{"definitionIndex":%,"customize":%,"fps":%,"codec":%,"scale":%}})");
+    add(settings, R"({"D3":{"audio":%,"10bitenc":%,"bitRate":%,"fullrange":%,"hdr":%}})");
+    add(settings, R"({"lastSn":%,"wiredOrWireless":%})");
+    const Use session = &TestBadFiles::useAsSession;
+    add(session, R"({"clientConnections":%,"sessionSettings":{"headset":{}}})");
+    add(session, R"({"sessionSettings":%,"openvr_config":{}})");
+    add(session, R"({"sessionSettings":{"video":%,"audio":%,"headset":%},"openvr_config":%})");
+    add(session,
+        R"({"sessionSettings":{"video":{"preferredFps":%},"headset":{"serialNumber":%}}})");
+    add(session, R"({"sessionSettings":{"audio":{"microphone":%}}})");
+    add(session, R"({"sessionSettings":{"audio":{"microphone":{"enabled":%,"content":%}}}})");
+    add(session, R"({"sessionSettings":{"audio":{"microphone":{"content":
+            {"content":%,"inputDeviceId":%,"outputDeviceId":%}}}}})");
+    const Use paths = &TestBadFiles::useAsOpenvrPaths;
+    add(paths, R"({"runtime":%,"external_drivers":%})");
+    add(paths, R"({"runtime":[%],"external_drivers":[%]})");
 }
 
 void TestBadFiles::anyTypeOfAnyMember()
 {
+    QFETCH(Use, use);
     QFETCH(QByteArray, pattern);
     for (const char *value : {"null", "true", "false", "0", "-1", "3", "2147483648", "1.5", "1e400",
                               "12345678901234567890", "\"\"", "\"72\"", "\"D2\"", "[]", "[{}]",
                               "[[[]]]", "{}", R"({"content":null,"name":[]})", R"({"":{"":{}}})"}) {
-        useAsEveryFile(QByteArray(pattern).replace('%', value));
+        (this->*use)(QByteArray(pattern).replace('%', value), true);
         if (QTest::currentTestFailed())
             QFAIL(value);
     }
