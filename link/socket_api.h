@@ -25,7 +25,7 @@ bool isWouldBlock(int error);
 // Whether a failed accept() says nothing about the next one: the connection
 // was gone before it could be taken.
 bool isLostConnection(int error);
-// The system's number for "message too long" and "bad argument".
+// The system's number for "message too long".
 int messageTooLongError();
 
 Handle openTcp();

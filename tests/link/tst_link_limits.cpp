@@ -226,6 +226,8 @@ void LinkLimitsTest::backsOffWhenItCannotWait()
         const quint64 wakeUps = link.manager->wakeUps();
         QVERIFY(peer.send("Hello\n"));
         QCOMPARE(peer.receive(23, limit).size(), 23);
+        link.manager->sendRaw("x");
+        QCOMPARE(peer.receive(2, limit), QByteArray("x\0", 2));
         QVERIFY(peer.send("Hello\n"));
         QCOMPARE(peer.receive(23, limit).size(), 23);
         QCOMPARE(peer.receive(1, 500), QByteArray());
