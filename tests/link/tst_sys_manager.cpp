@@ -34,6 +34,7 @@ private slots:
     void sendsNothingMeantForAnEarlierServer();
     void worksWithoutAPort();
     void sendsWhatIsLeftBeforeItEnds();
+    void sendsWhatIsLeftWhenItEndsInARestart();
     void endsWithoutHavingStarted();
     void closesTheServersConnectionAtTheEnd();
     void sleepsWhileNothingHappens();
@@ -340,6 +341,25 @@ void SysManagerTest::sendsWhatIsLeftBeforeItEnds()
         QCOMPARE(peer.receiveText(), QByteArray("HMDInfoRequest"));
         QCOMPARE(peer.receiveText(), QByteArray("Disconnect S A "));
     }
+}
+
+void SysManagerTest::sendsWhatIsLeftWhenItEndsInARestart()
+{
+    BlockingRestart restart;
+    RunningLink link(restart.handler());
+    Peer peer;
+    QVERIFY(peer.connectTo(link.port));
+    QVERIFY(peer.send("RESTARTSTEAMVR\n"));
+    QVERIFY(restart.begun.acquire());
+    link.manager->disconnect("S", "A");
+    std::thread end([&link] { link.manager.reset(); });
+    // Enough for the end to begin; it cannot get far.
+    const bool silent = peer.isSilentFor(50);
+    restart.end.release();
+    end.join();
+    QVERIFY(silent);
+    QCOMPARE(peer.receiveText(), QByteArray("Disconnect S A "));
+    QVERIFY(peer.waitForEnd());
 }
 
 void SysManagerTest::endsWithoutHavingStarted()
