@@ -36,8 +36,9 @@ Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const Connectio
     connect(&road_, &ConnectionRoad::stageChanged, this, &Demonstration::onStage);
     if (window_ && wishes_.printRoad) {
         firstFrame_ = connect(window_, &QQuickWindow::frameSwapped, this, [this] {
-            disconnect(firstFrame_);
-            say(QStringLiteral("first frame"));
+            // The render thread may have announced the second one by now.
+            if (disconnect(firstFrame_))
+                say(QStringLiteral("first frame"));
         });
     }
     if (wishes_.limitSeconds > 0)
