@@ -58,6 +58,10 @@ void HostThread::start(std::function<void()> atEnd)
         }
         ready.set_value();
         receiver.run();
+        {
+            // Whoever ended the loop is done with the receiver.
+            const std::lock_guard<std::mutex> lock(mutex_);
+        }
         atEnd();
     });
     ready.get_future().wait();
