@@ -14,7 +14,7 @@
 class LineSplitter
 {
 public:
-    static constexpr std::size_t defaultLimit = 1024 * 1024;
+    static constexpr std::size_t defaultLimit = 1048576;
 
     // `limit`: how long a line may become without an end, in bytes.
     explicit LineSplitter(std::size_t limit = defaultLimit) : limit_(limit) {}

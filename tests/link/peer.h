@@ -46,7 +46,7 @@ public:
         for (;;) {
             const int end = received_.indexOf('\0');
             if (end >= 0) {
-                const QByteArray text = received_.left(end);
+                QByteArray text = received_.left(end);
                 received_.remove(0, end + 1);
                 return text;
             }

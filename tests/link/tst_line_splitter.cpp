@@ -119,7 +119,7 @@ void LineSplitterTest::allowsOneMebibyte()
 {
     LineSplitter splitter;
     Lines lines;
-    const std::string mebibyte(1024 * 1024, 'x');
+    const std::string mebibyte(1048576, 'x');
     QVERIFY(splitter.append(mebibyte.data(), mebibyte.size(), &lines));
     QVERIFY(!splitter.append("x", 1, &lines));
 }
@@ -128,7 +128,7 @@ void LineSplitterTest::allowsOneMebibyte()
 // line, would take minutes here.
 void LineSplitterTest::isLinearInALongLine()
 {
-    LineSplitter splitter(100 * 1024 * 1024);
+    LineSplitter splitter(100000000);
     Lines lines;
     const std::string chunk(10, 'x');
     for (int i = 0; i < 1000000; ++i)
@@ -142,9 +142,9 @@ void LineSplitterTest::isLinearInManyLines()
 {
     LineSplitter splitter;
     Lines lines;
-    const std::string feeds(10000000, '\n');
-    splitter.append(feeds.data(), feeds.size(), &lines);
-    QCOMPARE(lines.size(), feeds.size());
+    const QByteArray feeds(10000000, '\n');
+    splitter.append(feeds.constData(), static_cast<std::size_t>(feeds.size()), &lines);
+    QCOMPARE(lines.size(), static_cast<std::size_t>(feeds.size()));
 }
 
 KOLM_TEST_MAIN(LineSplitterTest)

@@ -7,6 +7,7 @@
 
 #include <arpa/inet.h>
 #include <cerrno>
+#include <csignal>
 #include <netinet/in.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -75,7 +76,7 @@ public:
 
     QByteArray receive(int size, int milliseconds)
     {
-        const timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000};
+        const timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000L};
         setsockopt(fd_, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
         QByteArray bytes(size, '\0');
         const ssize_t got = recv(fd_, bytes.data(), static_cast<std::size_t>(size), MSG_WAITALL);
@@ -99,6 +100,7 @@ private slots:
     void saysThatThereIsNoSocket();
     void saysThatThePortIsTaken();
     void saysThatTheClientWasReset();
+    void survivesSendingToAClientThatIsGone();
     void doesNotWatchWhatItCannotAccept();
     void sleepsWhileItCannotAccept();
     void givesUpWhenThereIsNothingToWakeIt();
@@ -150,6 +152,28 @@ void LinkLimitsTest::saysThatTheClientWasReset()
     QCOMPARE(link.streams.info(),
              before + QStringLiteral("Error on recv. close control client: %1\n").arg(ECONNRESET));
     QCOMPARE(link.streams.error(), QString());
+}
+
+void LinkLimitsTest::survivesSendingToAClientThatIsGone()
+{
+    const CapturedStreams streams;
+    const auto poller = std::make_shared<Poller>();
+    IPCSock socket(poller);
+    const int port = freePort();
+    // Qt's own sockets take the signal out of everybody's way.
+    const auto before = std::signal(SIGPIPE, SIG_DFL);
+    socket.setPort(port);
+    QVERIFY(socket.startup());
+    PreparedPeer peer;
+    QVERIFY(peer.connectTo(port));
+    QCOMPARE(poller->wait(Poller::Readable, limit), 1);
+    QVERIFY(socket.acceptClient());
+    peer.reset();
+    // The first is told of the reset, the next ones of the broken pipe.
+    for (int i = 0; i < 3; ++i)
+        socket.send("X");
+    QVERIFY(socket.hasClient());
+    std::signal(SIGPIPE, before);
 }
 
 void LinkLimitsTest::doesNotWatchWhatItCannotAccept()

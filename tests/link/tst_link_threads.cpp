@@ -64,6 +64,7 @@ void LinkThreadsTest::sendInTheOrderOfTheEcho()
         const int before = link.echoed().size();
         {
             std::vector<std::unique_ptr<Running>> running;
+            running.reserve(threads);
             for (int thread = 0; thread < threads; ++thread)
                 running.push_back(std::make_unique<Running>([&link, thread] {
                     for (int i = 0; i < texts; ++i)
@@ -91,6 +92,7 @@ void LinkThreadsTest::sendWhileClientsComeAndGo()
     std::atomic<bool> stop{false};
     {
         std::vector<std::unique_ptr<Running>> running;
+        running.reserve(3);
         for (int thread = 0; thread < 3; ++thread)
             running.push_back(std::make_unique<Running>([&] {
                 while (!stop) {
@@ -140,6 +142,7 @@ void LinkThreadsTest::readWhileTheServerReports()
     std::atomic<int> torn{0};
     {
         std::vector<std::unique_ptr<Running>> running;
+        running.reserve(2);
         for (int thread = 0; thread < 2; ++thread)
             running.push_back(std::make_unique<Running>([&] {
                 while (!stop) {

@@ -23,6 +23,7 @@ namespace {
 std::vector<std::string> texts(const std::vector<Outbox::Message> &messages)
 {
     std::vector<std::string> list;
+    list.reserve(messages.size());
     for (const Outbox::Message &message : messages)
         list.push_back(message.text);
     return list;
