@@ -4,21 +4,51 @@
 
 #include <QThread>
 
+#include <future>
+
 namespace {
 
 constexpr int lookInterval = 50; // ms
 constexpr quint32 serverIsUp = 1;
 
-// A thread that ends when its owner does.
+// Keeps a watcher on its own stack and ends with its owner.
 class WatcherThread : public QThread
 {
 public:
-    explicit WatcherThread(QObject *owner) : QThread(owner) {}
+    WatcherThread(QObject *owner, std::function<void(WatcherThread &)> watch)
+        : QThread(owner), watch_(std::move(watch))
+    {
+    }
+
     ~WatcherThread() override
     {
         quit();
         wait();
+        done_.get_future().wait();
     }
+
+    // Returns when the watcher has had its timer: the first look counts from
+    // now, not from whenever the thread gets going.
+    void startAndWait()
+    {
+        start();
+        ready_.get_future().wait();
+    }
+
+    void watching() { ready_.set_value(); }
+    int loop() { return exec(); }
+
+protected:
+    void run() override
+    {
+        watch_(*this);
+        done_.set_value();
+    }
+
+private:
+    const std::function<void(WatcherThread &)> watch_;
+    std::promise<void> ready_;
+    std::promise<void> done_;
 };
 
 } // namespace
@@ -32,15 +62,16 @@ VrServerWatcher::VrServerWatcher(Clock &clock, const SharedCell &cell,
 void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell &cell,
                             std::function<void()> serverUp)
 {
-    auto *thread = new WatcherThread(owner);
+    auto *thread = new WatcherThread(
+        owner, [&clock, &cell, serverUp = std::move(serverUp)](WatcherThread &on) {
+            VrServerWatcher watcher(clock, cell, serverUp);
+            watcher.begin();
+            on.watching();
+            on.loop();
+        });
     thread->setObjectName(QStringLiteral("VrServerWatcher"));
-    auto *watcher = new VrServerWatcher(clock, cell, std::move(serverUp));
-    watcher->moveToThread(thread);
-    connect(thread, &QThread::finished, watcher, &QObject::deleteLater);
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    thread->start();
-    // The first look counts from now, not from whenever the thread gets going.
-    QMetaObject::invokeMethod(watcher, &VrServerWatcher::begin, Qt::BlockingQueuedConnection);
+    thread->startAndWait();
 }
 
 void VrServerWatcher::begin()

@@ -16,7 +16,7 @@ class VrServerWatcher : public QObject
     Q_OBJECT
 
 public:
-    // Starts a watcher that deletes itself, and its thread, after it has called
+    // Starts a watcher whose thread deletes itself after it has called
     // `serverUp` (on that thread). `owner` keeps it alive no longer than
     // itself: when `owner` goes, the watcher is stopped and waited for. The
     // cell, the clock and what `serverUp` uses outlive `owner`.
