@@ -3,12 +3,12 @@
 
 #include "base/clock.h"
 
-#include <QMutex>
 #include <QString>
 #include <QTime>
 #include <QtGlobal>
 
 #include <functional>
+#include <mutex>
 
 // One line of the log, without its line end:
 //   [Info:14:03:07.215  "(0)"]:checkSteam end
@@ -51,7 +51,7 @@ private:
 
     const Folder folder_;
     Clock &clock_;
-    QMutex mutex_;
+    std::mutex mutex_;
 
     // What the last line used: asking for the time zone takes longer than
     // writing the line.

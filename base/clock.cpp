@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <mutex>
 
@@ -85,7 +86,7 @@ private:
 
     QDateTime start_;
     QElapsedTimer timer_;
-    double speed_ = 1.0;
+    std::atomic<double> speed_{1.0};
 };
 
 SystemClock &systemClock()
