@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QSemaphore>
 #include <QThread>
 #include <QTimerEvent>
 
