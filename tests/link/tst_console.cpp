@@ -10,6 +10,18 @@ class BrokenBuffer : public std::streambuf
 {
 };
 
+// Gives other threads their chance after every piece of a line.
+class YieldingBuffer : public CollectingBuffer<char>
+{
+protected:
+    std::streamsize xsputn(const char *text, std::streamsize size) override
+    {
+        const std::streamsize written = CollectingBuffer::xsputn(text, size);
+        std::this_thread::yield();
+        return written;
+    }
+};
+
 class ConsoleTest : public TestCase
 {
     Q_OBJECT
@@ -52,8 +64,10 @@ void ConsoleTest::writesOnAfterAFailure()
 void ConsoleTest::neverMixesTheLinesOfSeveralThreads()
 {
     constexpr int lines = 2000;
-    const CapturedStreams streams;
+    YieldingBuffer buffer;
+    std::streambuf *before = std::cout.rdbuf(&buffer);
     std::vector<std::thread> threads;
+    threads.reserve(3);
     for (char letter : {'a', 'b', 'c'})
         threads.emplace_back([letter] {
             for (int i = 0; i < lines; ++i)
@@ -61,7 +75,8 @@ void ConsoleTest::neverMixesTheLinesOfSeveralThreads()
         });
     for (std::thread &thread : threads)
         thread.join();
-    const QList<QByteArray> seen = streams.echo().split('\n');
+    std::cout.rdbuf(before);
+    const QList<QByteArray> seen = QByteArray::fromStdString(buffer.text()).split('\n');
     QCOMPARE(seen.size(), 3 * lines + 1);
     for (char letter : {'a', 'b', 'c'})
         QCOMPARE(seen.count(QByteArray(20, letter)), lines);
