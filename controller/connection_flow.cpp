@@ -73,7 +73,7 @@ void ConnectionFlow::lookWireless()
 void ConnectionFlow::firstContact(const HeadsetList &headsets)
 {
     if (headsets.size() == 1) {
-        const HeadsetRecord headset = headsets.front();
+        const HeadsetRecord &headset = headsets.front();
         if (headset.address.isEmpty() || headset.connected)
             return;
         firstContactHandled_ = true;

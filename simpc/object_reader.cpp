@@ -53,7 +53,8 @@ QStringList ObjectReader::texts(const QString &key, const QStringList &otherwise
         return {object_[key].toString()};
     QStringList list;
     bool ok = object_[key].isArray();
-    for (const QJsonValue &entry : object_[key].toArray()) {
+    const QJsonArray entries = object_[key].toArray();
+    for (const QJsonValue &entry : entries) {
         ok = ok && entry.isString();
         list.append(entry.toString());
     }

@@ -47,7 +47,7 @@ void Server::planHeadset(const HeadsetOption &headset)
         at(time, join);
 }
 
-void Server::at(int milliseconds, std::function<void()> action)
+void Server::at(int milliseconds, const std::function<void()> &action)
 {
     if (milliseconds <= 0)
         action();

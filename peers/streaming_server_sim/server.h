@@ -27,7 +27,7 @@ signals:
 
 private:
     void planHeadset(const HeadsetOption &headset);
-    void at(int milliseconds, std::function<void()> action);
+    void at(int milliseconds, const std::function<void()> &action);
     void opened();
     void answer(const QByteArray &text);
     void link(const QString &serial, const QString &address);
