@@ -52,6 +52,32 @@ void FakeOrb::setWired(bool wired)
         becomeWired(wired);
 }
 
+FakeOrb::HardwareState FakeOrb::pcHardware()
+{
+    ++hardwareReads;
+    return hardware_;
+}
+
+void FakeOrb::becomeSystemInfo(const QString &all, const QString &simple)
+{
+    systemInfo_ = all;
+    simplySystemInfo_ = simple;
+    emit systemInfoChange();
+}
+
+void FakeOrb::becomeHardware(HardwareState hardware)
+{
+    hardware_ = hardware;
+    emit pcHardwareChange();
+}
+
+void FakeOrb::becomeSettings(const Settings &settings)
+{
+    settings_ = settings;
+    emit av1AvailableChanged();
+    emit effectChange();
+}
+
 void FakeOrb::becomeSteamState(SteamState state)
 {
     steamState_ = state;
@@ -101,6 +127,18 @@ void FakeOrb::gotoWeb(FakeOrb::Urls url)
     note(QStringLiteral("gotoWeb %1").arg(url));
 }
 
+void FakeOrb::sendFeecback(QString content, QString id)
+{
+    note(QStringLiteral("sendFeecback '%1' '%2'").arg(content, id));
+}
+
+void FakeOrb::setEffects(int definition, int fps, int encodType, bool audiostatus, bool tenbit,
+                         bool fullRange, bool Hdr)
+{
+    note(QStringLiteral("setEffects %1 %2 %3 ").arg(definition).arg(fps).arg(encodType) +
+         QStringList{word(audiostatus), word(tenbit), word(fullRange), word(Hdr)}.join(' '));
+}
+
 void FakeOrb::launchSteam(bool isVR)
 {
     note("launchSteam " + word(isVR));
@@ -109,6 +147,12 @@ void FakeOrb::launchSteam(bool isVR)
 void FakeOrb::connectVR(QString VRname, QString ip, bool vrState)
 {
     note(QStringLiteral("connectVR '%1' '%2' %3").arg(VRname, ip, word(vrState)));
+}
+
+void FakeOrb::setupNewVersion()
+{
+    note(QStringLiteral("setupNewVersion"));
+    emit closeExe();
 }
 
 void FakeOrb::stopSteam()
@@ -126,6 +170,17 @@ void FakeOrb::openNetworkSetting()
     note(QStringLiteral("openNetworkSetting"));
 }
 
+bool FakeOrb::installAudio()
+{
+    note(QStringLiteral("installAudio"));
+    return audioInstalled;
+}
+
+QString FakeOrb::trimmedString(QString str)
+{
+    return str.trimmed();
+}
+
 void FakeOrb::closeApp()
 {
     note(QStringLiteral("closeApp"));
@@ -139,6 +194,18 @@ void FakeOrb::shutdownADB()
 void FakeOrb::checkPortUsage()
 {
     note(QStringLiteral("checkPortUsage"));
+    if (!portHolders.isEmpty())
+        emit showUseProtPage(portHolders);
+}
+
+void FakeOrb::setVideoQuilty(int scale, int bitrate)
+{
+    note(QStringLiteral("setVideoQuilty %1 %2").arg(scale).arg(bitrate));
+}
+
+void FakeOrb::setVideoBitRate(int bitrate)
+{
+    note(QStringLiteral("setVideoBitRate %1").arg(bitrate));
 }
 
 bool FakeOrb::isHideSelectPage()
