@@ -2,6 +2,7 @@
 
 #include "base/file_io.h"
 #include "config/device_settings.h"
+#include "config/hardware_rules.h"
 #include "config/openvr_paths.h"
 #include "config/session_file.h"
 #include "sysinfo/system_info.h"
@@ -249,6 +250,23 @@ bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString 
 void ConfigManager::clearExternalDrivers(const QString &homeDir) const
 {
     openvr_paths::clearDrivers(homeDir);
+}
+
+int ConfigManager::hardwareScore(const QString &cpuName, const QString &gpuName)
+{
+    const std::optional<QJsonObject> rules = hardware_rules::read();
+    if (!rules)
+        return 0;
+    const hardware_rules::Score score = hardware_rules::score(*rules, cpuName, gpuName);
+    qInfo("hardware: %d %d", score.processor, score.graphics);
+    return score.processor + score.graphics;
+}
+
+bool ConfigManager::isAv1Capable(const QString &gpuName) const
+{
+    const std::optional<QJsonObject> rules = hardware_rules::read();
+    return rules && settings_.serial.startsWith(QLatin1String("D3")) &&
+           hardware_rules::namesAv1Card(*rules, gpuName);
 }
 
 bool ConfigManager::isNvidia(const QString &gpuName)

@@ -84,6 +84,12 @@ public:
 
     // --- hardware rules -------------------------------------------------------
 
+    // How well this hardware streams, by "./compare.json": 8 and more is
+    // enough. 0 without a readable file.
+    static int hardwareScore(const QString &cpuName, const QString &gpuName);
+    // Whether AV1 may be offered: the file lists the card as good and new
+    // enough, and the stored serial is one of a model-3 headset.
+    bool isAv1Capable(const QString &gpuName) const;
     // Whether "nvidia" occurs in the name, in any letter case.
     static bool isNvidia(const QString &gpuName);
 
