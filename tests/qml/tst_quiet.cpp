@@ -38,6 +38,26 @@ private:
         }
         return found;
     }
+    // How many frames the window draws while nothing happens but the event loop,
+    // for far longer than a frame takes.
+    static int framesDrawn(const Interface &pages)
+    {
+        const QSignalSpy frames(pages.window(), &QQuickWindow::beforeRendering);
+        QElapsedTimer elapsed;
+        for (elapsed.start(); elapsed.elapsed() < 100;)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        return frames.count();
+    }
+    // Lets everything be drawn that was asked for before: the window system may
+    // ask for one more frame at any time after the window has come up.
+    static bool comesToRest(const Interface &pages)
+    {
+        for (int round = 0; round < 50; ++round) {
+            if (framesDrawn(pages) == 0)
+                return true;
+        }
+        return false;
+    }
     static void activate(Interface &pages)
     {
         pages.settle();
@@ -105,17 +125,14 @@ void TestQuiet::pollWithoutNewsDrawsNothing()
     connectAll(pages);
     activate(pages);
     pages.settle();
-    const QSignalSpy frames(pages.window(), &QQuickWindow::beforeRendering);
+    QVERIFY(comesToRest(pages));
 
     // What the poll of the wired mode says every five seconds.
-    emit pages.orb.vrIsConnectChange();
-    emit pages.orb.showVrList(true, false);
-    // Far longer than a frame takes.
-    QElapsedTimer elapsed;
-    for (elapsed.start(); elapsed.elapsed() < 100;)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-
-    QCOMPARE(frames.count(), 0);
+    for (int poll = 0; poll < 3; ++poll) {
+        emit pages.orb.vrIsConnectChange();
+        emit pages.orb.showVrList(true, false);
+        QCOMPARE(framesDrawn(pages), 0);
+    }
 }
 
 KOLM_GUI_TEST_MAIN(TestQuiet)
