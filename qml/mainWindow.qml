@@ -17,7 +17,12 @@ FramelessWindow {
     // Set by showTips(); empty while the banner speaks of how far things are.
     property url tipIcon
     property string tipText
-    property bool updateForced: false
+    readonly property string windows: "qrc:/qml/windows/"
+    // What these say has to be read: no other dialog takes their place.
+    readonly property var blockingNotices: [windows + "UsePortProcessTips.qml",
+                                            windows + "NetworkSetting.qml",
+                                            windows + "UpdateGpuDriverTips.qml"]
+    readonly property bool dialogOpen: subWin.item !== null && subWin.item.visible
 
     function showToast(str, duration) {
         toastContent.text = str;
@@ -34,18 +39,55 @@ FramelessWindow {
         banner.visible = true;
     }
 
-    function leave() {
-        orb.closeApp();
-        close();
+    // Shows another dialog instead of the one that is open, with these
+    // properties set; not while a blocking notice is read. Says whether it did.
+    function openDialog(page, properties) {
+        if (checkWin())
+            return false;
+        subWin.setSource(page, properties || {});
+        showSubWin();
+        return subWin.item !== null;
     }
 
-    function installUpdate() {
-        if (updater.setup()) {
-            orb.shutdownADB();
-            close();
-        } else {
-            showToast(qsTr("安装失败请重试！"));
-        }
+    function showSubWin() {
+        const dialog = subWin.item;
+        if (!dialog)
+            return;
+        dialog.x = x + fixedWidth / 2 - Math.round(dialog.width / 2);
+        dialog.y = y + 440 - Math.round(dialog.height / 2);
+        dialog.show();
+        dialog.reqActive();
+    }
+
+    function checkWin() {
+        return dialogOpen && blockingNotices.indexOf(subWin.source.toString()) >= 0;
+    }
+
+    function askToSwitch(wired) {
+        openDialog(windows + "ConfirmPage.qml",
+                   { text: wired ? qsTr("确定切换为无线串流") : qsTr("确定切换为有线串流") });
+    }
+
+    function switchLink() {
+        orb.reportstreamMode(orb.wired, true);
+        orb.wired = !orb.wired;
+    }
+
+    function closeDialog() {
+        if (dialogOpen)
+            subWin.item.close();
+    }
+
+    // Keeps only a dialog that is seen.
+    function dropHiddenDialog() {
+        if (!dialogOpen)
+            subWin.source = "";
+    }
+
+    function leave() {
+        closeDialog();
+        orb.closeApp();
+        close();
     }
 
     title: qsTr("串流助手")
@@ -61,6 +103,15 @@ FramelessWindow {
         }
     }
     onCloseAll: leave()
+    // The keyboard belongs to the dialog.
+    onActivityChanged: {
+        if (activity && dialogOpen)
+            subWin.item.reqActive();
+    }
+    onDialogOpenChanged: {
+        if (!dialogOpen)
+            Qt.callLater(dropHiddenDialog);
+    }
     Component.onCompleted: {
         addIgnore(logo);
         addIgnore(version);
@@ -113,10 +164,30 @@ FramelessWindow {
                 icon: "qrc:/res/image/orb_help.png"
                 boldUnlessHovered: true
                 radius: height / 2
-                Layout.minimumWidth: 140
+                Layout.preferredWidth: 140
                 onClicked: orb.gotoWeb(ORBManagerCLS.UserHelperUrl)
             }
+            PushButton {
+                objectName: "feedback"
+                text: qsTr("用户反馈")
+                icon: "qrc:/res/image/orb_feedback.png"
+                boldUnlessHovered: true
+                radius: height / 2
+                Layout.preferredWidth: 140
+                onClicked: root.openDialog(root.windows + "FeedbackPage.qml")
+            }
+            PushButton {
+                objectName: "setting"
+                text: qsTr("设置")
+                icon: "qrc:/res/image/orb_setting.png"
+                boldUnlessHovered: true
+                radius: height / 2
+                visible: !selectMode.visible
+                Layout.preferredWidth: 140
+                onClicked: root.openDialog(root.windows + "SettingPage.qml")
+            }
             TitleBarButton {
+                id: minimise
                 objectName: "minimise"
                 text: qsTr("最小化")
                 icon: "qrc:/res/image/orb_min.png"
@@ -180,30 +251,6 @@ FramelessWindow {
                     }
                 }
             }
-            NoticeList {
-                id: notices
-                objectName: "notices"
-                visible: count > 0
-                Layout.fillWidth: true
-                onAnswered: {
-                    if (key === "switch")
-                        headsetPage.focusSwitch();
-                }
-                onAccepted: {
-                    if (key === "switch") {
-                        orb.reportstreamMode(orb.wired, true);
-                        orb.wired = !orb.wired;
-                    } else if (key === "network") {
-                        orb.openNetworkSetting();
-                    } else if (key === "update") {
-                        root.installUpdate();
-                    }
-                }
-                onDismissed: {
-                    if (key === "update" && root.updateForced)
-                        root.leave();
-                }
-            }
             RowLayout {
                 spacing: 3 * utils.grid
                 Layout.topMargin: 22 - utils.grid
@@ -222,12 +269,7 @@ FramelessWindow {
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
                     onToast: root.showToast(text)
-                    onShowConfirmPage: {
-                        notices.show("switch", wired ? qsTr("确定切换为无线串流")
-                                                     : qsTr("确定切换为有线串流"),
-                                     qsTr("确定"), qsTr("取消"));
-                        notices.focusOn("switch");
-                    }
+                    onShowConfirmPage: root.askToSwitch(wired)
                 }
             }
         }
@@ -242,6 +284,47 @@ FramelessWindow {
             visible: false
             focus: visible
         }
+
+        Rectangle {
+            objectName: "dim"
+            anchors.fill: parent
+            visible: root.dialogOpen
+            color: utils.orb_backgroundcolor
+            opacity: 0.8
+
+            // What is dimmed is out of reach, but for minimising and closing.
+            MouseArea {
+                anchors.fill: parent
+                anchors.topMargin: titleRow.height
+                hoverEnabled: true
+                acceptedButtons: Qt.AllButtons
+            }
+            MouseArea {
+                width: minimise.x
+                height: titleRow.height
+                hoverEnabled: true
+                acceptedButtons: Qt.AllButtons
+            }
+        }
+    }
+
+    // The one place of a dialog. What a dialog may declare, and what it gets, is
+    // told in ARCHITECTURE.md.
+    Loader {
+        id: subWin
+        objectName: "subWin"
+        onLoaded: item.parentWin = root
+    }
+    Connections {
+        target: subWin.item
+        ignoreUnknownSignals: true
+        function onToast(text, duration) { root.showToast(text, duration); }
+        function onOpenPage(page, properties) { root.openDialog(page, properties); }
+        function onCloseMain() {
+            root.closeDialog();
+            root.close();
+        }
+        function onAccepted() { root.switchLink(); }
     }
 
     FramelessWindow {
@@ -274,39 +357,25 @@ FramelessWindow {
     Connections {
         target: orb
         function onShowToast(tips, duration) { root.showToast(tips, duration); }
-        function onShowPowerTip() {
-            notices.show("power", qsTr("电脑正在使用电池，性能可能受限，请连接电源"));
-        }
-        function onClosePowerTip() { notices.hide("power"); }
-        function onShowMoreHMD() {
-            notices.show("headsets", qsTr("发现多个VR眼镜，请在列表中选择要连接的眼镜"));
-        }
-        function onVrIsConnectChange() {
-            if (orb.vrIsConnect)
-                notices.hide("headsets");
-        }
-        function onWiredChange() { notices.hide("switch"); }
-        function onShowNetWorkSetting() {
-            notices.show("network", qsTr("当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络"),
-                         qsTr("打开网络设置"));
-        }
+        function onShowPowerTip() { root.openDialog(root.windows + "PowerDownPage.qml"); }
+        function onShowMoreHMD() { root.openDialog(root.windows + "MoreSettingPage.qml"); }
+        function onShowNetWorkSetting() { root.openDialog(root.windows + "NetworkSetting.qml"); }
         function onShowUseProtPage(names) {
-            notices.show("ports", qsTr("以下程序占用了串流所需的端口，请将其关闭：%1").arg(names));
+            root.openDialog(root.windows + "UsePortProcessTips.qml", { names: names });
         }
         function onShowUpdateGPUPage() {
-            notices.show("gpu", qsTr("显卡驱动版本过低，请更新显卡驱动"));
+            root.openDialog(root.windows + "UpdateGpuDriverTips.qml");
         }
-        function onCloseExe() { root.close(); }
+        function onCloseExe() {
+            root.closeDialog();
+            root.close();
+        }
     }
     Connections {
         target: root.updater
         function onUpdateSignal(note, isForce) {
-            root.updateForced = isForce;
-            const news = note.replace(/<br>/g, " ").trim();
-            notices.show("update",
-                         (isForce ? qsTr("需要更新到新版本才能继续使用：%1") : qsTr("发现新版本：%1")).arg(news),
-                         qsTr("立即更新"), isForce ? qsTr("退出") : qsTr("以后再说"));
-            if (isForce)
+            const page = root.windows + "UpdatePage.qml";
+            if (root.openDialog(page, { note: note, isForce: isForce }) && isForce)
                 orb.stopSteam();
         }
     }

@@ -20,7 +20,7 @@
     <name>NoticeList</name>
     <message>
         <source>知道了</source>
-        <translation>Got it</translation>
+        <translation type="vanished">Got it</translation>
     </message>
 </context>
 <context>
@@ -71,35 +71,35 @@
     </message>
     <message>
         <source>当前配置</source>
-        <translation>This PC</translation>
+        <translation type="vanished">This PC</translation>
     </message>
     <message>
         <source>最低配置</source>
-        <translation>Minimum</translation>
+        <translation type="vanished">Minimum</translation>
     </message>
     <message>
         <source>推荐配置</source>
-        <translation>Recommended</translation>
+        <translation type="vanished">Recommended</translation>
     </message>
     <message>
         <source>操作系统：</source>
-        <translation>OS:</translation>
+        <translation type="vanished">OS:</translation>
     </message>
     <message>
         <source>处理器：</source>
-        <translation>Processor:</translation>
+        <translation type="vanished">Processor:</translation>
     </message>
     <message>
         <source>内存：</source>
-        <translation>Memory:</translation>
+        <translation type="vanished">Memory:</translation>
     </message>
     <message>
         <source>显卡：</source>
-        <translation>Graphics:</translation>
+        <translation type="vanished">Graphics:</translation>
     </message>
     <message>
         <source>DirectX 版本：</source>
-        <translation>DirectX:</translation>
+        <translation type="vanished">DirectX:</translation>
     </message>
 </context>
 <context>
@@ -327,7 +327,7 @@
     <name>mainWindow</name>
     <message>
         <source>安装失败请重试！</source>
-        <translation>Installation failed, please try again!</translation>
+        <translation type="vanished">Installation failed, please try again!</translation>
     </message>
     <message>
         <source>串流助手</source>
@@ -367,55 +367,63 @@
     </message>
     <message>
         <source>确定</source>
-        <translation>OK</translation>
+        <translation type="vanished">OK</translation>
     </message>
     <message>
         <source>取消</source>
-        <translation>Cancel</translation>
+        <translation type="vanished">Cancel</translation>
     </message>
     <message>
         <source>电脑正在使用电池，性能可能受限，请连接电源</source>
-        <translation>The PC runs on battery, which may limit its performance. Please plug it in</translation>
+        <translation type="vanished">The PC runs on battery, which may limit its performance. Please plug it in</translation>
     </message>
     <message>
         <source>发现多个VR眼镜，请在列表中选择要连接的眼镜</source>
-        <translation>Several VR headsets were found. Choose the one to connect from the list</translation>
+        <translation type="vanished">Several VR headsets were found. Choose the one to connect from the list</translation>
     </message>
     <message>
         <source>当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络</source>
-        <translation>This network is set to public, so the PC may not find the headset. Please set it to private</translation>
+        <translation type="vanished">This network is set to public, so the PC may not find the headset. Please set it to private</translation>
     </message>
     <message>
         <source>打开网络设置</source>
-        <translation>Network settings</translation>
+        <translation type="vanished">Network settings</translation>
     </message>
     <message>
         <source>以下程序占用了串流所需的端口，请将其关闭：%1</source>
-        <translation>These programs use ports that streaming needs. Please close them: %1</translation>
+        <translation type="vanished">These programs use ports that streaming needs. Please close them: %1</translation>
     </message>
     <message>
         <source>显卡驱动版本过低，请更新显卡驱动</source>
-        <translation>The graphics driver is too old. Please update it</translation>
+        <translation type="vanished">The graphics driver is too old. Please update it</translation>
     </message>
     <message>
         <source>需要更新到新版本才能继续使用：%1</source>
-        <translation>A new version is required to continue: %1</translation>
+        <translation type="vanished">A new version is required to continue: %1</translation>
     </message>
     <message>
         <source>发现新版本：%1</source>
-        <translation>A new version is available: %1</translation>
+        <translation type="vanished">A new version is available: %1</translation>
     </message>
     <message>
         <source>立即更新</source>
-        <translation>Update now</translation>
+        <translation type="vanished">Update now</translation>
     </message>
     <message>
         <source>退出</source>
-        <translation>Exit</translation>
+        <translation type="vanished">Exit</translation>
     </message>
     <message>
         <source>以后再说</source>
-        <translation>Later</translation>
+        <translation type="vanished">Later</translation>
+    </message>
+    <message>
+        <source>用户反馈</source>
+        <translation>Feedback</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
     </message>
 </context>
 </TS>

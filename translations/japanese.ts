@@ -20,7 +20,7 @@
     <name>NoticeList</name>
     <message>
         <source>知道了</source>
-        <translation>了解</translation>
+        <translation type="vanished">了解</translation>
     </message>
 </context>
 <context>
@@ -71,35 +71,35 @@
     </message>
     <message>
         <source>当前配置</source>
-        <translation>このPC</translation>
+        <translation type="vanished">このPC</translation>
     </message>
     <message>
         <source>最低配置</source>
-        <translation>最低</translation>
+        <translation type="vanished">最低</translation>
     </message>
     <message>
         <source>推荐配置</source>
-        <translation>推奨</translation>
+        <translation type="vanished">推奨</translation>
     </message>
     <message>
         <source>操作系统：</source>
-        <translation>OS：</translation>
+        <translation type="vanished">OS：</translation>
     </message>
     <message>
         <source>处理器：</source>
-        <translation>プロセッサー：</translation>
+        <translation type="vanished">プロセッサー：</translation>
     </message>
     <message>
         <source>内存：</source>
-        <translation>メモリ：</translation>
+        <translation type="vanished">メモリ：</translation>
     </message>
     <message>
         <source>显卡：</source>
-        <translation>グラフィック：</translation>
+        <translation type="vanished">グラフィック：</translation>
     </message>
     <message>
         <source>DirectX 版本：</source>
-        <translation>DirectX：</translation>
+        <translation type="vanished">DirectX：</translation>
     </message>
 </context>
 <context>
@@ -327,7 +327,7 @@
     <name>mainWindow</name>
     <message>
         <source>安装失败请重试！</source>
-        <translation>インストールに失敗しました。もう一度お試しください。</translation>
+        <translation type="vanished">インストールに失敗しました。もう一度お試しください。</translation>
     </message>
     <message>
         <source>串流助手</source>
@@ -367,55 +367,63 @@
     </message>
     <message>
         <source>确定</source>
-        <translation>OK</translation>
+        <translation type="vanished">OK</translation>
     </message>
     <message>
         <source>取消</source>
-        <translation>キャンセル</translation>
+        <translation type="vanished">キャンセル</translation>
     </message>
     <message>
         <source>电脑正在使用电池，性能可能受限，请连接电源</source>
-        <translation>PCがバッテリーで動作しており、性能が制限される場合があります。電源に接続してください</translation>
+        <translation type="vanished">PCがバッテリーで動作しており、性能が制限される場合があります。電源に接続してください</translation>
     </message>
     <message>
         <source>发现多个VR眼镜，请在列表中选择要连接的眼镜</source>
-        <translation>複数のVRヘッドセットが見つかりました。接続するものを一覧から選択してください</translation>
+        <translation type="vanished">複数のVRヘッドセットが見つかりました。接続するものを一覧から選択してください</translation>
     </message>
     <message>
         <source>当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络</source>
-        <translation>現在のネットワークはパブリックに設定されているため、ヘッドセットが見つからない場合があります。プライベートに設定してください</translation>
+        <translation type="vanished">現在のネットワークはパブリックに設定されているため、ヘッドセットが見つからない場合があります。プライベートに設定してください</translation>
     </message>
     <message>
         <source>打开网络设置</source>
-        <translation>ネットワーク設定</translation>
+        <translation type="vanished">ネットワーク設定</translation>
     </message>
     <message>
         <source>以下程序占用了串流所需的端口，请将其关闭：%1</source>
-        <translation>次のプログラムがストリーミングに必要なポートを使用しています。終了してください：%1</translation>
+        <translation type="vanished">次のプログラムがストリーミングに必要なポートを使用しています。終了してください：%1</translation>
     </message>
     <message>
         <source>显卡驱动版本过低，请更新显卡驱动</source>
-        <translation>グラフィックドライバーが古すぎます。更新してください</translation>
+        <translation type="vanished">グラフィックドライバーが古すぎます。更新してください</translation>
     </message>
     <message>
         <source>需要更新到新版本才能继续使用：%1</source>
-        <translation>続けて使用するには新しいバージョンへの更新が必要です：%1</translation>
+        <translation type="vanished">続けて使用するには新しいバージョンへの更新が必要です：%1</translation>
     </message>
     <message>
         <source>发现新版本：%1</source>
-        <translation>新しいバージョンがあります：%1</translation>
+        <translation type="vanished">新しいバージョンがあります：%1</translation>
     </message>
     <message>
         <source>立即更新</source>
-        <translation>今すぐ更新</translation>
+        <translation type="vanished">今すぐ更新</translation>
     </message>
     <message>
         <source>退出</source>
-        <translation>終了</translation>
+        <translation type="vanished">終了</translation>
     </message>
     <message>
         <source>以后再说</source>
-        <translation>後で</translation>
+        <translation type="vanished">後で</translation>
+    </message>
+    <message>
+        <source>用户反馈</source>
+        <translation>ご意見</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>設定</translation>
     </message>
 </context>
 </TS>

@@ -8,8 +8,15 @@
 #include <QQmlContext>
 #include <QTest>
 
+// Q_INIT_RESOURCE declares a function of the global namespace.
+static void initTestPages()
+{
+    Q_INIT_RESOURCE(kolm_test_pages);
+}
+
 void registerInterface()
 {
+    initTestPages();
     res::initResources();
     qml::initResources();
     qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
@@ -36,6 +43,14 @@ bool FirstSize::eventFilter(QObject *object, QEvent *event)
     return false;
 }
 
+QUrl StandInDialogs::intercept(const QUrl &url, DataType type)
+{
+    if (type == QmlFile && url.path().startsWith(QLatin1String("/qml/windows/")) &&
+        !url.path().endsWith(QLatin1String("/SelectModePage.qml")))
+        return QUrl(QStringLiteral("qrc:/tests/StandInDialog.qml"));
+    return url;
+}
+
 Interface::Interface()
 {
     FramelessQuickWindow::setSharedEngine(&engine_);
@@ -45,6 +60,8 @@ Interface::~Interface() = default;
 
 FramelessQuickWindow *Interface::load()
 {
+    if (!realDialogs)
+        engine_.setUrlInterceptor(&standIns_);
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     if (hasUpdate)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbupdate"), &update);
@@ -56,6 +73,19 @@ FramelessQuickWindow *Interface::loadAlone(const QString &url)
     engine_.load(QUrl(url));
     window_ = qobject_cast<FramelessQuickWindow *>(engine_.rootObjects().value(0));
     return window_;
+}
+
+FramelessQuickWindow *Interface::dialog() const
+{
+    QObject *item = find(QStringLiteral("subWin"))->property("item").value<QObject *>();
+    auto *window = qobject_cast<FramelessQuickWindow *>(item);
+    return window && window->isVisible() ? window : nullptr;
+}
+
+QString Interface::dialogFile() const
+{
+    const QUrl source = find(QStringLiteral("subWin"))->property("source").toUrl();
+    return source.toString().section('/', -1);
 }
 
 QObject *Interface::find(const QString &objectName) const

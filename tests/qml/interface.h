@@ -4,6 +4,7 @@
 #include "tests/qml/fake_orb.h"
 #include "ui/frameless_quick_window.h"
 
+#include <QQmlAbstractUrlInterceptor>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 
@@ -25,6 +26,13 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 };
 
+// Gives the main window a stand-in instead of each dialog.
+class StandInDialogs : public QQmlAbstractUrlInterceptor
+{
+public:
+    QUrl intercept(const QUrl &url, DataType type) override;
+};
+
 class Interface
 {
 public:
@@ -35,6 +43,7 @@ public:
     FakeOrb orb;
     FakeUpdate update{orb};
     bool hasUpdate = true; // whether there is an update checker at all
+    bool realDialogs = true;
 
     // Loads the main window. Null when it cannot be made.
     FramelessQuickWindow *load();
@@ -45,6 +54,9 @@ public:
     // How large the window was when the system came to know it, which is what it
     // places the window by.
     QSize firstSize() const { return firstSize_.size; }
+    // The dialog that is open, null if none is, and the file it was asked for as.
+    FramelessQuickWindow *dialog() const;
+    QString dialogFile() const;
     // A named object of the window; null if there is none. Also finds what a
     // list or repeater made.
     QObject *find(const QString &objectName) const;
@@ -68,6 +80,7 @@ public:
     static QList<QQuickItem *> shownItems(QQuickItem *root);
 
 private:
+    StandInDialogs standIns_;
     QQmlApplicationEngine engine_;
     FramelessQuickWindow *window_ = nullptr;
     FirstSize firstSize_;

@@ -59,7 +59,6 @@ int main(int argc, char *argv[])
         pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", false, true},
                                  {"D2B1118C7A0E04", "192.168.1.42", false, false}});
         emit pages.orb.showVrList(false, false);
-        emit pages.orb.showMoreHMD();
         emit pages.orb.showToast(QCoreApplication::translate(
             "ORBManager",
             "当前无音频设备或音频设备是多声道，请切换成双声道模式或者切换双声道音频设备"));
@@ -75,28 +74,19 @@ int main(int argc, char *argv[])
     take(folder, QStringLiteral("5_wired"), [](Interface &pages) {
         pages.orb.becomeWired(true);
         pages.orb.becomeSteam(true);
-        pages.click(QStringLiteral("switchMode"));
-    });
-    take(folder, QStringLiteral("6_notices"), [](Interface &pages) {
-        pages.orb.becomeSteam(true);
-        emit pages.orb.showPowerTip();
-        emit pages.orb.showNetWorkSetting();
-        emit pages.orb.showUseProtPage("nginx.exe, python.exe");
-        emit pages.orb.showUpdateGPUPage();
-        emit pages.update.updateSignal("1. Faster start<br>2. Fewer stalls over USB", false);
     });
     {
         Interface pages;
         pages.orb.hideSelectPage = false;
         pages.load();
         QCoreApplication::processEvents();
-        pages.window()->grabWindow().save(folder.filePath("7_select_mode.png"));
+        pages.window()->grabWindow().save(folder.filePath("6_select_mode.png"));
     }
     {
         Interface pages;
         pages.loadAlone(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml"));
         QCoreApplication::processEvents();
-        pages.window()->grabWindow().save(folder.filePath("8_second_copy.png"));
+        pages.window()->grabWindow().save(folder.filePath("7_second_copy.png"));
     }
     return 0;
 }

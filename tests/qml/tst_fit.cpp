@@ -59,17 +59,9 @@ void TestFit::set(Interface &pages, const QString &state)
                                   QCoreApplication::translate("ORBManager", "眼镜ID：") + "4B2F91");
     } else if (state == "wired") {
         pages.orb.becomeWired(true);
-        pages.click(QStringLiteral("switchMode"));
     } else if (state == "wired and plugged in") {
         pages.orb.becomeWired(true);
         pages.orb.becomeEnumerated(true);
-    } else if (state == "all notices") {
-        pages.orb.becomeSteam(true);
-        emit pages.orb.showPowerTip();
-        emit pages.orb.showNetWorkSetting();
-        emit pages.orb.showUseProtPage("nginx.exe, python.exe, another program.exe");
-        emit pages.orb.showUpdateGPUPage();
-        emit pages.update.updateSignal("1. Faster start<br>2. Fewer stalls over USB", true);
     }
 }
 
@@ -105,7 +97,7 @@ void TestFit::textsHaveRoom_data()
     QTest::addColumn<QString>("state");
     for (const char *language : {"", "chinese", "japanese"}) {
         for (const char *state : {"start", "first run", "no steam", "several headsets", "connected",
-                                  "wired", "wired and plugged in", "all notices"})
+                                  "wired", "wired and plugged in"})
             QTest::addRow("%s, %s", *language ? language : "source", state) << language << state;
     }
 }

@@ -1,0 +1,472 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QCloseEvent>
+
+namespace {
+
+QString zh(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+} // namespace
+
+// Which dialog the main window opens when, and what becomes of it. The dialogs
+// themselves are stand-ins.
+class TestDialogLoader : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void noneAtFirst();
+    void eachWishOpensItsDialog_data();
+    void eachWishOpensItsDialog();
+    void dialogStandsInTheMiddleAndIsNotOfTheTaskBar();
+    void dialogDimsTheWindow();
+    void onlyMinimisingAndClosingWorkBelowTheDim();
+    void keyboardGoesBackToTheDialog();
+
+    void laterWishReplacesAnOrdinaryDialog_data();
+    void laterWishReplacesAnOrdinaryDialog();
+    void blockingNoticeStays_data();
+    void blockingNoticeStays();
+    void closedBlockingNoticeIsNoHindrance();
+    void sameDialogIsMadeAnew();
+    void hiddenDialogIsDestroyed();
+
+    void namesOfProgramsAreHandedOver();
+    void noteAndForceAreHandedOver();
+    void forcedUpdateStopsSteam_data();
+    void forcedUpdateStopsSteam();
+    void forcedUpdateThatIsNotShownStopsNothing();
+
+    void switchAsksFirst_data();
+    void switchAsksFirst();
+    void switchMayBeCancelled();
+
+    void dialogMayShowAToast();
+    void dialogMayOpenAnother();
+    void dialogMayCloseTheProgram();
+    void closeRequestClosesTheDialogFirst();
+    void closeRequestOfTheDialogLeavesTheWindow();
+    void portsAreAskedForWhenTheWindowIsThere();
+
+private:
+    static void wish(Interface &pages, const QString &what)
+    {
+        if (what == "power")
+            emit pages.orb.showPowerTip();
+        else if (what == "headsets")
+            emit pages.orb.showMoreHMD();
+        else if (what == "network")
+            emit pages.orb.showNetWorkSetting();
+        else if (what == "ports")
+            emit pages.orb.showUseProtPage("a.exe");
+        else if (what == "gpu")
+            emit pages.orb.showUpdateGPUPage();
+        else if (what == "update")
+            emit pages.update.updateSignal("new", false);
+        else if (what == "forced update")
+            emit pages.update.updateSignal("new", true);
+        else
+            pages.click(what);
+    }
+    static void wishes()
+    {
+        QTest::addColumn<QString>("what");
+        QTest::addColumn<QString>("file");
+
+        QTest::newRow("power") << "power"
+                               << "PowerDownPage.qml";
+        QTest::newRow("several headsets") << "headsets"
+                                          << "MoreSettingPage.qml";
+        QTest::newRow("network") << "network"
+                                 << "NetworkSetting.qml";
+        QTest::newRow("ports") << "ports"
+                               << "UsePortProcessTips.qml";
+        QTest::newRow("graphics driver") << "gpu"
+                                         << "UpdateGpuDriverTips.qml";
+        QTest::newRow("update") << "update"
+                                << "UpdatePage.qml";
+        QTest::newRow("forced update") << "forced update"
+                                       << "UpdatePage.qml";
+    }
+};
+
+void TestDialogLoader::noneAtFirst()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    QVERIFY(!pages.dialog());
+    QCOMPARE(pages.dialogFile(), QString());
+    QVERIFY(!pages.shown("dim"));
+}
+
+void TestDialogLoader::eachWishOpensItsDialog_data()
+{
+    wishes();
+    QTest::newRow("feedback button") << "feedback"
+                                     << "FeedbackPage.qml";
+    QTest::newRow("settings button") << "setting"
+                                     << "SettingPage.qml";
+    QTest::newRow("switch button") << "switchMode"
+                                   << "ConfirmPage.qml";
+}
+
+void TestDialogLoader::eachWishOpensItsDialog()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, file);
+
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    wish(pages, what);
+    QVERIFY(pages.dialog());
+    QCOMPARE(pages.dialogFile(), file);
+}
+
+void TestDialogLoader::dialogStandsInTheMiddleAndIsNotOfTheTaskBar()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    window->setPosition(100, 50);
+    emit pages.orb.showPowerTip();
+    QCOMPARE(pages.dialog()->parentWin(), window);
+    QCOMPARE(pages.dialog()->position(), QPoint(100 + 680 - 240, 50 + 440 - 160));
+}
+
+void TestDialogLoader::dialogDimsTheWindow()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.orb.showPowerTip();
+    QVERIFY(pages.shown("dim"));
+    QCOMPARE(pages.item("dim")->property("color").value<QColor>(), QColor("#1A1B21"));
+    QCOMPARE(pages.item("dim")->opacity(), 0.8);
+    QCOMPARE(pages.item("dim")->size(), QSizeF(1360, 875));
+    pages.dialog()->close();
+    QVERIFY(!pages.shown("dim"));
+}
+
+void TestDialogLoader::onlyMinimisingAndClosingWorkBelowTheDim()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    emit pages.orb.showPowerTip();
+    pages.orb.calls.clear();
+
+    for (const char *name : {"help", "steamHelp", "bannerHide"})
+        pages.click(name);
+    QCOMPARE(pages.orb.calls, QStringList());
+    QVERIFY(pages.shown("banner"));
+    pages.click("setting");
+    QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
+
+    pages.click("minimise");
+    QCOMPARE(window->windowState(), Qt::WindowMinimized);
+    window->showNormal();
+    pages.click("close");
+    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+}
+
+void TestDialogLoader::keyboardGoesBackToTheDialog()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    emit pages.orb.showPowerTip();
+    QTRY_VERIFY(pages.dialog()->isActive());
+    window->requestActivate();
+    QTRY_VERIFY(pages.dialog()->isActive());
+}
+
+void TestDialogLoader::laterWishReplacesAnOrdinaryDialog_data()
+{
+    wishes();
+}
+
+void TestDialogLoader::laterWishReplacesAnOrdinaryDialog()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, file);
+
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.click("feedback");
+    const QPointer<QWindow> first = pages.dialog();
+    wish(pages, what);
+    QVERIFY(pages.dialog());
+    QVERIFY(pages.dialog() != first);
+    QCOMPARE(pages.dialogFile(), file);
+    QTRY_VERIFY(!first);
+}
+
+void TestDialogLoader::blockingNoticeStays_data()
+{
+    QTest::addColumn<QString>("notice");
+    QTest::addColumn<QString>("what");
+    for (const char *notice : {"ports", "network", "gpu"}) {
+        for (const char *what :
+             {"power", "headsets", "network", "ports", "gpu", "update", "forced update"})
+            QTest::addRow("%s, then %s", notice, what) << notice << what;
+    }
+}
+
+void TestDialogLoader::blockingNoticeStays()
+{
+    QFETCH(QString, notice);
+    QFETCH(QString, what);
+
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    wish(pages, notice);
+    const QWindow *first = pages.dialog();
+    const QString file = pages.dialogFile();
+    QVariant blocked;
+    QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
+    QVERIFY(blocked.toBool());
+
+    wish(pages, what);
+
+    QCOMPARE(pages.dialog(), first);
+    QCOMPARE(pages.dialogFile(), file);
+}
+
+void TestDialogLoader::closedBlockingNoticeIsNoHindrance()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.orb.showUseProtPage("a.exe");
+    pages.dialog()->close();
+    QVariant blocked;
+    QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
+    QVERIFY(!blocked.toBool());
+    emit pages.orb.showPowerTip();
+    QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
+    QVERIFY(pages.dialog());
+}
+
+void TestDialogLoader::sameDialogIsMadeAnew()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.update.updateSignal("first", false);
+    emit pages.update.updateSignal("second", true);
+    QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("second"));
+    QVERIFY(pages.dialog()->property("isForce").toBool());
+}
+
+void TestDialogLoader::hiddenDialogIsDestroyed()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.orb.showPowerTip();
+    const QPointer<QWindow> dialog = pages.dialog();
+    dialog->close();
+    QTRY_VERIFY(!dialog);
+    QCOMPARE(pages.dialogFile(), QString());
+}
+
+void TestDialogLoader::namesOfProgramsAreHandedOver()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.orb.showUseProtPage("a.exe, <b>b.exe</b>");
+    QCOMPARE(pages.dialog()->property("names").toString(), QStringLiteral("a.exe, <b>b.exe</b>"));
+}
+
+void TestDialogLoader::noteAndForceAreHandedOver()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.update.updateSignal("new<br>faster", false);
+    QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("new<br>faster"));
+    QVERIFY(!pages.dialog()->property("isForce").toBool());
+}
+
+void TestDialogLoader::forcedUpdateStopsSteam_data()
+{
+    QTest::addColumn<bool>("forced");
+    QTest::addColumn<QStringList>("calls");
+    QTest::newRow("forced") << true << QStringList("stopSteam");
+    QTest::newRow("not forced") << false << QStringList();
+}
+
+void TestDialogLoader::forcedUpdateStopsSteam()
+{
+    QFETCH(bool, forced);
+    QFETCH(QStringList, calls);
+
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.orb.calls.clear();
+    bool shownWhenStopped = false;
+    pages.orb.onCall = [&](const QString &) { shownWhenStopped = pages.dialog() != nullptr; };
+    emit pages.update.updateSignal("new", forced);
+    QCOMPARE(pages.orb.calls, calls);
+    QCOMPARE(shownWhenStopped, forced);
+}
+
+void TestDialogLoader::forcedUpdateThatIsNotShownStopsNothing()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    emit pages.orb.showUseProtPage("a.exe");
+    pages.orb.calls.clear();
+    emit pages.update.updateSignal("new", true);
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogLoader::switchAsksFirst_data()
+{
+    QTest::addColumn<bool>("wired");
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QStringList>("calls");
+
+    QTest::newRow("from wired") << true << zh("确定切换为无线串流")
+                                << QStringList{"reportstreamMode true true", "wired=false"};
+    QTest::newRow("from wireless") << false << zh("确定切换为有线串流")
+                                   << QStringList{"reportstreamMode false true", "wired=true"};
+}
+
+void TestDialogLoader::switchAsksFirst()
+{
+    QFETCH(bool, wired);
+    QFETCH(QString, question);
+    QFETCH(QStringList, calls);
+
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.orb.becomeWired(wired);
+    pages.orb.calls.clear();
+
+    pages.click("switchMode");
+    QCOMPARE(pages.dialog()->property("text").toString(), question);
+    QCOMPARE(pages.orb.calls, QStringList());
+
+    QMetaObject::invokeMethod(pages.dialog(), "accepted");
+    QCOMPARE(pages.orb.calls, calls);
+}
+
+void TestDialogLoader::switchMayBeCancelled()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.orb.calls.clear();
+    pages.click("switchMode");
+    pages.dialog()->close();
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogLoader::dialogMayShowAToast()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.click("feedback");
+    QMetaObject::invokeMethod(pages.dialog(), "toast", Q_ARG(QString, "thanks"), Q_ARG(int, 3000));
+    QCOMPARE(pages.text("toastContent"), QStringLiteral("thanks"));
+    QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 3000);
+    QVERIFY(qobject_cast<QQuickWindow *>(pages.find("toast"))->isVisible());
+}
+
+void TestDialogLoader::dialogMayOpenAnother()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.click("setting");
+    QMetaObject::invokeMethod(pages.dialog(), "openPage",
+                              Q_ARG(QString, "qrc:/qml/windows/WaitPage.qml"),
+                              Q_ARG(QVariant, QVariantMap({{"text", "a moment"}})));
+    QCOMPARE(pages.dialogFile(), QStringLiteral("WaitPage.qml"));
+    QCOMPARE(pages.dialog()->property("text").toString(), QStringLiteral("a moment"));
+}
+
+void TestDialogLoader::dialogMayCloseTheProgram()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    emit pages.update.updateSignal("new", false);
+    pages.orb.calls.clear();
+    QMetaObject::invokeMethod(pages.dialog(), "closeMain");
+    QVERIFY(!pages.dialog());
+    QVERIFY(!window->isVisible());
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogLoader::closeRequestClosesTheDialogFirst()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    emit pages.orb.showUseProtPage("a.exe");
+    pages.orb.calls.clear();
+    bool dialogWhenTold = true;
+    bool windowWhenTold = false;
+    pages.orb.onCall = [&](const QString &) {
+        dialogWhenTold = pages.dialog() != nullptr;
+        windowWhenTold = window->isVisible();
+    };
+
+    QCloseEvent request;
+    QCoreApplication::sendEvent(window, &request);
+
+    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+    QVERIFY(!dialogWhenTold);
+    QVERIFY(windowWhenTold);
+    QVERIFY(!window->isVisible());
+}
+
+void TestDialogLoader::closeRequestOfTheDialogLeavesTheWindow()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    pages.click("feedback");
+    pages.orb.calls.clear();
+    QCloseEvent request;
+    QCoreApplication::sendEvent(pages.dialog(), &request);
+    QVERIFY(!pages.dialog());
+    QVERIFY(window->isVisible());
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogLoader::portsAreAskedForWhenTheWindowIsThere()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    // The controller answers the question of the start at once.
+    pages.orb.onCall = [&](const QString &call) {
+        if (call == QLatin1String("checkPortUsage"))
+            emit pages.orb.showUseProtPage("a.exe");
+    };
+    pages.load();
+    QVERIFY(pages.dialog());
+    QCOMPARE(pages.dialogFile(), QStringLiteral("UsePortProcessTips.qml"));
+    QVERIFY(pages.window()->isVisible());
+}
+
+KOLM_GUI_TEST_MAIN(TestDialogLoader)
+#include "tst_dialog_loader.moc"
