@@ -106,6 +106,13 @@ quint32 SimPc::startProcess(const QString &name, const QString &path)
 
 void SimPc::endProcess(quint32 pid)
 {
+    Guests guests;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        guests = guests_;
+    }
+    if (guests.end)
+        guests.end(pid);
     endWhere([pid](const SimProcess &p) { return p.pid == pid; });
 }
 
@@ -148,8 +155,49 @@ bool SimPc::isRunning(const QString &name) const
 std::vector<SimProcess> SimPc::processes() const
 {
     settle();
+    std::vector<SimProcess> all;
+    Guests guests;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        all = processes_;
+        guests = guests_;
+    }
+    if (guests.list) {
+        const std::vector<SimProcess> here = guests.list();
+        all.insert(all.end(), here.begin(), here.end());
+    }
+    return all;
+}
+
+void SimPc::setGuests(Guests guests)
+{
     const std::lock_guard<std::mutex> lock(mutex_);
-    return processes_;
+    guests_ = std::move(guests);
+}
+
+void SimPc::setSearchPath(const QString &folders)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    searchPath_ = folders;
+}
+
+QString SimPc::searchPath() const
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return searchPath_;
+}
+
+void SimPc::usbChanged(const QString &interfacePath)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    if (usbListener_)
+        usbListener_(interfacePath);
+}
+
+void SimPc::onUsbChange(std::function<void(const QString &)> listener)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    usbListener_ = std::move(listener);
 }
 
 void SimPc::setAcLine(std::optional<int> status)

@@ -89,6 +89,27 @@ public:
     bool isRunning(const QString &name) const;
     std::vector<SimProcess> processes() const;
 
+    // Processes of the real machine that count as this PC's, asked for at every
+    // look at the processes; they come after its own. `end` ends one of them
+    // by its pid, as endProcess() does.
+    struct Guests
+    {
+        std::function<std::vector<SimProcess>()> list;
+        std::function<void(quint32 pid)> end;
+    };
+    void setGuests(Guests guests);
+
+    // The folders, joined by ':', in which a command interpreter looks for
+    // programs. They are the real machine's; empty: it finds none.
+    void setSearchPath(const QString &folders);
+    QString searchPath() const;
+
+    // A device interface arrives at this PC or leaves it. The listener is told
+    // its path, on whichever thread notices; never any more once it was
+    // replaced or taken away.
+    void usbChanged(const QString &interfacePath);
+    void onUsbChange(std::function<void(const QString &interfacePath)> listener);
+
     // Power line: 0 battery, 1 mains, 255 unknown; nothing: the question fails.
     void setAcLine(std::optional<int> status);
     std::optional<int> acLine() const;
@@ -166,6 +187,9 @@ private:
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;
     std::function<void(const SimProcess &)> endListener_;
+    Guests guests_;
+    QString searchPath_;
+    std::function<void(const QString &)> usbListener_; // guarded by happening_
     std::optional<int> acLine_ = 1;
     quint64 totalMemory_ = 17179869184ULL - 1;
     QString networkProfile_ = QStringLiteral("NetworkCategory  : Private");
