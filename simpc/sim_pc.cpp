@@ -132,6 +132,12 @@ void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
                                                 [&ends](const SimProcess &p) { return !ends(p); });
         ended.assign(rest, processes_.end());
         processes_.erase(rest, processes_.end());
+        for (const SimProcess &process : ended) {
+            tcpRows_.erase(
+                std::remove_if(tcpRows_.begin(), tcpRows_.end(),
+                               [&process](const SimTcpRow &row) { return row.pid == process.pid; }),
+                tcpRows_.end());
+        }
         listener = endListener_;
     }
     if (!listener)
@@ -200,83 +206,6 @@ void SimPc::onUsbChange(std::function<void(const QString &)> listener)
     usbListener_ = std::move(listener);
 }
 
-void SimPc::setAcLine(std::optional<int> status)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    acLine_ = status;
-}
-
-std::optional<int> SimPc::acLine() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return acLine_;
-}
-
-void SimPc::setTotalMemory(quint64 bytes)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    totalMemory_ = bytes;
-}
-
-quint64 SimPc::totalMemory() const
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return totalMemory_;
-}
-
-void SimPc::setNetworkProfileText(const QString &text)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    networkProfile_ = text;
-}
-
-QString SimPc::networkProfileText() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return networkProfile_;
-}
-
-void SimPc::setRecordingDevices(const QStringList &names)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    recordingDevices_ = names;
-}
-
-QStringList SimPc::recordingDevices() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return recordingDevices_;
-}
-
-void SimPc::setWaveOuts(const std::vector<SimWaveOut> &devices)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    waveOuts_ = devices;
-}
-
-std::vector<SimWaveOut> SimPc::waveOuts() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return waveOuts_;
-}
-
-SimCell &SimPc::cell() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return *cell_;
-}
-
-void SimPc::setCell(std::unique_ptr<SimCell> cell)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    cell_ = std::move(cell);
-}
-
 void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -287,7 +216,9 @@ SimLaunchResult SimPc::launch(const SimLaunch &request)
 {
     settle();
     record("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
-           request.parameters + (request.hidden ? " (hidden)" : ""));
+           request.parameters + (request.hidden ? " (hidden)" : "") +
+           (request.elevated ? " (elevated)" : "") +
+           (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
     LaunchHandler handler;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
