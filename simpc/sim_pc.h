@@ -54,8 +54,8 @@ struct SimLaunch
     QString program;    // as the caller wrote it
     QString parameters; // joined by blanks
     bool hidden = false;
-    bool elevated = false; // with administrator rights
-    QString workingDir;    // empty: the caller's
+    bool elevated = false;   // with administrator rights
+    QString workingDir = {}; // empty: the caller's
 };
 
 // What comes of it.
