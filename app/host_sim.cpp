@@ -41,14 +41,6 @@ void closeProgram(QQmlApplicationEngine &engine)
         QMetaObject::invokeMethod(root, "closeAll");
 }
 
-// The PC is still asked when the program's last objects end, after main(). This
-// one ends after all that are made later.
-std::unique_ptr<SimHost> &thePc()
-{
-    static std::unique_ptr<SimHost> pc;
-    return pc;
-}
-
 } // namespace
 
 struct Host::Private
@@ -67,10 +59,11 @@ struct Host::Private
     QMutex mutex; // guards the two below
     QStringList untold;
     std::unique_ptr<Demonstration> demonstration;
+    std::unique_ptr<SimHost> pc;
     std::unique_ptr<CloseSignals> closeSignals;
 };
 
-Host::Host() : d(std::make_shared<Private>())
+Host::Host() : d(std::make_unique<Private>())
 {
     drawWithoutScreen();
     QString error;
@@ -83,23 +76,19 @@ Host::Host() : d(std::make_shared<Private>())
     Clock::setSystemSpeed(settings.speed);
     SimHost::Options options;
     options.settings = settings;
-    thePc() = std::make_unique<SimHost>(chosen, options);
+    d->pc = std::make_unique<SimHost>(chosen, options);
     if (Demonstration::Wishes::fromEnvironment().printRoad) {
-        const auto tell = [d = d](const QString &line) { d->tell(line); };
-        thePc()->pc().onHappening(tell);
-        thePc()->pc().onJournal(tell);
+        const auto tell = [this](const QString &line) { d->tell(line); };
+        d->pc->pc().onHappening(tell);
+        d->pc->pc().onJournal(tell);
     }
 }
 
-Host::~Host()
-{
-    d->closeSignals.reset();
-    thePc()->stop();
-}
+Host::~Host() = default;
 
 void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 {
-    thePc()->start();
+    d->pc->start();
     d->closeSignals = std::make_unique<CloseSignals>();
     QObject::connect(d->closeSignals.get(), &CloseSignals::closeRequested, &engine,
                      [&engine] { closeProgram(engine); });

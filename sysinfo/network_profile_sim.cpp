@@ -8,16 +8,8 @@ Query query()
 {
     // A real child process with real output; only its text is the simulated
     // PC's.
-    SimPc &pc = SimPc::current();
-    switch (pc.networkQuery()) {
-    case SimNetworkQuery::Missing:
-        return {QStringLiteral("no-such-program"), {}};
-    case SimNetworkQuery::Hangs:
-        return {QStringLiteral("cat"), {}}; // for input that never comes
-    case SimNetworkQuery::Answers:
-        break;
-    }
-    return {QStringLiteral("printf"), {QStringLiteral("%s\\n"), pc.networkProfileText()}};
+    return {QStringLiteral("printf"),
+            {QStringLiteral("%s\\n"), SimPc::current().networkProfileText()}};
 }
 
 } // namespace network_profile

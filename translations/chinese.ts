@@ -2,6 +2,94 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>ConfirmPage</name>
+    <message>
+        <source>切换串流方式</source>
+        <translation>Switch streaming mode</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>切换时SteamVR会重新启动，正在运行的VR游戏会被关闭。</source>
+        <translation>SteamVR restarts for this, which closes any running VR game.</translation>
+    </message>
+</context>
+<context>
+    <name>DialogWindow</name>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>FeedbackPage</name>
+    <message>
+        <source>用户反馈</source>
+        <translation>Feedback</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>提交</source>
+        <translation>Send</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>已提交，感谢您的反馈</source>
+        <translation>Sent. Thank you for your feedback</translation>
+    </message>
+    <message>
+        <source>我们会根据您的反馈改进产品。</source>
+        <translation>We will use it to improve the product.</translation>
+    </message>
+    <message>
+        <source>我们会根据您的反馈改进产品，需要时会与您联系。</source>
+        <translation>We will use it to improve the product, and get in touch if we have to.</translation>
+    </message>
+    <message>
+        <source>问题或建议</source>
+        <translation>Problem or suggestion</translation>
+    </message>
+    <message>
+        <source>已输入%1个字，最多%2个字</source>
+        <translation>%1 of at most %2 characters</translation>
+    </message>
+    <message>
+        <source>请描述您遇到的问题，或告诉我们您的想法</source>
+        <translation>Describe the problem, or tell us what you have in mind</translation>
+    </message>
+    <message>
+        <source>联系方式（选填）</source>
+        <translation>How to reach you (optional)</translation>
+    </message>
+    <message>
+        <source>手机号或邮箱</source>
+        <translation>Phone number or e-mail address</translation>
+    </message>
+    <message>
+        <source>提交时会附上这台电脑的配置信息，以便我们查找问题。</source>
+        <translation>A description of this PC is sent along, so that we can find the problem.</translation>
+    </message>
+</context>
+<context>
+    <name>HeadsetList</name>
+    <message>
+        <source>可用的VR眼镜</source>
+        <translation>Available VR headsets</translation>
+    </message>
+</context>
+<context>
     <name>HeadsetRow</name>
     <message>
         <source>上次使用</source>
@@ -14,6 +102,68 @@
     <message>
         <source>连接</source>
         <translation>Connect</translation>
+    </message>
+</context>
+<context>
+    <name>MoreSettingPage</name>
+    <message>
+        <source>选择VR眼镜</source>
+        <translation>Choose a VR headset</translation>
+    </message>
+    <message>
+        <source>串流设置</source>
+        <translation>Streaming settings</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>Not now</translation>
+    </message>
+    <message>
+        <source>发现多个VR眼镜，请选择要连接的眼镜</source>
+        <translation>Several VR headsets found. Choose the one to connect</translation>
+    </message>
+    <message>
+        <source>请选择要连接的眼镜</source>
+        <translation>Choose the headset to connect</translation>
+    </message>
+    <message>
+        <source>搜索中</source>
+        <translation>Searching</translation>
+    </message>
+    <message>
+        <source>串流设置按眼镜型号保存，连接后自动生效。</source>
+        <translation>Streaming settings are kept for each headset model and apply once it is connected.</translation>
+    </message>
+    <message>
+        <source>请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。</source>
+        <translation>Put on the VR headset, open the streaming app, and make sure that it is in the same network as the PC.</translation>
+    </message>
+    <message>
+        <source>连接设备中，请稍后</source>
+        <translation>Connecting the device, please wait</translation>
+    </message>
+</context>
+<context>
+    <name>NetworkSetting</name>
+    <message>
+        <source>网络设置</source>
+        <translation>Network settings</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>Not now</translation>
+    </message>
+    <message>
+        <source>打开网络设置</source>
+        <translation>Open network settings</translation>
+    </message>
+    <message>
+        <source>当前网络为公用网络</source>
+        <translation>This is a public network</translation>
+    </message>
+    <message>
+        <source>在公用网络上，Windows会对其他设备隐藏这台电脑，眼镜可能找不到它。请打开网络设置，把当前网络的类型改为“专用”。</source>
+        <translation>On public networks, Windows hides this PC from other devices, so the headset may not find it. Open the network settings and set the profile of this network to &quot;Private&quot;.</translation>
     </message>
 </context>
 <context>
@@ -190,6 +340,32 @@
     </message>
 </context>
 <context>
+    <name>PowerDownPage</name>
+    <message>
+        <source>请连接电源</source>
+        <translation>Plug in the PC</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>Got it</translation>
+    </message>
+    <message>
+        <source>电脑正在使用电池供电</source>
+        <translation>The PC runs on battery</translation>
+    </message>
+    <message>
+        <source>使用电池时，处理器和显卡会降低性能，画面可能卡顿。连接电源后，此提示会自动关闭。</source>
+        <translation>On battery, the processor and the graphics card slow down and the picture may stutter. This notice closes by itself once the PC is plugged in.</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressLine</name>
+    <message>
+        <source>进行中</source>
+        <translation>In progress</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>Steam正在启动中，请稍候</source>
@@ -233,6 +409,97 @@
     <message>
         <source>通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络</source>
         <translation>Over Wi-Fi: free to move. The PC and the headset have to be on the same network</translation>
+    </message>
+</context>
+<context>
+    <name>SettingPage</name>
+    <message>
+        <source>切换码率</source>
+        <translation>Bitrate changed</translation>
+    </message>
+    <message>
+        <source>串流设置</source>
+        <translation>Streaming settings</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>清晰度</source>
+        <translation>Quality</translation>
+    </message>
+    <message>
+        <source>码率20 Mbps，适合较弱的网络</source>
+        <translation>20 Mbps, for weak networks</translation>
+    </message>
+    <message>
+        <source>码率50 Mbps，兼顾画质和延迟</source>
+        <translation>50 Mbps, good picture at low latency</translation>
+    </message>
+    <message>
+        <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
+        <translation>100 Mbps, for a cable or fast Wi-Fi</translation>
+    </message>
+    <message>
+        <source>流畅</source>
+        <translation>Smooth</translation>
+    </message>
+    <message>
+        <source>标准</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>高清</source>
+        <translation>High</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>Custom</translation>
+    </message>
+    <message>
+        <source>渲染比例</source>
+        <translation>Render scale</translation>
+    </message>
+    <message>
+        <source>码率（有线）</source>
+        <translation>Bitrate (wired)</translation>
+    </message>
+    <message>
+        <source>码率（无线）</source>
+        <translation>Bitrate (wireless)</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Frame rate</translation>
+    </message>
+    <message>
+        <source>视频编码</source>
+        <translation>Video codec</translation>
+    </message>
+    <message>
+        <source>麦克风</source>
+        <translation>Microphone</translation>
+    </message>
+    <message>
+        <source>需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。</source>
+        <translation>This needs a virtual sound card. Its installer was started: finish it, then switch this on again.</translation>
+    </message>
+    <message>
+        <source>把眼镜的麦克风用作电脑的麦克风</source>
+        <translation>Use the headset&apos;s microphone as this PC&apos;s microphone</translation>
+    </message>
+    <message>
+        <source>只更改码率，SteamVR不会重新启动</source>
+        <translation>Only the bitrate changes: SteamVR keeps running</translation>
+    </message>
+    <message>
+        <source>确定后SteamVR会重新启动，正在运行的VR游戏会被关闭</source>
+        <translation>SteamVR will restart, which closes any running VR game</translation>
     </message>
 </context>
 <context>
@@ -305,6 +572,17 @@
     </message>
 </context>
 <context>
+    <name>SwitchRow</name>
+    <message>
+        <source>开</source>
+        <translation>On</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>Off</translation>
+    </message>
+</context>
+<context>
     <name>SystemInfo</name>
     <message>
         <source>Intel Core i5-6600/AMD锐龙3 1300X同等性能及以上</source>
@@ -321,6 +599,153 @@
     <message>
         <source>NVDIA GeFore RTX 3060/AMD RX 6600XT 同等性能及以上</source>
         <translation>NVIDIA GeForce RTX 3060 / AMD RX 6600 XT equivalent or better</translation>
+    </message>
+</context>
+<context>
+    <name>SystemInfoPage</name>
+    <message>
+        <source>系统信息</source>
+        <translation>System information</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>Checking</translation>
+    </message>
+    <message>
+        <source>选择串流方式后，会检测这台电脑的配置。</source>
+        <translation>This PC is checked once a streaming mode is chosen.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateGpuDriverTips</name>
+    <message>
+        <source>更新显卡驱动</source>
+        <translation>Update the graphics driver</translation>
+    </message>
+    <message>
+        <source>使用帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>Got it</translation>
+    </message>
+    <message>
+        <source>显卡驱动版本过低</source>
+        <translation>The graphics driver is out of date</translation>
+    </message>
+    <message>
+        <source>旧版驱动可能导致画面卡顿或无法串流。请从显卡厂商的网站下载并安装最新驱动，然后重新启动电脑。</source>
+        <translation>With an old driver, the picture may stutter or streaming may fail. Install the latest driver from the website of the graphics card&apos;s maker, then restart the PC.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>安装失败请重试！</source>
+        <translation>Installation failed, please try again!</translation>
+    </message>
+    <message>
+        <source>发现新版本</source>
+        <translation>Update available</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>Not now</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Exit</translation>
+    </message>
+    <message>
+        <source>立即更新</source>
+        <translation>Update now</translation>
+    </message>
+    <message>
+        <source>安装未能开始</source>
+        <translation>The installation did not start</translation>
+    </message>
+    <message>
+        <source>需要更新到新版本才能继续使用</source>
+        <translation>The program has to be updated before you can go on</translation>
+    </message>
+    <message>
+        <source>新版本已下载，可以安装</source>
+        <translation>A new version is ready to be installed</translation>
+    </message>
+    <message>
+        <source>请重试；如果仍然失败，请重新启动程序后再更新。</source>
+        <translation>Try again. If it still fails, restart the program and update then.</translation>
+    </message>
+    <message>
+        <source>安装时程序会关闭。</source>
+        <translation>The program closes for the installation.</translation>
+    </message>
+    <message>
+        <source>正在下载</source>
+        <translation>Downloading</translation>
+    </message>
+    <message>
+        <source>正在下载：%1%</source>
+        <translation>Downloading: %1%</translation>
+    </message>
+    <message>
+        <source>更新内容</source>
+        <translation>What&apos;s new</translation>
+    </message>
+</context>
+<context>
+    <name>UsePortProcessTips</name>
+    <message>
+        <source>端口被占用</source>
+        <translation>Ports in use</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>Not now</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>重新检测</source>
+        <translation>Check again</translation>
+    </message>
+    <message>
+        <source>端口已释放</source>
+        <translation>The ports are free</translation>
+    </message>
+    <message>
+        <source>以下程序占用了串流所需的端口</source>
+        <translation>These programs use ports that streaming needs</translation>
+    </message>
+    <message>
+        <source>现在可以开始串流了。</source>
+        <translation>You can start streaming now.</translation>
+    </message>
+    <message>
+        <source>请关闭这些程序，然后重新检测。</source>
+        <translation>Close them, then check again.</translation>
+    </message>
+    <message>
+        <source>占用端口的程序</source>
+        <translation>Programs that use the ports</translation>
+    </message>
+</context>
+<context>
+    <name>WaitPage</name>
+    <message>
+        <source>请稍候</source>
+        <translation>Please wait</translation>
+    </message>
+    <message>
+        <source>完成后此窗口会自动关闭。</source>
+        <translation>This window closes by itself when it is done.</translation>
     </message>
 </context>
 <context>

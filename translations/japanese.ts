@@ -2,6 +2,94 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="zh_CN">
 <context>
+    <name>ConfirmPage</name>
+    <message>
+        <source>切换串流方式</source>
+        <translation>ストリーミング方法の切り替え</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>切换时SteamVR会重新启动，正在运行的VR游戏会被关闭。</source>
+        <translation>切り替え時にSteamVRが再起動し、実行中のVRゲームは終了します。</translation>
+    </message>
+</context>
+<context>
+    <name>DialogWindow</name>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+</context>
+<context>
+    <name>FeedbackPage</name>
+    <message>
+        <source>用户反馈</source>
+        <translation>フィードバック</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>提交</source>
+        <translation>送信</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>已提交，感谢您的反馈</source>
+        <translation>送信しました。フィードバックをありがとうございます</translation>
+    </message>
+    <message>
+        <source>我们会根据您的反馈改进产品。</source>
+        <translation>いただいたご意見は製品の改善に役立てます。</translation>
+    </message>
+    <message>
+        <source>我们会根据您的反馈改进产品，需要时会与您联系。</source>
+        <translation>いただいたご意見は製品の改善に役立てます。必要に応じてご連絡することがあります。</translation>
+    </message>
+    <message>
+        <source>问题或建议</source>
+        <translation>問題やご意見</translation>
+    </message>
+    <message>
+        <source>已输入%1个字，最多%2个字</source>
+        <translation>%1文字入力済み、最大%2文字</translation>
+    </message>
+    <message>
+        <source>请描述您遇到的问题，或告诉我们您的想法</source>
+        <translation>発生した問題やご意見をお書きください</translation>
+    </message>
+    <message>
+        <source>联系方式（选填）</source>
+        <translation>連絡先（任意）</translation>
+    </message>
+    <message>
+        <source>手机号或邮箱</source>
+        <translation>電話番号またはメールアドレス</translation>
+    </message>
+    <message>
+        <source>提交时会附上这台电脑的配置信息，以便我们查找问题。</source>
+        <translation>問題を調べるため、このPCの構成情報も送信されます。</translation>
+    </message>
+</context>
+<context>
+    <name>HeadsetList</name>
+    <message>
+        <source>可用的VR眼镜</source>
+        <translation>利用可能なVRヘッドセット</translation>
+    </message>
+</context>
+<context>
     <name>HeadsetRow</name>
     <message>
         <source>上次使用</source>
@@ -14,6 +102,68 @@
     <message>
         <source>连接</source>
         <translation>接続</translation>
+    </message>
+</context>
+<context>
+    <name>MoreSettingPage</name>
+    <message>
+        <source>选择VR眼镜</source>
+        <translation>VRヘッドセットの選択</translation>
+    </message>
+    <message>
+        <source>串流设置</source>
+        <translation>ストリーミング設定</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>後で</translation>
+    </message>
+    <message>
+        <source>发现多个VR眼镜，请选择要连接的眼镜</source>
+        <translation>複数のVRヘッドセットが見つかりました。接続するものを選択してください</translation>
+    </message>
+    <message>
+        <source>请选择要连接的眼镜</source>
+        <translation>接続するヘッドセットを選択してください</translation>
+    </message>
+    <message>
+        <source>搜索中</source>
+        <translation>検索中</translation>
+    </message>
+    <message>
+        <source>串流设置按眼镜型号保存，连接后自动生效。</source>
+        <translation>ストリーミング設定はヘッドセットの機種ごとに保存され、接続すると適用されます。</translation>
+    </message>
+    <message>
+        <source>请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。</source>
+        <translation>VRヘッドセットを装着してストリーミングアプリを開き、PCと同じネットワークに接続していることを確認してください。</translation>
+    </message>
+    <message>
+        <source>连接设备中，请稍后</source>
+        <translation>デバイスに接続しています。お待ちください</translation>
+    </message>
+</context>
+<context>
+    <name>NetworkSetting</name>
+    <message>
+        <source>网络设置</source>
+        <translation>ネットワーク設定</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>後で</translation>
+    </message>
+    <message>
+        <source>打开网络设置</source>
+        <translation>ネットワーク設定を開く</translation>
+    </message>
+    <message>
+        <source>当前网络为公用网络</source>
+        <translation>パブリックネットワークに接続しています</translation>
+    </message>
+    <message>
+        <source>在公用网络上，Windows会对其他设备隐藏这台电脑，眼镜可能找不到它。请打开网络设置，把当前网络的类型改为“专用”。</source>
+        <translation>パブリックネットワークでは、WindowsがこのPCを他のデバイスから隠すため、ヘッドセットから見つからないことがあります。ネットワーク設定を開き、このネットワークのプロファイルを「プライベート」に変更してください。</translation>
     </message>
 </context>
 <context>
@@ -190,6 +340,32 @@
     </message>
 </context>
 <context>
+    <name>PowerDownPage</name>
+    <message>
+        <source>请连接电源</source>
+        <translation>電源に接続してください</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>了解</translation>
+    </message>
+    <message>
+        <source>电脑正在使用电池供电</source>
+        <translation>PCはバッテリーで動作しています</translation>
+    </message>
+    <message>
+        <source>使用电池时，处理器和显卡会降低性能，画面可能卡顿。连接电源后，此提示会自动关闭。</source>
+        <translation>バッテリー駆動中はプロセッサーとグラフィックカードの性能が下がり、映像がカクつくことがあります。電源に接続すると、この通知は自動的に閉じます。</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressLine</name>
+    <message>
+        <source>进行中</source>
+        <translation>処理中</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>Steam正在启动中，请稍候</source>
@@ -233,6 +409,97 @@
     <message>
         <source>通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络</source>
         <translation>Wi-Fiで接続します。自由に動けます。PCとヘッドセットを同じネットワークに接続してください</translation>
+    </message>
+</context>
+<context>
+    <name>SettingPage</name>
+    <message>
+        <source>切换码率</source>
+        <translation>ビットレートを変更しました</translation>
+    </message>
+    <message>
+        <source>串流设置</source>
+        <translation>ストリーミング設定</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>清晰度</source>
+        <translation>画質</translation>
+    </message>
+    <message>
+        <source>码率20 Mbps，适合较弱的网络</source>
+        <translation>20 Mbps。電波の弱いネットワーク向け</translation>
+    </message>
+    <message>
+        <source>码率50 Mbps，兼顾画质和延迟</source>
+        <translation>50 Mbps。画質と遅延のバランス重視</translation>
+    </message>
+    <message>
+        <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
+        <translation>100 Mbps。有線接続や高速なWi-Fi向け</translation>
+    </message>
+    <message>
+        <source>流畅</source>
+        <translation>なめらか</translation>
+    </message>
+    <message>
+        <source>标准</source>
+        <translation>標準</translation>
+    </message>
+    <message>
+        <source>高清</source>
+        <translation>高画質</translation>
+    </message>
+    <message>
+        <source>自定义</source>
+        <translation>カスタム</translation>
+    </message>
+    <message>
+        <source>渲染比例</source>
+        <translation>レンダースケール</translation>
+    </message>
+    <message>
+        <source>码率（有线）</source>
+        <translation>ビットレート（有線）</translation>
+    </message>
+    <message>
+        <source>码率（无线）</source>
+        <translation>ビットレート（無線）</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>フレームレート</translation>
+    </message>
+    <message>
+        <source>视频编码</source>
+        <translation>ビデオコーデック</translation>
+    </message>
+    <message>
+        <source>麦克风</source>
+        <translation>マイク</translation>
+    </message>
+    <message>
+        <source>需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。</source>
+        <translation>仮想サウンドカードが必要です。インストーラーを起動しました。完了したら、もう一度オンにしてください。</translation>
+    </message>
+    <message>
+        <source>把眼镜的麦克风用作电脑的麦克风</source>
+        <translation>ヘッドセットのマイクをPCのマイクとして使います</translation>
+    </message>
+    <message>
+        <source>只更改码率，SteamVR不会重新启动</source>
+        <translation>ビットレートのみの変更です。SteamVRは再起動しません</translation>
+    </message>
+    <message>
+        <source>确定后SteamVR会重新启动，正在运行的VR游戏会被关闭</source>
+        <translation>SteamVRが再起動し、実行中のVRゲームは終了します</translation>
     </message>
 </context>
 <context>
@@ -305,6 +572,17 @@
     </message>
 </context>
 <context>
+    <name>SwitchRow</name>
+    <message>
+        <source>开</source>
+        <translation>オン</translation>
+    </message>
+    <message>
+        <source>关</source>
+        <translation>オフ</translation>
+    </message>
+</context>
+<context>
     <name>SystemInfo</name>
     <message>
         <source>Intel Core i5-6600/AMD锐龙3 1300X同等性能及以上</source>
@@ -321,6 +599,153 @@
     <message>
         <source>NVDIA GeFore RTX 3060/AMD RX 6600XT 同等性能及以上</source>
         <translation>NVIDIA GeForce RTX 3060／AMD RX 6600 XT同等以上</translation>
+    </message>
+</context>
+<context>
+    <name>SystemInfoPage</name>
+    <message>
+        <source>系统信息</source>
+        <translation>システム情報</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>確認中</translation>
+    </message>
+    <message>
+        <source>选择串流方式后，会检测这台电脑的配置。</source>
+        <translation>ストリーミング方法を選択すると、このPCの構成を確認します。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateGpuDriverTips</name>
+    <message>
+        <source>更新显卡驱动</source>
+        <translation>グラフィックドライバーの更新</translation>
+    </message>
+    <message>
+        <source>使用帮助</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>了解</translation>
+    </message>
+    <message>
+        <source>显卡驱动版本过低</source>
+        <translation>グラフィックドライバーのバージョンが古すぎます</translation>
+    </message>
+    <message>
+        <source>旧版驱动可能导致画面卡顿或无法串流。请从显卡厂商的网站下载并安装最新驱动，然后重新启动电脑。</source>
+        <translation>古いドライバーでは、映像がカクついたりストリーミングできなかったりすることがあります。グラフィックカードのメーカーのサイトから最新のドライバーをインストールし、PCを再起動してください。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>安装失败请重试！</source>
+        <translation>インストールに失敗しました。もう一度お試しください</translation>
+    </message>
+    <message>
+        <source>发现新版本</source>
+        <translation>アップデートがあります</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>後で</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>立即更新</source>
+        <translation>今すぐ更新</translation>
+    </message>
+    <message>
+        <source>安装未能开始</source>
+        <translation>インストールを開始できませんでした</translation>
+    </message>
+    <message>
+        <source>需要更新到新版本才能继续使用</source>
+        <translation>続けて使用するには更新が必要です</translation>
+    </message>
+    <message>
+        <source>新版本已下载，可以安装</source>
+        <translation>新しいバージョンをインストールできます</translation>
+    </message>
+    <message>
+        <source>请重试；如果仍然失败，请重新启动程序后再更新。</source>
+        <translation>もう一度お試しください。それでも失敗する場合は、プログラムを再起動してから更新してください。</translation>
+    </message>
+    <message>
+        <source>安装时程序会关闭。</source>
+        <translation>インストール時にプログラムは終了します。</translation>
+    </message>
+    <message>
+        <source>正在下载</source>
+        <translation>ダウンロード中</translation>
+    </message>
+    <message>
+        <source>正在下载：%1%</source>
+        <translation>ダウンロード中：%1%</translation>
+    </message>
+    <message>
+        <source>更新内容</source>
+        <translation>更新内容</translation>
+    </message>
+</context>
+<context>
+    <name>UsePortProcessTips</name>
+    <message>
+        <source>端口被占用</source>
+        <translation>使用中のポート</translation>
+    </message>
+    <message>
+        <source>以后再说</source>
+        <translation>後で</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>重新检测</source>
+        <translation>もう一度確認</translation>
+    </message>
+    <message>
+        <source>端口已释放</source>
+        <translation>ポートは解放されました</translation>
+    </message>
+    <message>
+        <source>以下程序占用了串流所需的端口</source>
+        <translation>次のプログラムがストリーミングに必要なポートを使用しています</translation>
+    </message>
+    <message>
+        <source>现在可以开始串流了。</source>
+        <translation>ストリーミングを開始できます。</translation>
+    </message>
+    <message>
+        <source>请关闭这些程序，然后重新检测。</source>
+        <translation>これらを終了してから、もう一度確認してください。</translation>
+    </message>
+    <message>
+        <source>占用端口的程序</source>
+        <translation>ポートを使用しているプログラム</translation>
+    </message>
+</context>
+<context>
+    <name>WaitPage</name>
+    <message>
+        <source>请稍候</source>
+        <translation>お待ちください</translation>
+    </message>
+    <message>
+        <source>完成后此窗口会自动关闭。</source>
+        <translation>完了すると、このウィンドウは自動的に閉じます。</translation>
     </message>
 </context>
 <context>

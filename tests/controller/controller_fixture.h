@@ -72,8 +72,7 @@ struct PcFixture
     std::vector<std::function<void()>> pool;
     SteamManager steam;
     SystemInfo system;
-    QStringList adbLines; // the command lines that were to be run
-    AdbManger adb{{clock, [this](const QString &line, const QString &) { adbLines << line; }}};
+    AdbManger adb;
     ServerInProcess server;
 };
 

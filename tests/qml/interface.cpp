@@ -77,7 +77,8 @@ FramelessQuickWindow *Interface::loadAlone(const QString &url)
 
 FramelessQuickWindow *Interface::dialog() const
 {
-    QObject *item = find(QStringLiteral("subWin"))->property("item").value<QObject *>();
+    const QObject *place = find(QStringLiteral("subWin"));
+    QObject *item = place ? place->property("item").value<QObject *>() : nullptr;
     auto *window = qobject_cast<FramelessQuickWindow *>(item);
     return window && window->isVisible() ? window : nullptr;
 }
@@ -86,6 +87,18 @@ QString Interface::dialogFile() const
 {
     const QUrl source = find(QStringLiteral("subWin"))->property("source").toUrl();
     return source.toString().section('/', -1);
+}
+
+QQuickItem *Interface::inDialog(const QString &objectName) const
+{
+    if (!dialog())
+        return nullptr;
+    const QList<QQuickItem *> items = shownItems(dialog()->contentItem());
+    for (QQuickItem *item : items) {
+        if (item->objectName() == objectName)
+            return item;
+    }
+    return nullptr;
 }
 
 QObject *Interface::find(const QString &objectName) const
@@ -122,6 +135,8 @@ void Interface::settle() const
     for (int frame = 0; frame < 3; ++frame) {
         QCoreApplication::processEvents();
         window_->grabWindow();
+        if (FramelessQuickWindow *open = dialog())
+            open->grabWindow();
     }
 }
 

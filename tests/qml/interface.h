@@ -57,6 +57,8 @@ public:
     // The dialog that is open, null if none is, and the file it was asked for as.
     FramelessQuickWindow *dialog() const;
     QString dialogFile() const;
+    // A named item that the open dialog shows; null if there is none.
+    QQuickItem *inDialog(const QString &objectName) const;
     // A named object of the window; null if there is none. Also finds what a
     // list or repeater made.
     QObject *find(const QString &objectName) const;

@@ -1,12 +1,14 @@
 // Draws the windows in their states and languages into PNG files, for eyes to
 // judge: take_screenshots <folder> [<translation.qm> <language>]. Needs an X server
 // (xvfb-run will do): the offscreen platform hands out no pictures.
+#include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
 #include <QLocale>
+#include <QPainter>
 #include <QQuickWindow>
 #include <QTranslator>
 
@@ -27,6 +29,12 @@ void take(const QDir &folder, const QString &name, const std::function<void(Inte
     auto *toast = pages.window()->findChild<QQuickWindow *>(QStringLiteral("toast"));
     if (toast->isVisible())
         toast->grabWindow().save(folder.filePath(name + "_toast.png"));
+    if (FramelessQuickWindow *dialog = pages.dialog()) {
+        pages.settle();
+        image = pages.window()->grabWindow();
+        QPainter(&image).drawImage(dialog->position() - pages.window()->position(),
+                                   dialog->grabWindow());
+    }
     image.save(folder.filePath(name + ".png"));
 }
 
@@ -75,6 +83,10 @@ int main(int argc, char *argv[])
         pages.orb.becomeWired(true);
         pages.orb.becomeSteam(true);
     });
+    for (const DialogState &state : dialogStates()) {
+        const QString name = QLatin1String(state.name);
+        take(folder, "dialog " + name, state.show);
+    }
     {
         Interface pages;
         pages.orb.hideSelectPage = false;

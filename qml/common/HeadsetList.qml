@@ -1,0 +1,63 @@
+import QtQuick 2.15
+
+// The headsets that were found, to connect one of them. The arrows choose a row,
+// and the list is one stop of the keyboard.
+ListView {
+    id: headsets
+
+    readonly property int nameRole: 257 // "vrName" of the list
+
+    // The list is filled anew every few seconds; the row that the keyboard
+    // is on stays with its headset.
+    property string currentName
+
+    // The user wants this one to be connected, or not to be any more.
+    signal activated(string name, string address, bool connect)
+
+    function remember() {
+        currentName = currentItem ? currentItem.name : "";
+    }
+    function restore() {
+        let row = count - 1;
+        while (row > 0 && model.data(model.index(row, 0), nameRole) !== currentName)
+            --row;
+        currentIndex = row;
+    }
+    function activateCurrent() {
+        if (currentItem)
+            currentItem.activated();
+    }
+
+    objectName: "headsets"
+    model: orb.vrLists
+    clip: true
+    spacing: utils.grid
+    boundsBehavior: Flickable.StopAtBounds
+    leftMargin: 4
+    rightMargin: 4
+    topMargin: 4
+    bottomMargin: 4
+
+    activeFocusOnTab: true
+    Keys.onReturnPressed: activateCurrent()
+    Keys.onEnterPressed: activateCurrent()
+    Keys.onSpacePressed: activateCurrent()
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("可用的VR眼镜")
+    Accessible.focusable: true
+
+    delegate: HeadsetRow {
+        width: ListView.view.width - 8
+        name: model.vrName
+        address: model.ip
+        connected: model.vrState
+        recent: model.isRecent
+        current: ListView.isCurrentItem && ListView.view.activeFocus
+        onActivated: ListView.view.activated(name, address, !connected)
+    }
+    Connections {
+        target: headsets.model
+        function onModelAboutToBeReset() { headsets.remember(); }
+        function onModelReset() { Qt.callLater(headsets.restore); }
+    }
+}

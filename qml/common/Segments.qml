@@ -1,0 +1,97 @@
+import QtQuick 2.15
+
+// A choice of one among a few that are all in sight. Each option is an object
+// with a `text` and a number, its `value`. The keyboard stops at the chosen one;
+// the arrows choose another.
+Rectangle {
+    id: segments
+
+    property string name
+    property var options: []
+    property int value: 0
+    readonly property int index: options.findIndex(option => option.value === value)
+
+    // The user chose it.
+    signal picked(int value)
+
+    function pick(at) {
+        const option = options[at];
+        if (!option || option.value === value)
+            return;
+        value = option.value;
+        picked(value);
+    }
+
+    function focusChosen() {
+        parts.itemAt(Math.max(0, index)).forceActiveFocus(Qt.OtherFocusReason);
+    }
+
+    function move(at) {
+        if (at < 0 || at >= options.length)
+            return;
+        pick(at);
+        parts.itemAt(at).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    implicitHeight: utils.controlHeight
+    implicitWidth: row.implicitWidth
+    radius: utils.itemRadius
+    color: utils.orb_backgroundcolor
+    Accessible.role: Accessible.Grouping
+    Accessible.name: name
+
+    Row {
+        id: row
+        anchors.fill: parent
+
+        Repeater {
+            id: parts
+            model: segments.options
+
+            Rectangle {
+                id: part
+
+                readonly property bool chosen: index === segments.index
+
+                objectName: "option" + modelData.value
+                width: segments.width / segments.options.length
+                height: segments.height
+                radius: segments.radius
+                color: chosen ? utils.accent : mouse.containsMouse ? utils.orb_itemcolor
+                                                                   : utils.orb_backgroundcolor
+
+                // The focused one has to be a stop until the focus has moved on.
+                activeFocusOnTab: chosen || activeFocus || (index === 0 && segments.index < 0)
+                Keys.onLeftPressed: segments.move(index - 1)
+                Keys.onUpPressed: segments.move(index - 1)
+                Keys.onRightPressed: segments.move(index + 1)
+                Keys.onDownPressed: segments.move(index + 1)
+                Keys.onSpacePressed: segments.pick(index)
+                Accessible.role: Accessible.RadioButton
+                Accessible.name: modelData.text
+                Accessible.description: segments.name
+                Accessible.focusable: true
+                Accessible.checkable: true
+                Accessible.checked: chosen
+                Accessible.onPressAction: segments.pick(index)
+
+                Text {
+                    anchors.centerIn: parent
+                    text: modelData.text
+                    color: part.chosen ? utils.text : utils.textSecondary
+                    font.family: utils.orb_font
+                    font.pixelSize: utils.textBody
+                    textFormat: Text.PlainText
+                }
+                MouseArea {
+                    id: mouse
+                    anchors.fill: parent
+                    hoverEnabled: true
+                    cursorShape: Qt.PointingHandCursor
+                    onClicked: segments.pick(index)
+                }
+                FocusRing {}
+            }
+        }
+    }
+}

@@ -1,0 +1,57 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "../common"
+
+// Several headsets were found: which one is to be connected? Its streaming
+// settings come with it, since each model has its own.
+DialogWindow {
+    id: dialog
+
+    // For the main window: show that page instead, with these properties.
+    signal openPage(string page, var properties)
+
+    title: qsTr("选择VR眼镜")
+    width: 640
+    height: 520
+    onCancelled: close()
+    buttons: [
+        PushButton {
+            objectName: "settings"
+            text: qsTr("串流设置")
+            onClicked: dialog.openPage("qrc:/qml/windows/SettingPage.qml", {})
+        },
+        PushButton {
+            objectName: "cancel"
+            text: qsTr("以后再说")
+            onClicked: dialog.cancelled()
+        }
+    ]
+
+    DialogMessage {
+        mark: headsets.count > 0 ? "attention" : "busy"
+        text: headsets.count > 1 ? qsTr("发现多个VR眼镜，请选择要连接的眼镜")
+            : headsets.count === 1 ? qsTr("请选择要连接的眼镜") : qsTr("搜索中")
+        detail: headsets.count > 0 ? qsTr("串流设置按眼镜型号保存，连接后自动生效。")
+                                   : qsTr("请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。")
+        Layout.fillWidth: true
+    }
+    HeadsetList {
+        id: headsets
+        focus: true
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.margins: -4
+        onActivated: {
+            dialog.toast(qsTr("连接设备中，请稍后"), 2000);
+            dialog.close();
+            orb.connectVR(name, address, connect);
+        }
+    }
+    Connections {
+        target: orb
+        function onVrIsConnectChange() {
+            if (orb.vrIsConnect)
+                dialog.close();
+        }
+    }
+}

@@ -1,0 +1,203 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "../common"
+
+// How the streaming server encodes picture and sound for the current headset.
+// Nothing is stored before the user confirms.
+DialogWindow {
+    id: dialog
+
+    readonly property int customDefinition: 3
+    readonly property int hevc: 1
+    readonly property bool custom: definition.value === customDefinition
+    // The one change that SteamVR needs no restart for.
+    readonly property bool onlyBitRate: custom && stored.definition === customDefinition
+                                        && definition.value === stored.definition
+                                        && fps.value === stored.fps
+                                        && encoder.value === stored.encoder
+                                        && audio.checked === stored.audio
+                                        && scale.value === stored.scale
+                                        && bitRate.value !== stored.bitRate
+    // What the store said when the page was filled.
+    property var stored: ({})
+
+    function readAll() {
+        stored = {
+            definition: orb.definitionIndex,
+            fps: orb.fpsIndex === 1 ? 1 : 0,
+            encoder: orb.encodeType,
+            audio: orb.audioStatus,
+            scale: orb.videoRatio,
+            bitRate: orb.bitRate
+        };
+        definition.value = offered(definition, stored.definition, 1);
+        fps.value = stored.fps;
+        encoder.value = offered(encoder, stored.encoder, hevc);
+        audio.checked = stored.audio;
+        audio.installing = false;
+        scale.value = stored.scale > 0 ? stored.scale : 100;
+        bitRate.value = stored.bitRate > 0 ? stored.bitRate : 50;
+    }
+
+    function offered(choice, value, otherwise) {
+        return choice.options.some(option => option.value === value) ? value : otherwise;
+    }
+
+    // The microphone needs the virtual sound cable; without one its installer
+    // is started instead.
+    function switchAudio(wanted) {
+        audio.installing = wanted && !orb.installAudio();
+        audio.checked = wanted && !audio.installing;
+    }
+
+    function store() {
+        // The page is out of sight before SteamVR's stop keeps it from going.
+        close();
+        if (onlyBitRate) {
+            orb.setVideoBitRate(bitRate.value);
+            toast(qsTr("切换码率"), 2000);
+            return;
+        }
+        if (custom)
+            orb.setVideoQuilty(scale.value, bitRate.value);
+        orb.setEffects(definition.value, fps.value, encoder.value, audio.checked,
+                       false, false, false);
+    }
+
+    title: qsTr("串流设置")
+    width: 760
+    height: 680
+    onCancelled: close()
+    onConfirmed: store()
+    Component.onCompleted: {
+        readAll();
+        definition.focusChosen();
+    }
+    buttons: [
+        PushButton {
+            objectName: "cancel"
+            text: qsTr("取消")
+            onClicked: dialog.cancelled()
+        },
+        PushButton {
+            objectName: "confirm"
+            text: qsTr("确定")
+            primary: true
+            onClicked: dialog.confirmed()
+        }
+    ]
+
+    SettingRow {
+        name: qsTr("清晰度")
+        explanation: [qsTr("码率20 Mbps，适合较弱的网络"), qsTr("码率50 Mbps，兼顾画质和延迟"),
+                      qsTr("码率100 Mbps，适合有线连接或高速Wi-Fi"),
+                      ""][definition.value]
+
+        Segments {
+            id: definition
+            objectName: "definition"
+            name: qsTr("清晰度")
+            options: [{ text: qsTr("流畅"), value: 0 }, { text: qsTr("标准"), value: 1 },
+                      { text: qsTr("高清"), value: 2 }, { text: qsTr("自定义"), value: 3 }]
+            Layout.fillWidth: true
+        }
+    }
+    SettingRow {
+        visible: dialog.custom
+        name: qsTr("渲染比例")
+
+        ValueSlider {
+            id: scale
+            objectName: "scale"
+            name: qsTr("渲染比例")
+            minimumValue: 50
+            maximumValue: 150
+            stepSize: 5
+            valueText: value + "%"
+        }
+    }
+    SettingRow {
+        visible: dialog.custom
+        name: orb.wired ? qsTr("码率（有线）") : qsTr("码率（无线）")
+
+        ValueSlider {
+            id: bitRate
+            objectName: "bitRate"
+            name: orb.wired ? qsTr("码率（有线）") : qsTr("码率（无线）")
+            minimumValue: 10
+            maximumValue: 200
+            stepSize: 5
+            valueText: value + " Mbps"
+        }
+    }
+    SettingRow {
+        name: qsTr("帧率")
+
+        Segments {
+            id: fps
+            objectName: "fps"
+            name: qsTr("帧率")
+            options: [{ text: "72 Hz", value: 0 }, { text: "90 Hz", value: 1 }]
+            Layout.fillWidth: true
+        }
+    }
+    SettingRow {
+        name: qsTr("视频编码")
+
+        Segments {
+            id: encoder
+
+            // The values are the same in each list.
+            readonly property var basic: [{ text: "H.264", value: 0 },
+                                          { text: "HEVC", value: dialog.hevc }]
+            readonly property var nvidia: basic.concat([{ text: "HEVC 10-bit", value: 2 }])
+            readonly property var av1: nvidia.concat([{ text: "AV1", value: 3 }])
+
+            objectName: "encoder"
+            name: qsTr("视频编码")
+            options: orb.AV1available ? av1 : orb.nvidiaAvailable ? nvidia : basic
+            Layout.fillWidth: true
+        }
+    }
+    SettingRow {
+        name: qsTr("麦克风")
+        explanation: audio.installing ? qsTr("需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。")
+                                      : qsTr("把眼镜的麦克风用作电脑的麦克风")
+
+        SwitchRow {
+            id: audio
+
+            property bool installing: false
+
+            objectName: "audio"
+            name: qsTr("麦克风")
+            Layout.preferredWidth: 14 * utils.grid
+            onToggled: dialog.switchAudio(wanted)
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+    }
+    Item {
+        Layout.fillHeight: true
+    }
+    RowLayout {
+        spacing: utils.grid
+
+        StatusMark {
+            kind: dialog.onlyBitRate ? "done" : "attention"
+        }
+        Label {
+            objectName: "restart"
+            text: dialog.onlyBitRate ? qsTr("只更改码率，SteamVR不会重新启动")
+                                     : qsTr("确定后SteamVR会重新启动，正在运行的VR游戏会被关闭")
+            color: utils.textSecondary
+            Layout.fillWidth: true
+        }
+    }
+    Connections {
+        target: orb
+        // Another headset is connected, with settings of its own.
+        function onEffectChange() { dialog.readAll(); }
+    }
+}

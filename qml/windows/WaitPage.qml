@@ -1,0 +1,34 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "../common"
+
+// Something is under way that the user can only wait for. Whoever opened it
+// closes it; it goes by itself when that never happens.
+DialogWindow {
+    id: dialog
+
+    property string text: qsTr("请稍候")
+    property int limit: 30000 // ms
+
+    title: qsTr("请稍候")
+    width: 480
+    height: 216
+    closable: false
+    onCloseAll: close()
+
+    Timer {
+        objectName: "limitTimer"
+        interval: dialog.limit
+        running: dialog.visible
+        onTriggered: dialog.close()
+    }
+    DialogMessage {
+        mark: "busy"
+        text: dialog.text
+        detail: qsTr("完成后此窗口会自动关闭。")
+        Layout.fillWidth: true
+    }
+    Item {
+        Layout.fillHeight: true
+    }
+}

@@ -1,0 +1,18 @@
+// The dialogs in all their states, to be measured and to be looked at.
+#pragma once
+
+#include "tests/qml/interface.h"
+
+#include <vector>
+
+struct DialogState
+{
+    const char *name;
+    // Brings the loaded main window to show it.
+    void (*show)(Interface &pages);
+};
+
+const std::vector<DialogState> &dialogStates();
+
+// What the controller has to say about a PC, in the language of the interface.
+QString systemInfoText();
