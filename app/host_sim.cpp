@@ -41,6 +41,14 @@ void closeProgram(QQmlApplicationEngine &engine)
         QMetaObject::invokeMethod(root, "closeAll");
 }
 
+// The PC is still asked when the program's last objects end, after main(). This
+// one ends after all that are made later.
+std::unique_ptr<SimHost> &thePc()
+{
+    static std::unique_ptr<SimHost> pc;
+    return pc;
+}
+
 } // namespace
 
 struct Host::Private
@@ -59,11 +67,10 @@ struct Host::Private
     QMutex mutex; // guards the two below
     QStringList untold;
     std::unique_ptr<Demonstration> demonstration;
-    std::unique_ptr<SimHost> pc;
     std::unique_ptr<CloseSignals> closeSignals;
 };
 
-Host::Host() : d(std::make_unique<Private>())
+Host::Host() : d(std::make_shared<Private>())
 {
     drawWithoutScreen();
     QString error;
@@ -76,19 +83,23 @@ Host::Host() : d(std::make_unique<Private>())
     Clock::setSystemSpeed(settings.speed);
     SimHost::Options options;
     options.settings = settings;
-    d->pc = std::make_unique<SimHost>(chosen, options);
+    thePc() = std::make_unique<SimHost>(chosen, options);
     if (Demonstration::Wishes::fromEnvironment().printRoad) {
-        const auto tell = [this](const QString &line) { d->tell(line); };
-        d->pc->pc().onHappening(tell);
-        d->pc->pc().onJournal(tell);
+        const auto tell = [d = d](const QString &line) { d->tell(line); };
+        thePc()->pc().onHappening(tell);
+        thePc()->pc().onJournal(tell);
     }
 }
 
-Host::~Host() = default;
+Host::~Host()
+{
+    d->closeSignals.reset();
+    thePc()->stop();
+}
 
 void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 {
-    d->pc->start();
+    thePc()->start();
     d->closeSignals = std::make_unique<CloseSignals>();
     QObject::connect(d->closeSignals.get(), &CloseSignals::closeRequested, &engine,
                      [&engine] { closeProgram(engine); });

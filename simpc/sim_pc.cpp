@@ -106,6 +106,13 @@ quint32 SimPc::startProcess(const QString &name, const QString &path)
 
 void SimPc::endProcess(quint32 pid)
 {
+    Guests guests;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        guests = guests_;
+    }
+    if (guests.end)
+        guests.end(pid);
     endWhere([pid](const SimProcess &p) { return p.pid == pid; });
 }
 
@@ -125,6 +132,12 @@ void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
                                                 [&ends](const SimProcess &p) { return !ends(p); });
         ended.assign(rest, processes_.end());
         processes_.erase(rest, processes_.end());
+        for (const SimProcess &process : ended) {
+            tcpRows_.erase(
+                std::remove_if(tcpRows_.begin(), tcpRows_.end(),
+                               [&process](const SimTcpRow &row) { return row.pid == process.pid; }),
+                tcpRows_.end());
+        }
         listener = endListener_;
     }
     if (!listener)
@@ -148,85 +161,49 @@ bool SimPc::isRunning(const QString &name) const
 std::vector<SimProcess> SimPc::processes() const
 {
     settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return processes_;
+    std::vector<SimProcess> all;
+    Guests guests;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        all = processes_;
+        guests = guests_;
+    }
+    if (guests.list) {
+        const std::vector<SimProcess> here = guests.list();
+        all.insert(all.end(), here.begin(), here.end());
+    }
+    return all;
 }
 
-void SimPc::setAcLine(std::optional<int> status)
+void SimPc::setGuests(Guests guests)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    acLine_ = status;
+    guests_ = std::move(guests);
 }
 
-std::optional<int> SimPc::acLine() const
+void SimPc::setSearchPath(const QString &folders)
 {
-    settle();
     const std::lock_guard<std::mutex> lock(mutex_);
-    return acLine_;
+    searchPath_ = folders;
 }
 
-void SimPc::setTotalMemory(quint64 bytes)
+QString SimPc::searchPath() const
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    totalMemory_ = bytes;
+    return searchPath_;
 }
 
-quint64 SimPc::totalMemory() const
+void SimPc::usbChanged(const QString &interfacePath)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return totalMemory_;
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    if (usbListener_)
+        usbListener_(interfacePath);
 }
 
-void SimPc::setNetworkProfileText(const QString &text)
+void SimPc::onUsbChange(std::function<void(const QString &)> listener)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    networkProfile_ = text;
-}
-
-QString SimPc::networkProfileText() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return networkProfile_;
-}
-
-void SimPc::setRecordingDevices(const QStringList &names)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    recordingDevices_ = names;
-}
-
-QStringList SimPc::recordingDevices() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return recordingDevices_;
-}
-
-void SimPc::setWaveOuts(const std::vector<SimWaveOut> &devices)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    waveOuts_ = devices;
-}
-
-std::vector<SimWaveOut> SimPc::waveOuts() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return waveOuts_;
-}
-
-SimCell &SimPc::cell() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return *cell_;
-}
-
-void SimPc::setCell(std::unique_ptr<SimCell> cell)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    cell_ = std::move(cell);
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    usbListener_ = std::move(listener);
 }
 
 void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
@@ -239,7 +216,9 @@ SimLaunchResult SimPc::launch(const SimLaunch &request)
 {
     settle();
     record("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
-           request.parameters + (request.hidden ? " (hidden)" : ""));
+           request.parameters + (request.hidden ? " (hidden)" : "") +
+           (request.elevated ? " (elevated)" : "") +
+           (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
     LaunchHandler handler;
     {
         const std::lock_guard<std::mutex> lock(mutex_);

@@ -8,6 +8,7 @@
 
 #include "base/clock.h"
 #include "simpc/sim_cell.h"
+#include "simpc/sim_hardware.h"
 
 #include <QHash>
 #include <QMap>
@@ -33,12 +34,28 @@ struct SimWaveOut
     QString name;
 };
 
+// A row of the TCP table.
+struct SimTcpRow
+{
+    quint16 localPort = 0;
+    quint32 pid = 0; // 0: nobody owns it any more
+};
+
+// How the system's query for the network category behaves.
+enum class SimNetworkQuery {
+    Answers,
+    Missing, // there is no such program
+    Hangs    // runs and never says anything
+};
+
 // One request to start a program.
 struct SimLaunch
 {
     QString program;    // as the caller wrote it
     QString parameters; // joined by blanks
     bool hidden = false;
+    bool elevated = false;   // with administrator rights
+    QString workingDir = {}; // empty: the caller's
 };
 
 // What comes of it.
@@ -89,16 +106,59 @@ public:
     bool isRunning(const QString &name) const;
     std::vector<SimProcess> processes() const;
 
+    // Processes of the real machine that count as this PC's, asked for at every
+    // look at the processes; they come after its own. `end` ends one of them
+    // by its pid, as endProcess() does.
+    struct Guests
+    {
+        std::function<std::vector<SimProcess>()> list;
+        std::function<void(quint32 pid)> end;
+    };
+    void setGuests(Guests guests);
+
+    // The folders, joined by ':', in which a command interpreter looks for
+    // programs. They are the real machine's; empty: it finds none.
+    void setSearchPath(const QString &folders);
+    QString searchPath() const;
+
+    // A device interface arrives at this PC or leaves it. The listener is told
+    // its path, on whichever thread notices; never any more once it was
+    // replaced or taken away.
+    void usbChanged(const QString &interfacePath);
+    void onUsbChange(std::function<void(const QString &interfacePath)> listener);
+
     // Power line: 0 battery, 1 mains, 255 unknown; nothing: the question fails.
     void setAcLine(std::optional<int> status);
     std::optional<int> acLine() const;
 
+    // TCP ports. A process loses its rows when it ends.
+    void setTcpRows(const std::vector<SimTcpRow> &rows);
+    void openPort(quint32 pid, quint16 port);
+    std::vector<SimTcpRow> tcpRows() const;
+    // From now on the table cannot be read, for the system's reason `error`; 0:
+    // for want of memory.
+    void failTcpTable(quint32 error);
+    std::optional<quint32> tcpTableError() const;
+
+    // The product version of the system, "8.1" for example.
+    void setOsVersion(const QString &version);
+    QString osVersion() const;
+    void setHardware(const SimHardware &hardware);
+    SimHardware hardware() const;
     void setTotalMemory(quint64 bytes);
     quint64 totalMemory() const;
 
     // What the system's network query prints, for example "Private".
     void setNetworkProfileText(const QString &text);
     QString networkProfileText() const;
+    void setNetworkQuery(SimNetworkQuery query);
+    SimNetworkQuery networkQuery() const;
+
+    // Console commands, by the first word of the command line. The shell script
+    // is run in the command's place; nothing: there is no such command. What is
+    // run is written into the journal ("command netsh ...").
+    void setCommand(const QString &name, const QByteArray &script);
+    std::optional<QByteArray> runCommand(const QByteArray &commandLine);
 
     void setRecordingDevices(const QStringList &names);
     QStringList recordingDevices() const;
@@ -166,7 +226,16 @@ private:
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;
     std::function<void(const SimProcess &)> endListener_;
+    Guests guests_;
+    QString searchPath_;
+    std::function<void(const QString &)> usbListener_; // guarded by happening_
     std::optional<int> acLine_ = 1;
+    std::vector<SimTcpRow> tcpRows_;
+    std::optional<quint32> tcpTableError_;
+    QString osVersion_ = QStringLiteral("10");
+    SimHardware hardware_;
+    QMap<QString, QByteArray> commands_;
+    SimNetworkQuery networkQuery_ = SimNetworkQuery::Answers;
     quint64 totalMemory_ = 17179869184ULL - 1;
     QString networkProfile_ = QStringLiteral("NetworkCategory  : Private");
     QStringList recordingDevices_;

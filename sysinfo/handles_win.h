@@ -22,3 +22,25 @@ struct RegistryKeyCloser
 };
 
 using RegistryKey = std::unique_ptr<HKEY, RegistryKeyCloser>;
+
+// A COM object that is let go of with its owner.
+template <typename Interface>
+class ComPointer
+{
+public:
+    ComPointer() = default;
+    ~ComPointer()
+    {
+        if (object_)
+            object_->Release();
+    }
+    ComPointer(const ComPointer &) = delete;
+    ComPointer &operator=(const ComPointer &) = delete;
+
+    Interface *operator->() const { return object_; }
+    // Where a function that makes the object puts it; once.
+    Interface **put() { return &object_; }
+
+private:
+    Interface *object_ = nullptr;
+};

@@ -8,8 +8,16 @@ Query query()
 {
     // A real child process with real output; only its text is the simulated
     // PC's.
-    return {QStringLiteral("printf"),
-            {QStringLiteral("%s\\n"), SimPc::current().networkProfileText()}};
+    SimPc &pc = SimPc::current();
+    switch (pc.networkQuery()) {
+    case SimNetworkQuery::Missing:
+        return {QStringLiteral("no-such-program"), {}};
+    case SimNetworkQuery::Hangs:
+        return {QStringLiteral("cat"), {}}; // for input that never comes
+    case SimNetworkQuery::Answers:
+        break;
+    }
+    return {QStringLiteral("printf"), {QStringLiteral("%s\\n"), pc.networkProfileText()}};
 }
 
 } // namespace network_profile

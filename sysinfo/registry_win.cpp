@@ -1,17 +1,13 @@
 #include "sysinfo/registry.h"
 
 #include "sysinfo/handles_win.h"
+#include "sysinfo/wide_text_win.h"
 
 #include <vector>
 
 namespace registry {
 
 namespace {
-
-const wchar_t *wide(const QString &text)
-{
-    return reinterpret_cast<const wchar_t *>(text.utf16());
-}
 
 // Null when the key cannot be opened.
 RegistryKey open(const QString &key)

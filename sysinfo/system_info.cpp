@@ -1,8 +1,13 @@
 #include "sysinfo/system_info.h"
 
 #include "sysinfo/audio_devices.h"
+#include "sysinfo/command_pipe.h"
+#include "sysinfo/driver_rules.h"
+#include "sysinfo/elevated_launch.h"
+#include "sysinfo/graphics_rules.h"
 #include "sysinfo/memory.h"
 #include "sysinfo/network_profile.h"
+#include "sysinfo/port_owners.h"
 #include "sysinfo/processes.h"
 #include "sysinfo/registry.h"
 
@@ -14,11 +19,27 @@ namespace {
 
 const QString virtualCableOutput = QStringLiteral("CABLE Output (VB-Audio Virtual Cable)");
 
+const QString cableInstaller = QStringLiteral("/installaudio/VBCABLE_Setup_x64.exe");
+
+constexpr int outputChunk = 1024; // bytes of a command's output at a time
+
 QString registryText(const char *key, const char *name)
 {
     return registry::text(QStringLiteral("HKEY_LOCAL_MACHINE\\") + QLatin1String(key),
                           QLatin1String(name))
         .value_or(QString());
+}
+
+// The names are compared byte for byte, theirs in the user's encoding and ours
+// in UTF-8: the executables asked for have plain names.
+std::optional<quint32> firstProcess(const QString &name)
+{
+    const QByteArray wanted = name.toUtf8();
+    for (const processes::Entry &entry : processes::list()) {
+        if (entry.name.toLocal8Bit() == wanted)
+            return entry.pid;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -61,6 +82,11 @@ void SystemInfo::probe()
     cpu_ =
         registryText("HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0", "ProcessorNameString");
     ram_ = ramTextOf(memory::totalPhysical());
+    directX_ = graphics_rules::directXText(&feature_level::ask);
+    const graphics_rules::Graphics graphics = graphics_rules::classify(graphics_adapters::list());
+    integratedGraphics_ = graphics.integrated;
+    discreteGraphics_ = graphics.discrete;
+    vram_ = graphics.vram;
 }
 
 void SystemInfo::readNetworkCategory()
@@ -191,22 +217,27 @@ bool SystemInfo::hasVirtualCable()
     return false;
 }
 
+void SystemInfo::installVirtualCable(const QString &folder)
+{
+    qInfo().noquote() << folder;
+    const qint64 result = elevated_launch::start(folder + cableInstaller, folder);
+    qInfo().noquote().nospace() << "install audio res: " << result;
+}
+
 bool SystemInfo::isProcessRunning(const QString &name)
 {
-    for (const processes::Entry &entry : processes::list()) {
-        if (entry.name == name)
-            return true;
-    }
-    return false;
+    return firstProcess(name).has_value();
 }
 
 QString SystemInfo::processPath(const QString &name)
 {
-    for (const processes::Entry &entry : processes::list()) {
-        if (entry.name == name)
-            return processes::modulePath(entry.pid);
-    }
-    return {};
+    const std::optional<quint32> pid = firstProcess(name);
+    return pid ? modulePathOf(*pid) : QString();
+}
+
+QString SystemInfo::modulePathOf(quint32 pid)
+{
+    return processes::modulePath(pid);
 }
 
 void SystemInfo::killProcesses(const QStringList &names)
@@ -215,4 +246,50 @@ void SystemInfo::killProcesses(const QStringList &names)
         if (names.contains(entry.name))
             processes::terminate(entry.pid);
     }
+}
+
+QStringList SystemInfo::processesUsingPorts(const QList<quint16> &ports)
+{
+    const tcp_table::Table table = tcp_table::read();
+    switch (table.failure) {
+    case tcp_table::Table::NoMemory:
+        qInfo("Error allocating memory\n");
+        return {};
+    case tcp_table::Table::NotAnswered:
+        qInfo("\tGetTcpTable2 failed with %d\n", int(table.error));
+        return {};
+    case tcp_table::Table::None:
+        break;
+    }
+    return port_owners::names(table.rows, processes::list(), ports);
+}
+
+QStringList SystemInfo::nvidiaDriverVersions()
+{
+    return driver_rules::nvidiaVersions(display_drivers::list());
+}
+
+bool SystemInfo::needGpuDriverUpdate()
+{
+    return driver_rules::needUpdate(nvidiaDriverVersions());
+}
+
+QString SystemInfo::runCommand(const QByteArray &commandLine)
+{
+    CommandPipe pipe(commandLine);
+    switch (pipe.failure()) {
+    case CommandPipe::NoPipe:
+        qInfo("CreatePipe failed!");
+        return {};
+    case CommandPipe::NoProcess:
+        qInfo(" CreateProcess failed!");
+        return {};
+    case CommandPipe::None:
+        break;
+    }
+    QByteArray output;
+    char chunk[outputChunk];
+    for (int got = pipe.read(chunk, outputChunk); got >= 0; got = pipe.read(chunk, outputChunk))
+        output.append(chunk, got);
+    return QString::fromUtf8(output);
 }

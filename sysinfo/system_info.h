@@ -1,7 +1,9 @@
 // What this PC is: gathered once, then answered from memory.
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -54,11 +56,29 @@ public:
     bool isAudioOutputSupported();
     // Whether the virtual audio cable's recording end is there.
     static bool hasVirtualCable();
+    // Starts the cable's installer, which lies below `folder`, with
+    // administrator rights. Does not wait for it.
+    static void installVirtualCable(const QString &folder);
 
     // Processes by executable name, compared with letter case.
     static bool isProcessRunning(const QString &name);
     static QString processPath(const QString &name);
+    static QString modulePathOf(quint32 pid);
+    // Ends every process of these names; waits for each, up to a minute.
     static void killProcesses(const QStringList &names);
+
+    // The executable names of the processes that hold one of the TCP ports.
+    static QStringList processesUsingPorts(const QList<quint16> &ports);
+
+    // The versions of the NVIDIA drivers that the system knows for its display
+    // devices, and whether none of them is new enough.
+    static QStringList nvidiaDriverVersions();
+    static bool needGpuDriverUpdate();
+
+    // Runs a console command without a window and returns all that it wrote to
+    // its outputs, as UTF-8. Blocks until nobody can write to them any more;
+    // empty when it could not be started. Any thread.
+    static QString runCommand(const QByteArray &commandLine);
 
     // Decisions of the probe, apart from the questions.
     static QString ramTextOf(quint64 totalPhysicalBytes);

@@ -72,7 +72,8 @@ struct PcFixture
     std::vector<std::function<void()>> pool;
     SteamManager steam;
     SystemInfo system;
-    AdbManger adb;
+    QStringList adbLines; // the command lines that were to be run
+    AdbManger adb{{clock, [this](const QString &line, const QString &) { adbLines << line; }}};
     ServerInProcess server;
 };
 

@@ -4,8 +4,9 @@
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 
+#include <QFile>
 #include <QJsonObject>
-#include <QSignalSpy>
+#include <QProcess>
 
 namespace {
 
@@ -41,6 +42,63 @@ private slots:
         QCOMPARE(info.toJson(), expected);
         QCOMPARE(info.cpuName(), QString("Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"));
         QVERIFY(info.gpuNames().isEmpty());
+    }
+
+    void theProbeKnowsTheGraphicsOfThePc()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SimHardware hardware;
+        hardware.adapters = {{0x8086, 0x3e9b, "Intel(R) UHD Graphics 630", 128U << 20},
+                             {0x10de, 0x1f08, "NVIDIA GeForce RTX 2060", 6ULL * (1U << 30) - 1},
+                             {0x1414, 0x8c, "Microsoft Basic Render Driver", 0}};
+        pc.setHardware(hardware);
+        const SystemInfo info;
+        QCOMPARE(info.gpuNames(),
+                 QStringList({"NVIDIA GeForce RTX 2060", "Intel(R) UHD Graphics 630"}));
+        const QJsonObject json = info.toJson();
+        QCOMPARE(json.value("discreteGraphics").toString(), QString("NVIDIA GeForce RTX 2060"));
+        QCOMPARE(json.value("integratedGraphics").toString(), QString("Intel(R) UHD Graphics 630"));
+        QCOMPARE(json.value("vram").toString(), QString("6GB"));
+        QCOMPARE(info.directXText(), QString("DirectX 11.0"));
+
+        // Asked once: a card that comes later is not seen.
+        pc.setHardware({});
+        QCOMPARE(info.gpuNames().size(), 2);
+        QVERIFY(SystemInfo().gpuNames().isEmpty());
+    }
+
+    void onlyOneAdapterIsNamedWhereThereIsOne_data()
+    {
+        QTest::addColumn<quint32>("vendor");
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("discrete") << 0x10deU << QStringList{"Card"};
+        QTest::newRow("integrated") << 0x8086U << QStringList{"Card"};
+        QTest::newRow("software") << 0x1414U << QStringList{};
+    }
+    void onlyOneAdapterIsNamedWhereThereIsOne()
+    {
+        QFETCH(quint32, vendor);
+        ManualClock clock;
+        SimPc pc(clock);
+        SimHardware hardware;
+        hardware.adapters = {{vendor, 0x8c, "Card", 0}};
+        pc.setHardware(hardware);
+        QTEST(SystemInfo().gpuNames(), "names");
+    }
+
+    void aPcWhoseDirect3DFailsHasAnUnknownLevel()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SimHardware hardware;
+        hardware.direct3D.result = 0x887a0004;
+        pc.setHardware(hardware);
+        QCOMPARE(SystemInfo().directXText(), QString("Unknown DirectX version"));
+        hardware.direct3D.result = 0x80070057;
+        pc.setHardware(hardware);
+        QCOMPARE(SystemInfo().directXText(),
+                 QString("Current operation system DirectX is not supported!"));
     }
 
     void missingRegistryValuesAreEmptyTexts()
@@ -116,6 +174,49 @@ private slots:
         QCOMPARE(loggedCount("powershellcmd res:NetworkCategory  : Public\n"), 1);
     }
 
+    void aQueryThatSaysNothingOfUseClearsTheCategory()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setNetworkProfileText("NetworkCategory  : DomainAuthenticated");
+        SystemInfo info;
+        QTRY_COMPARE(info.networkCategory(), QString());
+    }
+
+    void withoutTheQuerysProgramTheNetworkStaysPrivate()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setNetworkQuery(SimNetworkQuery::Missing);
+        SystemInfo info;
+        auto *query = info.findChild<QProcess *>();
+        QVERIFY(query);
+        QTRY_COMPARE(query->error(), QProcess::FailedToStart);
+        QCOMPARE(info.networkCategory(), QString("Private"));
+        QVERIFY(logged().isEmpty());
+    }
+
+    void aQueryThatHangsHoldsNothingUp()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.setNetworkQuery(SimNetworkQuery::Hangs);
+        qint64 pid = 0;
+        {
+            SystemInfo info;
+            auto *query = info.findChild<QProcess *>();
+            QVERIFY(query);
+            // The probe did not even wait for it to start.
+            QTRY_COMPARE(query->state(), QProcess::Running);
+            pid = query->processId();
+            QCOMPARE(info.networkCategory(), QString("Private"));
+            QVERIFY(QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
+        }
+        // It ends with the program, which does not wait for it.
+        QVERIFY(!QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
+        QVERIFY(logged().isEmpty());
+    }
+
     void theFirstWaveOutDeviceDecides_data()
     {
         QTest::addColumn<QVector<int>>("channels");
@@ -187,6 +288,33 @@ private slots:
         QCOMPARE(logged(), QStringList{"(\"Microphone\", \"Line In\")"});
     }
 
+    void theCablesInstallerIsStartedWithRightsAndNotWaitedFor_data()
+    {
+        QTest::addColumn<bool>("starts");
+        QTest::addColumn<uint>("error");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("started") << true << 0U << "42";
+        QTest::newRow("refused by the user") << false << 5U << "5";
+        QTest::newRow("missing") << false << 2U << "2";
+    }
+    void theCablesInstallerIsStartedWithRightsAndNotWaitedFor()
+    {
+        QFETCH(bool, starts);
+        QFETCH(uint, error);
+        QFETCH(QString, result);
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.onLaunch("VBCABLE_Setup_x64.exe", [&](const SimLaunch &request) {
+            [&] { QVERIFY(request.elevated && !request.hidden && request.parameters.isEmpty()); }();
+            return SimLaunchResult{starts, error, true, -1};
+        });
+        SystemInfo::installVirtualCable("C:/星程 KOLM");
+        QCOMPARE(pc.journal(), QStringList{"launch C:/星程 KOLM/installaudio/VBCABLE_Setup_x64.exe "
+                                           "(elevated) in C:/星程 KOLM"});
+        QCOMPARE(logged(), QStringList({"C:/星程 KOLM", "install audio res: " + result}));
+        QCOMPARE(clock.slept(), qint64(0));
+    }
+
     void processesAreFoundByTheirExactName()
     {
         ManualClock clock;
@@ -200,6 +328,28 @@ private slots:
         QCOMPARE(SystemInfo::processPath("other.exe"), QString());
     }
 
+    void namesThatAreNotPlainAreFoundWhereTheUsersEncodingIsUtf8()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.startProcess("串流.exe", "C:/串流.exe");
+        QCOMPARE(SystemInfo::isProcessRunning("串流.exe"),
+                 QString("串流").toLocal8Bit() == QString("串流").toUtf8());
+        QVERIFY(!SystemInfo::isProcessRunning(""));
+    }
+
+    void aProcessIsAskedForItsPathByItsNumber()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.startProcess("adb.exe", "C:/one/adb.exe");
+        const quint32 pid = pc.startProcess("adb.exe", "C:/two/adb.exe");
+        QCOMPARE(SystemInfo::modulePathOf(pid), QString("C:/two/adb.exe"));
+        QCOMPARE(SystemInfo::modulePathOf(pid + 1), QString());
+        pc.endProcess(pid);
+        QCOMPARE(SystemInfo::modulePathOf(pid), QString());
+    }
+
     void killingTakesEveryProcessOfTheNameAndNoOther()
     {
         ManualClock clock;
@@ -208,7 +358,9 @@ private slots:
         pc.startProcess("Adb.exe");
         pc.startProcess("steam.exe");
         pc.startProcess("adb.exe");
-        SystemInfo::killProcesses({"adb.exe"});
+        SystemInfo::killProcesses({"ADB.EXE", "adb", ""});
+        QCOMPARE(pc.processes().size(), size_t(4));
+        SystemInfo::killProcesses({"other.exe", "adb.exe"});
         QStringList left;
         for (const SimProcess &process : pc.processes())
             left.append(process.name);
