@@ -1,0 +1,193 @@
+#include "cloud/http_manager.h"
+
+#include "base/clock.h"
+#include "cloud/cloud_host.h"
+#include "sysinfo/system_info.h"
+
+#include <QDebug>
+#include <QEventLoop>
+#include <QFile>
+#include <QHttpMultiPart>
+#include <QJsonDocument>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+
+#include <memory>
+#include <utility>
+
+namespace {
+
+constexpr int sendInterval = 600000; // ms
+// A server that does not answer must not keep the program from closing.
+constexpr int flushLimit = 5000; // ms
+// Long enough for a slow line; then the request makes room.
+constexpr int answerLimit = 300000;         // ms
+constexpr qint64 longestAnswer = 1LL << 20; // bytes
+
+const QString eventPath = QStringLiteral("/vrmcsys/datacenter/streaming_data_upload");
+const QString uploadPath = QStringLiteral("/vrmcsys/fileserver/Stiosko/upload");
+const QString errCode = QStringLiteral("errCode");
+
+QString compact(const QJsonObject &object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+QHttpPart filePart(QFile *file)
+{
+    QHttpPart part;
+    part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                   QStringLiteral("form-data;name=\"file\";filename=\".json\""));
+    part.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("multipart/form-data;"));
+    part.setBodyDevice(file);
+    return part;
+}
+
+QHttpPart namePart(const QString &fileName)
+{
+    QHttpPart part;
+    part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                   QStringLiteral("form-data;name=\"fileName\""));
+    part.setBody(fileName.toUtf8());
+    return part;
+}
+
+} // namespace
+
+HttpManager::HttpManager(Environment environment, QObject *parent)
+    : QObject(parent), environment_(std::move(environment)),
+      networkManager_(new QNetworkAccessManager(this))
+{
+    environment_.clock.startTimer(sendInterval, this);
+}
+
+HttpManager &HttpManager::instance()
+{
+    static HttpManager manager({Clock::system(), [] { return SystemInfo::instance().toJson(); },
+                                QStringLiteral("https://") + cloud::host(),
+                                cloud::builtPeerCheck()});
+    return manager;
+}
+
+void HttpManager::addEvent(const QString &eventId, const QJsonObject &extraData)
+{
+    const QJsonObject record{{QStringLiteral("timestamp"), environment_.clock.epochMilliseconds()},
+                             {QStringLiteral("defaultData"), environment_.describePc()},
+                             {QStringLiteral("eventId"), eventId},
+                             {QStringLiteral("extraData"), extraData}};
+    QByteArray text = QJsonDocument(record).toJson(QJsonDocument::Compact);
+    const std::lock_guard<std::mutex> lock(queueMutex_);
+    pendingEvents_.push_back(std::move(text));
+}
+
+// The queue as a JSON array; empty when there is nothing to send.
+QByteArray HttpManager::takeBatch()
+{
+    std::vector<QByteArray> events;
+    {
+        const std::lock_guard<std::mutex> lock(queueMutex_);
+        events.swap(pendingEvents_);
+    }
+    if (events.empty())
+        return {};
+    int size = 1;
+    for (const QByteArray &event : events)
+        size += event.size() + 1;
+    QByteArray batch;
+    batch.reserve(size);
+    for (const QByteArray &event : events)
+        batch.append(batch.isEmpty() ? '[' : ',').append(event);
+    return batch.append(']');
+}
+
+void HttpManager::sendEvents(bool asynchronous)
+{
+    const QByteArray batch = takeBatch();
+    if (batch.isEmpty())
+        return;
+    QNetworkRequest request =
+        cloud::request(QUrl(environment_.baseAddress + eventPath), environment_.peerCheck);
+    request.setHeader(QNetworkRequest::ContentTypeHeader,
+                      QStringLiteral("application/json;charset=UTF-8"));
+    QNetworkReply *const reply = networkManager_->post(request, batch);
+    bound(reply, asynchronous ? answerLimit : flushLimit);
+    if (asynchronous) {
+        connect(reply, &QNetworkReply::finished, this,
+                [this, reply, batch] { handleBatchReply(reply, batch); });
+        return;
+    }
+    QEventLoop loop;
+    connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
+    loop.exec();
+    // The loop ends early when the whole program is told to end.
+    reply->abort();
+    handleBatchReply(reply, batch);
+}
+
+void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &batch)
+{
+    QJsonParseError error = {};
+    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        qCritical().noquote().nospace()
+            << "error evnetid: " << QString::fromUtf8(batch) << " json parse fail";
+    } else if (document.object().value(errCode).toInt() != 0) {
+        qCritical().noquote().nospace()
+            << "report error: " << compact(document.object()) << ":" << QString::fromUtf8(batch);
+    }
+    reply->deleteLater();
+}
+
+void HttpManager::uploadFile(const QString &path, const QString &fileName)
+{
+    auto body = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
+    auto *const file = new QFile(path, body.get());
+    if (!file->open(QIODevice::ReadOnly)) {
+        qInfo().noquote().nospace() << path << " cannot be uploaded: " << file->errorString();
+        return;
+    }
+    body->append(filePart(file));
+    body->append(namePart(fileName));
+    const QNetworkRequest request =
+        cloud::request(QUrl(environment_.baseAddress + uploadPath), environment_.peerCheck);
+    QNetworkReply *const reply = networkManager_->post(request, body.get());
+    body.release()->setParent(reply);
+    bound(reply, answerLimit);
+    connect(reply, &QNetworkReply::finished, this, [this, reply] { handleUploadReply(reply); });
+}
+
+void HttpManager::handleUploadReply(QNetworkReply *reply)
+{
+    const QString address = reply->url().toString();
+    QJsonParseError error = {};
+    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        qInfo().noquote().nospace() << address << " json parse fail";
+    } else if (document.object().value(errCode).toInt() != 0) {
+        qInfo().noquote().nospace()
+            << document.object().value(QLatin1String("errMsg")).toString() << ":" << address;
+    }
+    reply->deleteLater();
+}
+
+// No reply lasts longer or grows larger than it may.
+void HttpManager::bound(QNetworkReply *reply, int milliseconds)
+{
+    cloud::limitSize(reply, longestAnswer);
+    environment_.clock.singleShot(milliseconds, reply, [reply] { reply->abort(); });
+}
+
+void HttpManager::disconnectAll()
+{
+    const auto replies = networkManager_->findChildren<QNetworkReply *>();
+    for (QNetworkReply *reply : replies) {
+        reply->disconnect(this);
+        delete reply;
+    }
+    networkManager_->clearConnectionCache();
+}
+
+void HttpManager::timerEvent(QTimerEvent *)
+{
+    sendEvents(true);
+}

@@ -1,0 +1,73 @@
+// Reports usage events to the vendor cloud and uploads files to it.
+#pragma once
+
+#include "cloud/cloud_request.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <mutex>
+#include <vector>
+
+class Clock;
+class QNetworkAccessManager;
+class QNetworkReply;
+
+// Events are kept and sent together every ten minutes. Nothing is written to
+// disk and nothing is sent twice: a batch that does not get there is lost. No
+// failure is shown to the user; the log tells of it.
+//
+// Lives on the GUI thread; addEvent() may be called from any.
+class HttpManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Environment
+    {
+        Clock &clock;
+        // This PC, for every event anew. Called on the thread of addEvent().
+        std::function<QJsonObject()> describePc;
+        QString baseAddress; // with the scheme, without a slash at the end
+        cloud::PeerCheck peerCheck;
+    };
+
+    explicit HttpManager(Environment environment, QObject *parent = nullptr);
+
+    static HttpManager &instance();
+
+    // Keeps the event, stamped with the time and this PC's description.
+    void addEvent(const QString &eventId, const QJsonObject &extraData);
+
+    // Sends everything kept so far as one batch; nothing if there is nothing.
+    // Asynchronously it returns at once. Otherwise it runs an event loop until
+    // the cloud has answered, five seconds at most.
+    void sendEvents(bool asynchronous);
+
+    // Sends the file in the background; `fileName` is how the cloud calls it.
+    // A file that cannot be read is not sent.
+    void uploadFile(const QString &path, const QString &fileName);
+
+    // Drops all requests and connections. For the end of the program, before
+    // the TLS library goes: the one instance outlives that.
+    void disconnectAll();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    QByteArray takeBatch();
+    void handleBatchReply(QNetworkReply *reply, const QByteArray &batch);
+    void handleUploadReply(QNetworkReply *reply);
+    void bound(QNetworkReply *reply, int milliseconds);
+
+    const Environment environment_;
+    QNetworkAccessManager *networkManager_;
+    // Each as the text that is sent, oldest first: so even a long queue is sent
+    // without holding up the window.
+    std::vector<QByteArray> pendingEvents_;
+    std::mutex queueMutex_;
+};
