@@ -1,14 +1,188 @@
 #include "cloud/orb_update.h"
 
+#include "cloud/body_file.h"
+#include "cloud/installer_name.h"
+#include "cloud/version_order.h"
 #include "sysinfo/system_info.h"
 
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QStringList>
 
-ORBUpdate::ORBUpdate(QObject *parent) : QObject(parent) {}
+#include <utility>
+
+namespace {
+
+const QString tablePath = QStringLiteral("/orbresource/pc_compare.json");
+const QString versionPath = QStringLiteral("/vrmcsys/appstore/getAlvrVerInfo");
+const QString errCode = QStringLiteral("errCode");
+const QString data = QStringLiteral("data");
+
+// What nobody needs more of; an endless answer ends here.
+constexpr qint64 longestTable = 16LL << 20;    // bytes
+constexpr qint64 longestVersion = 1LL << 20;   // bytes
+constexpr qint64 longestInstaller = 1LL << 30; // bytes
+
+QUrl addressAt(const QString &host, const QString &path)
+{
+    return QUrl(QStringLiteral("https://") + host + path);
+}
+
+void logFailure(const QUrl &url, const QString &why)
+{
+    qInfo().noquote() << QStringLiteral("Download of %1 failed: %2\n")
+                             .arg(QString::fromLatin1(url.toEncoded()), why);
+}
+
+// Logs the failure; true when there is one.
+bool hasFailed(const QNetworkReply &reply)
+{
+    if (reply.error() == QNetworkReply::NoError)
+        return false;
+    logFailure(reply.request().url(), reply.errorString());
+    return true;
+}
+
+// Qt would also read a local file.
+bool isOnTheNet(const QUrl &url)
+{
+    return url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http");
+}
+
+} // namespace
+
+ORBUpdate::ORBUpdate(Environment environment, QObject *parent)
+    : QObject(parent), environment_(std::move(environment)),
+      networkManager_(new QNetworkAccessManager(this))
+{
+    fetchTable();
+    queryVersion();
+}
+
+QNetworkReply *ORBUpdate::get(const QUrl &url)
+{
+    return networkManager_->get(cloud::request(url, environment_.peerCheck));
+}
+
+void ORBUpdate::fetchTable()
+{
+    // Wherever the program works later, the rules are looked for where it
+    // started.
+    const QString target = QDir::currentPath() + QStringLiteral("/compare.json");
+    QNetworkReply *const reply = get(addressAt(environment_.host, tablePath));
+    cloud::limitSize(reply, longestTable);
+    connect(reply, &QNetworkReply::finished, this, [reply, target] {
+        reply->deleteLater();
+        if (hasFailed(*reply))
+            return;
+        if (cloud::isRedirect(*reply)) {
+            qInfo().noquote().nospace()
+                << reply->request().url().toString() << "Request was redirected.\n";
+        } else if (!saveBody(*reply, target)) {
+            qInfo("down compare.json fail");
+        }
+    });
+}
+
+void ORBUpdate::queryVersion()
+{
+    QNetworkRequest request =
+        cloud::request(addressAt(environment_.host, versionPath), environment_.peerCheck);
+    request.setHeader(QNetworkRequest::ContentTypeHeader,
+                      QStringLiteral("text/plain;charset=UTF-8"));
+    QNetworkReply *const reply = networkManager_->post(request, QByteArrayLiteral("{}"));
+    reply->setReadBufferSize(longestVersion);
+    // Read once: what does not come in one piece is not understood.
+    connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
+        reply->disconnect(this);
+        readVersion(reply);
+        reply->deleteLater();
+    });
+    connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+}
+
+void ORBUpdate::readVersion(QNetworkReply *reply)
+{
+    if (reply->error() != QNetworkReply::NoError)
+        return;
+    QJsonParseError error = {};
+    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        qInfo("json parseError");
+        return;
+    }
+    const QJsonObject answer = document.object();
+    if (!answer.contains(errCode) || answer.value(errCode).toInt() != 0) {
+        qInfo().noquote().nospace()
+            << "check version: "
+            << QString::fromUtf8(QJsonDocument(answer).toJson(QJsonDocument::Compact));
+    } else if (answer.contains(data)) {
+        offer(answer.value(data).toObject());
+    }
+}
+
+// Makes the newer version's installer ready, if it is newer.
+void ORBUpdate::offer(const QJsonObject &data)
+{
+    const QString remote = data.value(QLatin1String("version")).toString();
+    if (!isNewerVersion(SystemInfo::assistantVersion(), remote))
+        return;
+    qInfo("start update");
+    isForce_ = data.value(QLatin1String("forced")).toInt() == 1;
+    note_ = data.value(QLatin1String("note")).toString();
+    note_.replace(QLatin1String("/n"), QLatin1String("<br>"));
+    downloadUrl_ = data.value(QLatin1String("url")).toString();
+
+    const QString folder = environment_.dataDir + QStringLiteral("/download/");
+    installerPath_ = folder + installerName(QUrl(downloadUrl_));
+    if (QFileInfo(installerPath_).isFile()) {
+        emit updateSignal(note_, isForce_);
+        return;
+    }
+    QDir().mkpath(folder);
+    fetchInstaller();
+}
+
+void ORBUpdate::fetchInstaller()
+{
+    const QUrl url(downloadUrl_);
+    if (!isOnTheNet(url)) {
+        logFailure(url, QStringLiteral("not an address on the net"));
+        emit downExeFinish();
+        return;
+    }
+    QNetworkReply *const reply = get(url);
+    cloud::limitSize(reply, longestInstaller);
+    connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
+        if (total != 0)
+            emit processStatus(static_cast<float>(received) / static_cast<float>(total));
+    });
+    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+        reply->deleteLater();
+        if (!hasFailed(*reply)) {
+            if (cloud::isRedirect(*reply))
+                qInfo("Request was redirected.\n");
+            else if (saveBody(*reply, installerPath_))
+                emit updateSignal(note_, isForce_);
+        }
+        emit downExeFinish();
+    });
+}
 
 bool ORBUpdate::setup()
 {
-    return false;
+    if (setupStarted_)
+        return false;
+    setupStarted_ = true;
+    if (!QFileInfo(installerPath_).isFile())
+        return false;
+    environment_.start(installerPath_);
+    return true;
 }
 
 QString ORBUpdate::version()

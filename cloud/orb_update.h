@@ -1,29 +1,67 @@
 // Keeps the assistant current.
 #pragma once
 
+#include "cloud/cloud_request.h"
+
 #include <QObject>
 #include <QString>
 
-// GUI thread. The vendor cloud is not asked yet: no newer version is ever
-// known, and there is no installer to start.
+#include <functional>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+
+// As soon as it is there it fetches the requirements table into the working
+// folder and asks for the latest version; a newer one's installer is fetched
+// before the user hears of it. All of that once a run. Failures are logged and
+// otherwise silent.
+//
+// GUI thread. The order of signals and methods is part of the contract with
+// the pages.
 class ORBUpdate : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ORBUpdate(QObject *parent = nullptr);
+    struct Environment
+    {
+        QString host;    // of the vendor cloud, see cloud::host()
+        QString dataDir; // the installer is kept in "download" below it
+        // Starts the program at `path`, which lives on by itself.
+        std::function<void(const QString &path)> start;
+        cloud::PeerCheck peerCheck;
+    };
+
+    explicit ORBUpdate(Environment environment, QObject *parent = nullptr);
 
 signals:
     // A newer installer is ready on disk.
     void updateSignal(QString note, bool isForce);
-    // Installer download progress, 0 to 1.
+    // Installer download progress, 0 to 1; negative while the size is unknown.
     void processStatus(float val);
     // The installer download has ended, successfully or not.
     void downExeFinish();
 
 public:
-    // Starts the downloaded installer; false when there is none.
+    // Starts the downloaded installer; false when there is none, and whenever
+    // it was called before.
     Q_INVOKABLE bool setup();
     // The assistant's version as it is shown, for example "v1.1.16".
     Q_INVOKABLE QString version();
+
+private:
+    QNetworkReply *get(const QUrl &url);
+    void fetchTable();
+    void queryVersion();
+    void readVersion(QNetworkReply *reply);
+    void offer(const QJsonObject &data);
+    void fetchInstaller();
+
+    const Environment environment_;
+    QNetworkAccessManager *networkManager_;
+    QString downloadUrl_;
+    QString note_; // as HTML
+    QString installerPath_;
+    bool isForce_ = false;
+    bool setupStarted_ = false;
 };

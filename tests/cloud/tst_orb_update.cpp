@@ -1,21 +1,326 @@
 #include "cloud/orb_update.h"
+
+#include "peers/cloud_sim/pattern.h"
+#include "tests/cloud/cloud_peer.h"
 #include "tests/support/test_case.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMetaMethod>
+#include <QNetworkReply>
+#include <QSignalSpy>
+
+namespace {
+
+// Answers to the version query with a newer version and these members beside.
+QJsonObject newer(const QJsonObject &members = {})
+{
+    QJsonObject data{{"version", "1.1.17.500"},
+                     {"forced", 0},
+                     {"note", "New"},
+                     {"url", "{base}/download/Setup.exe"}};
+    for (auto it = members.begin(); it != members.end(); ++it)
+        data[it.key()] = it.value();
+    return {{"version", QJsonObject{{"json", QJsonObject{{"errCode", 0}, {"data", data}}}}}};
+}
+
+QJsonObject with(QJsonObject answers, const QString &service, const QJsonObject &answer)
+{
+    answers[service] = answer;
+    return answers;
+}
+
+const QJsonObject shortTable{{"body", "{\"cpu\":{}}"}};
+
+} // namespace
 
 class TestOrbUpdate : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void theVersionIsShownWithThreeParts()
+    std::unique_ptr<CloudPeer> cloud_;
+    std::unique_ptr<ORBUpdate> update_;
+    QStringList started_;
+    QStringList offers_; // "note|true"
+    QList<float> progress_;
+    int finished_ = 0;
+
+    QString download() const { return path("data/download"); }
+    QString installer() const { return download() + "/Setup.exe"; }
+
+    void make(const QString &host)
     {
-        ORBUpdate update;
-        QCOMPARE(update.version(), QString("v1.1.16"));
+        update_ = std::make_unique<ORBUpdate>(ORBUpdate::Environment{
+            host, path("data"), [this](const QString &program) { started_ << program; },
+            cloud::PeerCheck::Off});
+        connect(update_.get(), &ORBUpdate::updateSignal, this,
+                [this](const QString &note, bool isForce) {
+                    offers_ << note + (isForce ? "|true" : "|false");
+                });
+        connect(update_.get(), &ORBUpdate::processStatus, this,
+                [this](float value) { progress_ << value; });
+        connect(update_.get(), &ORBUpdate::downExeFinish, this, [this] { ++finished_; });
+    }
+    // Lets one run's check happen, to its end.
+    void check(const QJsonObject &answers)
+    {
+        cloud_->begin(answers);
+        make(cloud_->host());
+        settle();
+    }
+    void settle()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(update_->findChildren<QNetworkReply *>().isEmpty(), 60000);
+    }
+    QList<Received> requestsTo(const QByteArray &target) const
+    {
+        QList<Received> list = cloud_->received();
+        list.erase(std::remove_if(list.begin(), list.end(),
+                                  [&](const Received &r) { return r.target != target; }),
+                   list.end());
+        return list;
+    }
+    int loggedWith(const QString &text) const { return logged().filter(text).size(); }
+
+private slots:
+    void initTestCase()
+    {
+        cloud_ = std::make_unique<CloudPeer>();
+        QVERIFY(cloud_->isUp());
+    }
+    void cleanupTestCase() { cloud_.reset(); }
+
+    void init()
+    {
+        TestCase::init();
+        started_.clear();
+        offers_.clear();
+        progress_.clear();
+        finished_ = 0;
+    }
+    void cleanup()
+    {
+        update_.reset();
+        TestCase::cleanup();
     }
 
-    void withoutAnInstallerSetupFails()
+    void theSignalsAndMethodsStandInTheirOrder()
     {
-        ORBUpdate update;
-        QVERIFY(!update.setup());
+        const QMetaObject &meta = ORBUpdate::staticMetaObject;
+        QStringList methods;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+            methods << QString::fromLatin1(meta.method(i).typeName()) + ' ' +
+                           QString::fromLatin1(meta.method(i).methodSignature());
+        QCOMPARE(methods,
+                 QStringList({"void updateSignal(QString,bool)", "void processStatus(float)",
+                              "void downExeFinish()", "bool setup()", "QString version()"}));
+    }
+
+    void theVersionIsShownWithThreeParts()
+    {
+        make("127.0.0.1:9/@none");
+        QCOMPARE(update_->version(), QString("v1.1.16"));
+    }
+
+    void theTableIsAskedForAndThenTheVersion()
+    {
+        check({{"table", shortTable}});
+        const QList<Received> table = requestsTo("/orbresource/pc_compare.json");
+        QCOMPARE(table.size(), 1);
+        QCOMPARE(table[0].method, QByteArray("GET"));
+        QCOMPARE(table[0].body, QByteArray());
+        const QList<Received> version = requestsTo("/vrmcsys/appstore/getAlvrVerInfo");
+        QCOMPARE(version.size(), 1);
+        QCOMPARE(version[0].method, QByteArray("POST"));
+        QCOMPARE(version[0].headers.value("Content-Type"), QByteArray("text/plain;charset=UTF-8"));
+        QCOMPARE(version[0].headers.value("Content-Length"), QByteArray("2"));
+        QCOMPARE(version[0].body, QByteArray("{}"));
+        QCOMPARE(cloud_->receivedCount(), 2);
+        QCOMPARE(readFile("compare.json"), QByteArray("{\"cpu\":{}}"));
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(logged(), QStringList());
+        QVERIFY(!QFileInfo::exists(download()));
+    }
+
+    void theTableGoesWhereTheProgramStarted()
+    {
+        cloud_->begin(QJsonObject{{"table", shortTable}});
+        make(cloud_->host());
+        QVERIFY(QDir(dir()).mkdir("other"));
+        QVERIFY(QDir::setCurrent(path("other")));
+        settle();
+        QVERIFY(QDir::setCurrent(dir()));
+        QCOMPARE(readFile("compare.json"), QByteArray("{\"cpu\":{}}"));
+        QVERIFY(!QFileInfo::exists("other/compare.json"));
+    }
+
+    void aTableThatDoesNotComeLeavesTheOldOne_data()
+    {
+        QTest::addColumn<QJsonObject>("answer");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("500")
+            << QJsonObject{{"status", 500}, {"body", "broken"}}
+            << "Download of https://{host}/orbresource/pc_compare.json failed: Error "
+               "transferring https://{host}/orbresource/pc_compare.json - server "
+               "replied: Internal Server Error\n";
+        QTest::newRow("cut") << QJsonObject{{"size", 4000}, {"cutAfter", 1000}}
+                             << "Download of https://{host}/orbresource/pc_compare.json failed: "
+                                "Connection closed\n";
+        for (const int status : {301, 302, 303, 305, 307, 308}) {
+            QTest::addRow("%d", status)
+                << QJsonObject{{"status", status},
+                               {"headers", QJsonObject{{"Location", "{base}/download/x"}}},
+                               {"body", "moved"}}
+                << "https://{host}/orbresource/pc_compare.jsonRequest was redirected.\n";
+        }
+    }
+    void aTableThatDoesNotComeLeavesTheOldOne()
+    {
+        QFETCH(QJsonObject, answer);
+        QFETCH(QString, line);
+        writeFile("compare.json", "old");
+        check({{"table", answer}});
+        QCOMPARE(readFile("compare.json"), QByteArray("old"));
+        QCOMPARE(logged(), QStringList(line.replace("{host}", cloud_->host())));
+        QCOMPARE(cloud_->receivedCount(), 2); // nobody went elsewhere
+    }
+
+    void aTableThatCannotBeSavedIsLogged()
+    {
+        QVERIFY(QDir(dir()).mkdir("compare.json"));
+        check({{"table", shortTable}});
+        QCOMPARE(logged(), QStringList("down compare.json fail"));
+        QVERIFY(QFileInfo("compare.json").isDir());
+    }
+
+    void aNewerVersionIsFetchedAndThenOffered()
+    {
+        check(with(newer(), "installer", {{"size", 300000}}));
+        QCOMPARE(offers_, QStringList("New|false"));
+        QCOMPARE(finished_, 1);
+        QCOMPARE(loggedCount("start update"), 1);
+        QCOMPARE(readFile("data/download/Setup.exe"), pattern(0, 300000));
+        QVERIFY(!progress_.isEmpty());
+        QCOMPARE(progress_.last(), 1.0f);
+        QVERIFY(std::is_sorted(progress_.begin(), progress_.end()));
+        QVERIFY(progress_.first() >= 0);
+        const QList<Received> request = requestsTo("/download/Setup.exe");
+        QCOMPARE(request.size(), 1);
+        QCOMPARE(request[0].method, QByteArray("GET"));
+    }
+
+    void onlyTheNumberOneMakesAnUpdateMandatory_data()
+    {
+        QTest::addColumn<QJsonValue>("forced");
+        QTest::addColumn<bool>("isForce");
+        QTest::newRow("0") << QJsonValue(0) << false;
+        QTest::newRow("1") << QJsonValue(1) << true;
+        QTest::newRow("2") << QJsonValue(2) << false;
+        QTest::newRow("-1") << QJsonValue(-1) << false;
+        QTest::newRow("true") << QJsonValue(true) << false;
+        QTest::newRow("\"1\"") << QJsonValue("1") << false;
+        QTest::newRow("absent") << QJsonValue(QJsonValue::Undefined) << false;
+    }
+    void onlyTheNumberOneMakesAnUpdateMandatory()
+    {
+        QFETCH(QJsonValue, forced);
+        QFETCH(bool, isForce);
+        check(newer({{"forced", forced}}));
+        QCOMPARE(offers_, QStringList(isForce ? "New|true" : "New|false"));
+    }
+
+    void theNoteGetsItsLineBreaks_data()
+    {
+        QTest::addColumn<QString>("note");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("two lines") << "First./nSecond."
+                                   << "First.<br>Second.";
+        QTest::newRow("line feed stays") << "First.\nSecond."
+                                         << "First.\nSecond.";
+        QTest::newRow("capital stays") << "First./NSecond."
+                                       << "First./NSecond.";
+        QTest::newRow("twice") << "a/n/nb"
+                               << "a<br><br>b";
+        QTest::newRow("Chinese") << "新版本/n更快"
+                                 << "新版本<br>更快";
+        QTest::newRow("empty") << ""
+                               << "";
+    }
+    void theNoteGetsItsLineBreaks()
+    {
+        QFETCH(QString, note);
+        QFETCH(QString, shown);
+        check(newer({{"note", note}}));
+        QCOMPARE(offers_, QStringList(shown + "|false"));
+    }
+
+    void anInstallerThatIsThereIsOfferedWithoutADownload()
+    {
+        QVERIFY(QDir().mkpath(download()));
+        writeFile("data/download/Setup.exe", "another build");
+        check(newer({{"forced", 1}}));
+        QCOMPARE(offers_, QStringList("New|true"));
+        QCOMPARE(finished_, 0);
+        QVERIFY(progress_.isEmpty());
+        QCOMPARE(cloud_->receivedCount(), 2);
+        QCOMPARE(readFile("data/download/Setup.exe"), QByteArray("another build"));
+    }
+
+    void anInstallerThatDoesNotComeIsNotOffered_data()
+    {
+        QTest::addColumn<QJsonObject>("answer");
+        QTest::addColumn<QString>("line");
+        const QString failed = "Download of https://{host}/download/Setup.exe failed: ";
+        QTest::newRow("500") << QJsonObject{{"status", 500}}
+                             << failed + "Error transferring https://{host}/download/Setup.exe - "
+                                         "server replied: Internal Server Error\n";
+        QTest::newRow("cut") << QJsonObject{{"size", 300000}, {"cutAfter", 150000}}
+                             << failed + "Connection closed\n";
+        for (const int status : {301, 302, 303, 305, 307, 308}) {
+            QTest::addRow("%d", status)
+                << QJsonObject{{"status", status},
+                               {"headers", QJsonObject{{"Location", "{base}/download/x"}}},
+                               {"body", "moved"}}
+                << "Request was redirected.\n";
+        }
+    }
+    void anInstallerThatDoesNotComeIsNotOffered()
+    {
+        QFETCH(QJsonObject, answer);
+        QFETCH(QString, line);
+        check(with(newer(), "installer", answer));
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 1);
+        QCOMPARE(logged(), QStringList({"start update", line.replace("{host}", cloud_->host())}));
+        QCOMPARE(QDir(download()).entryList(QDir::Files | QDir::Hidden), QStringList());
+        QCOMPARE(cloud_->receivedCount(), 3);
+        QVERIFY(!update_->setup());
+    }
+
+    void setupStartsTheInstallerOnce()
+    {
+        check(newer());
+        QVERIFY(update_->setup());
+        QCOMPARE(started_, QStringList(installer()));
+        QVERIFY(!update_->setup());
+        QCOMPARE(started_.size(), 1);
+    }
+
+    void withoutAnInstallerSetupFailsForGood()
+    {
+        check(newer());
+        QVERIFY(QFile::rename(installer(), path("away")));
+        QVERIFY(!update_->setup());
+        QVERIFY(QFile::rename(path("away"), installer()));
+        QVERIFY(!update_->setup());
+        QVERIFY(started_.isEmpty());
+    }
+
+    void withoutAnUpdateSetupFails()
+    {
+        make("127.0.0.1:9/@none");
+        QVERIFY(!update_->setup());
+        QVERIFY(started_.isEmpty());
     }
 };
 
