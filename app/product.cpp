@@ -1,6 +1,8 @@
 #include "app/product.h"
 
 #include "base/clock.h"
+#include "cloud/cloud_host.h"
+#include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
 #include "controller/orb_manager.h"
@@ -8,6 +10,7 @@
 #include "link/sys_manager.h"
 #include "qml/resources.h"
 #include "res/resources.h"
+#include "steamvr/shell_launch.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
 
@@ -28,6 +31,7 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
+    const QString dataDir = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     const ORBManager::Services services = {
         Clock::system(),
         ConfigManager::instance(),
@@ -35,13 +39,24 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
         SystemInfo::instance(),
         []() -> HeadsetLink & { return SysManager::instance(); },
         []() -> AdbManger & { return AdbManger::instance(); },
-        {},
+        [](const QString &id, const QJsonObject &extraData) {
+            HttpManager::instance().addEvent(id, extraData);
+        },
         [](const QUrl &url) { QDesktopServices::openUrl(url); },
         QCoreApplication::applicationDirPath(),
-        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
+        dataDir,
+        [] { HttpManager::instance().sendEvents(false); },
+        [](const QString &path, const QString &fileName) {
+            HttpManager::instance().uploadFile(path, fileName);
+        },
     };
     orb_ = new ORBManager(services, app);
-    update_ = new ORBUpdate(app);
+    update_ = new ORBUpdate({cloud::host(), dataDir,
+                             [](const QString &path) { shell_launch::startDetached(path, {}); },
+                             cloud::builtPeerCheck()},
+                            app);
+    QObject::connect(app, &QCoreApplication::aboutToQuit, app,
+                     [] { HttpManager::instance().disconnectAll(); });
 }
 
 void Product::publish(QQmlApplicationEngine &engine) const

@@ -1,10 +1,12 @@
 #include "controller/orb_manager.h"
 
 #include "base/clock.h"
+#include "base/file_io.h"
 #include "config/config_manager.h"
 #include "config/recent_headsets.h"
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
+#include "controller/feedback.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
 #include "controller/poll.h"
@@ -178,7 +180,10 @@ QString ORBManager::simplySystemInfo() const
 
 ORBManager::HardwareState ORBManager::pcHardware() const
 {
-    return NotCanRun;
+    const HardwareState state = NotCanRun;
+    // Each reading counts, also those by which a page keeps itself current.
+    events_.modeViewed(mode_->wired(), state != NotCanRun);
+    return state;
 }
 
 ORBManager::SteamState ORBManager::steamState() const
@@ -311,7 +316,17 @@ void ORBManager::gotoWeb(ORBManager::Urls url)
     }
 }
 
-void ORBManager::sendFeecback(QString, QString) {}
+void ORBManager::sendFeecback(QString content, QString id)
+{
+    const QString path = services_.dataDir + QStringLiteral("/feedback.json");
+    const QByteArray document = feedback::document(content, id, services_.system.toJson());
+    if (replaceFile(path, document) != WriteResult::Ok) {
+        qInfo("feedback.json cannot be written");
+        return;
+    }
+    if (services_.upload)
+        services_.upload(path, feedback::name(services_.clock.now(), flow_->currentSerial(), id));
+}
 
 void ORBManager::setEffects(int definition, int fps, int encodType, bool audiostatus, bool tenbit,
                             bool fullRange, bool Hdr)
@@ -372,6 +387,8 @@ QString ORBManager::trimmedString(QString str)
 void ORBManager::closeApp()
 {
     events_.programClosed(startTime_.secsTo(services_.clock.now()));
+    if (services_.sendEvents)
+        services_.sendEvents();
 }
 
 void ORBManager::shutdownADB()

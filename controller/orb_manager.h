@@ -87,6 +87,11 @@ public:
         std::function<void(const QUrl &)> openUrl;
         QString applicationDir; // where the program lies, without a slash at the end
         QString dataDir;        // of the files that the program keeps for itself
+        // Sends the events reported so far, and returns when that is over; may
+        // be empty.
+        std::function<void()> sendEvents = {};
+        // Sends a file to the vendor cloud, in the background; may be empty.
+        std::function<void(const QString &path, const QString &fileName)> upload = {};
     };
 
     explicit ORBManager(Services services, QObject *parent = nullptr);

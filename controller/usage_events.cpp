@@ -45,6 +45,13 @@ void UsageEvents::streamMode(bool wired, bool isSwitch) const
     }
 }
 
+void UsageEvents::modeViewed(bool wired, bool isAvailable) const
+{
+    report(wired ? "streamingAssistant_streaming_wiredStreaming_0_0_page_view"
+                 : "streamingAssistant_streaming_wirelessStreaming_0_0_page_view",
+           {{QStringLiteral("is_available"), isAvailable}});
+}
+
 void UsageEvents::steamAppEnded(int seconds, const QString &appName, bool wired) const
 {
     report("streamingAssistant_steamvr_0_0_0_module_pend",

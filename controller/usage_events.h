@@ -28,6 +28,8 @@ public:
     void programStarted() const;
     // The user chose a mode for the first time, or left `wired` for the other.
     void streamMode(bool wired, bool isSwitch) const;
+    // The page of the mode was looked at, with or without a PC that can stream.
+    void modeViewed(bool wired, bool isAvailable) const;
     void steamAppEnded(int seconds, const QString &appName, bool wired) const;
     void programClosed(qint64 seconds) const;
 

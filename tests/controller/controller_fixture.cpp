@@ -163,7 +163,11 @@ ORBManager &ControllerFixture::orb()
                              [this](const QString &id, const QJsonObject &data) {
                                  events.append({id, data});
                              },
-                             [this](const QUrl &url) { opened.append(url); }, applicationDir, dir});
+                             [this](const QUrl &url) { opened.append(url); }, applicationDir, dir,
+                             [this] { sentAfter.append(events.size()); },
+                             [this](const QString &path, const QString &name) {
+                                 uploads.append({path, name});
+                             }});
 
     const auto note = [this](const char *name) { return [this, name] { emitted << name; }; };
     ORBManager *orb = orb_.get();

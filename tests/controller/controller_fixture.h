@@ -94,6 +94,8 @@ struct ControllerFixture : PcFixture
     QStringList toasts() const;
 
     QList<QPair<QString, QJsonObject>> events;
+    QList<int> sentAfter;                   // how many events there were when they were sent
+    QList<QPair<QString, QString>> uploads; // path and name
     QList<QUrl> opened;
     bool linkMade = false;
     QString applicationDir = QStringLiteral("C:/KOLM");

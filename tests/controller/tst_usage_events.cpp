@@ -50,6 +50,28 @@ private slots:
         QCOMPARE(data, QJsonObject());
     }
 
+    void thePageOfAModeTellsWhetherThePcCanStream_data()
+    {
+        QTest::addColumn<bool>("wired");
+        QTest::addColumn<bool>("isAvailable");
+        QTest::addColumn<QString>("event");
+        const QString wired = "streamingAssistant_streaming_wiredStreaming_0_0_page_view";
+        const QString wireless = "streamingAssistant_streaming_wirelessStreaming_0_0_page_view";
+        QTest::newRow("wired") << true << true << wired;
+        QTest::newRow("wired, cannot") << true << false << wired;
+        QTest::newRow("wireless") << false << true << wireless;
+        QTest::newRow("wireless, cannot") << false << false << wireless;
+    }
+    void thePageOfAModeTellsWhetherThePcCanStream()
+    {
+        QFETCH(bool, wired);
+        QFETCH(bool, isAvailable);
+        QFETCH(QString, event);
+        events.modeViewed(wired, isAvailable);
+        QCOMPARE(id, event);
+        QCOMPARE(data, (QJsonObject{{"is_available", isAvailable}}));
+    }
+
     void theQualityIsNamedAsReportsAlwaysDid_data()
     {
         QTest::addColumn<int>("definition");
