@@ -113,6 +113,7 @@ QString SystemInfo::networkCategoryOf(const QString &queryOutput)
 
 QJsonObject SystemInfo::toJson() const
 {
+    const std::lock_guard<std::mutex> lock(deviceSNMutex_);
     return {
         {QStringLiteral("streamingAssistantVersion"), version_},
         {QStringLiteral("GUID"), machineGuid_},
@@ -136,8 +137,10 @@ QStringList SystemInfo::gpuNames() const
 
 void SystemInfo::setDeviceSN(const QString &serial)
 {
-    if (!serial.isEmpty() && serial != deviceSN_)
-        deviceSN_ = serial;
+    if (serial.isEmpty())
+        return;
+    const std::lock_guard<std::mutex> lock(deviceSNMutex_);
+    deviceSN_ = serial;
 }
 
 QString SystemInfo::minimumCpu()

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <mutex>
+
 class QProcess;
 
 // Lives on the GUI thread.
@@ -23,7 +25,7 @@ public:
 
     static SystemInfo &instance();
 
-    // The description that goes with every usage event.
+    // The description that goes with every usage event. Any thread.
     QJsonObject toJson() const;
 
     QString cpuName() const { return cpu_; }
@@ -98,7 +100,8 @@ private:
     QString vram_;
     QString hostName_;
     QString directX_;
-    QString deviceSN_;
+    QString deviceSN_; // changes later, so it has a lock
+    mutable std::mutex deviceSNMutex_;
     QString networkCategory_;
     QString version_;
     bool audioSupported_ = false;
