@@ -42,4 +42,5 @@ QtObject {
     readonly property int itemRadius: 8
     readonly property int controlHeight: 40
     readonly property int iconSize: 24
+    readonly property int settingNameWidth: 168
 }

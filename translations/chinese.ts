@@ -435,15 +435,15 @@
     </message>
     <message>
         <source>码率20 Mbps，适合较弱的网络</source>
-        <translation>20 Mbps, for weak networks</translation>
+        <translation type="vanished">20 Mbps, for weak networks</translation>
     </message>
     <message>
         <source>码率50 Mbps，兼顾画质和延迟</source>
-        <translation>50 Mbps, good picture at low latency</translation>
+        <translation type="vanished">50 Mbps, good picture at low latency</translation>
     </message>
     <message>
         <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
-        <translation>100 Mbps, for a cable or fast Wi-Fi</translation>
+        <translation type="vanished">100 Mbps, for a cable or fast Wi-Fi</translation>
     </message>
     <message>
         <source>流畅</source>
@@ -500,6 +500,18 @@
     <message>
         <source>确定后SteamVR会重新启动，正在运行的VR游戏会被关闭</source>
         <translation>SteamVR will restart, which closes any running VR game</translation>
+    </message>
+    <message>
+        <source>适合信号较弱的网络，画面最流畅</source>
+        <translation>For weak networks, with the smoothest picture</translation>
+    </message>
+    <message>
+        <source>兼顾画质和延迟，适合大多数情况</source>
+        <translation>Good picture at low latency, right for most</translation>
+    </message>
+    <message>
+        <source>画质最好，适合有线连接或高速Wi-Fi</source>
+        <translation>The best picture, for a cable or fast Wi-Fi</translation>
     </message>
 </context>
 <context>

@@ -435,15 +435,15 @@
     </message>
     <message>
         <source>码率20 Mbps，适合较弱的网络</source>
-        <translation>20 Mbps。電波の弱いネットワーク向け</translation>
+        <translation type="vanished">20 Mbps。電波の弱いネットワーク向け</translation>
     </message>
     <message>
         <source>码率50 Mbps，兼顾画质和延迟</source>
-        <translation>50 Mbps。画質と遅延のバランス重視</translation>
+        <translation type="vanished">50 Mbps。画質と遅延のバランス重視</translation>
     </message>
     <message>
         <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
-        <translation>100 Mbps。有線接続や高速なWi-Fi向け</translation>
+        <translation type="vanished">100 Mbps。有線接続や高速なWi-Fi向け</translation>
     </message>
     <message>
         <source>流畅</source>
@@ -500,6 +500,18 @@
     <message>
         <source>确定后SteamVR会重新启动，正在运行的VR游戏会被关闭</source>
         <translation>SteamVRが再起動し、実行中のVRゲームは終了します</translation>
+    </message>
+    <message>
+        <source>适合信号较弱的网络，画面最流畅</source>
+        <translation>電波の弱いネットワーク向け。最もなめらかに表示します</translation>
+    </message>
+    <message>
+        <source>兼顾画质和延迟，适合大多数情况</source>
+        <translation>画質と遅延のバランスがよく、ほとんどの環境に適しています</translation>
+    </message>
+    <message>
+        <source>画质最好，适合有线连接或高速Wi-Fi</source>
+        <translation>最高の画質。有線接続や高速なWi-Fi向け</translation>
     </message>
 </context>
 <context>

@@ -43,54 +43,56 @@ FramelessWindow {
             radius: utils.cardRadius
             color: utils.orb_itemdowncolor
             border { width: 1; color: utils.outline }
-        }
-        ColumnLayout {
-            anchors.fill: parent
-            spacing: 0
 
-            RowLayout {
-                id: titleRow
-                spacing: 2 * utils.grid
-                Layout.fillWidth: true
-                Layout.preferredHeight: 9 * utils.grid
-
-                Label {
-                    id: heading
-                    objectName: "heading"
-                    text: dialog.title
-                    font.pixelSize: utils.textTitle
-                    font.bold: true
-                    wrapMode: Text.NoWrap
-                    Layout.fillWidth: true
-                    Layout.leftMargin: 4 * utils.grid
-                }
-                TitleBarButton {
-                    objectName: "close"
-                    text: qsTr("关闭")
-                    icon: "qrc:/res/image/orb_close.png"
-                    hoverColor: utils.closeHovered
-                    visible: dialog.closable
-                    Layout.rightMargin: 2 * utils.grid
-                    onClicked: dialog.cancelled()
-                }
-            }
             ColumnLayout {
-                id: column
-                spacing: 2 * utils.grid
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.leftMargin: 4 * utils.grid
-                Layout.rightMargin: 4 * utils.grid
-                Layout.bottomMargin: 3 * utils.grid
-            }
-            RowLayout {
-                id: buttonRow
-                spacing: 2 * utils.grid
-                visible: visibleChildren.length > 0
-                Layout.alignment: Qt.AlignRight
-                Layout.leftMargin: 4 * utils.grid
-                Layout.rightMargin: 4 * utils.grid
-                Layout.bottomMargin: 4 * utils.grid
+                anchors.fill: parent
+                spacing: 0
+
+                RowLayout {
+                    id: titleRow
+                    spacing: 2 * utils.grid
+                    Layout.fillWidth: true
+                    Layout.minimumHeight: 9 * utils.grid
+                    Layout.maximumHeight: 9 * utils.grid
+
+                    Label {
+                        id: heading
+                        objectName: "heading"
+                        text: dialog.title
+                        font.pixelSize: utils.textTitle
+                        font.bold: true
+                        wrapMode: Text.NoWrap
+                        Layout.fillWidth: true
+                        Layout.leftMargin: 4 * utils.grid
+                    }
+                    TitleBarButton {
+                        objectName: "close"
+                        text: qsTr("关闭")
+                        icon: "qrc:/res/image/orb_close.png"
+                        hoverColor: utils.closeHovered
+                        visible: dialog.closable
+                        Layout.rightMargin: 2 * utils.grid
+                        onClicked: dialog.cancelled()
+                    }
+                }
+                ColumnLayout {
+                    id: column
+                    spacing: 2 * utils.grid
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    Layout.leftMargin: 4 * utils.grid
+                    Layout.rightMargin: 4 * utils.grid
+                    Layout.bottomMargin: 3 * utils.grid
+                }
+                RowLayout {
+                    id: buttonRow
+                    spacing: 2 * utils.grid
+                    visible: children.length > 0
+                    Layout.alignment: Qt.AlignRight
+                    Layout.leftMargin: 4 * utils.grid
+                    Layout.rightMargin: 4 * utils.grid
+                    Layout.bottomMargin: 4 * utils.grid
+                }
             }
         }
     }

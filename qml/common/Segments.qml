@@ -56,6 +56,7 @@ Rectangle {
                 objectName: "option" + modelData.value
                 width: segments.width / segments.options.length
                 height: segments.height
+                z: activeFocus ? 1 : 0 // the ring lies over the neighbours
                 radius: segments.radius
                 color: chosen ? utils.accent : mouse.containsMouse ? utils.orb_itemcolor
                                                                    : utils.orb_backgroundcolor

@@ -11,15 +11,15 @@ GridLayout {
     default property alias control: place.data
 
     columns: 2
-    columnSpacing: 3 * utils.grid
-    rowSpacing: utils.grid / 2
+    columnSpacing: 0
+    rowSpacing: utils.grid
     Layout.fillWidth: true
 
     Label {
         text: row.name
         Layout.row: 0
         Layout.column: 0
-        Layout.preferredWidth: 18 * utils.grid
+        Layout.preferredWidth: utils.settingNameWidth
     }
     RowLayout {
         id: place

@@ -2,7 +2,7 @@ import QtQuick 2.15
 
 // A field to write one line or several into, with a limit. The tabulator moves
 // on, since nobody writes tables here.
-Rectangle {
+FocusScope {
     id: box
 
     property string text
@@ -21,10 +21,12 @@ Rectangle {
     }
 
     implicitHeight: multiline ? 20 * utils.grid : utils.controlHeight
-    radius: utils.itemRadius
-    color: utils.orb_backgroundcolor
-    border { width: 1; color: utils.outline }
-
+    Rectangle {
+        anchors.fill: parent
+        radius: utils.itemRadius
+        color: utils.orb_backgroundcolor
+        border { width: 1; color: utils.outline }
+    }
     Flickable {
         id: flick
         anchors.fill: parent
@@ -39,8 +41,6 @@ Rectangle {
 
         TextEdit {
             id: edit
-
-            readonly property Item surface: box
 
             function follow() {
                 const at = cursorRectangle;

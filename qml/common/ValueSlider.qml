@@ -28,6 +28,11 @@ RowLayout {
 
     spacing: 2 * utils.grid
 
+    Label {
+        text: slider.name
+        Layout.preferredWidth: 18 * utils.grid
+        Accessible.ignored: true
+    }
     Item {
         id: track
 
@@ -74,7 +79,7 @@ RowLayout {
             width: track.room
             height: utils.grid / 2
             radius: height / 2
-            color: utils.orb_backgroundcolor
+            color: utils.outline
         }
         Rectangle {
             anchors.verticalCenter: parent.verticalCenter

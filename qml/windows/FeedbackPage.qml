@@ -52,14 +52,13 @@ DialogWindow {
         }
     ]
 
-    DialogMessage {
+    DialogOutcome {
         objectName: "thanks"
         visible: dialog.sent
         mark: "done"
         text: qsTr("已提交，感谢您的反馈")
         detail: contact.text === "" ? qsTr("我们会根据您的反馈改进产品。")
                                     : qsTr("我们会根据您的反馈改进产品，需要时会与您联系。")
-        Layout.fillWidth: true
     }
     RowLayout {
         visible: !dialog.sent
@@ -110,9 +109,5 @@ DialogWindow {
         color: utils.textSecondary
         font.pixelSize: utils.textSmall
         Layout.fillWidth: true
-    }
-    Item {
-        visible: dialog.sent
-        Layout.fillHeight: true
     }
 }

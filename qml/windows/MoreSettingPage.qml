@@ -27,16 +27,23 @@ DialogWindow {
         }
     ]
 
+    DialogOutcome {
+        objectName: "searching"
+        visible: headsets.count === 0
+        mark: "busy"
+        text: qsTr("搜索中")
+        detail: qsTr("请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。")
+    }
     DialogMessage {
-        mark: headsets.count > 0 ? "attention" : "busy"
+        visible: headsets.count > 0
         text: headsets.count > 1 ? qsTr("发现多个VR眼镜，请选择要连接的眼镜")
-            : headsets.count === 1 ? qsTr("请选择要连接的眼镜") : qsTr("搜索中")
-        detail: headsets.count > 0 ? qsTr("串流设置按眼镜型号保存，连接后自动生效。")
-                                   : qsTr("请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。")
+                                 : qsTr("请选择要连接的眼镜")
+        detail: qsTr("串流设置按眼镜型号保存，连接后自动生效。")
         Layout.fillWidth: true
     }
     HeadsetList {
         id: headsets
+        visible: count > 0
         focus: true
         Layout.fillWidth: true
         Layout.fillHeight: true

@@ -8,7 +8,7 @@ DialogWindow {
 
     title: qsTr("请连接电源")
     width: 560
-    height: 280
+    height: 304
     onCancelled: close()
     onConfirmed: close()
     buttons: PushButton {

@@ -9,6 +9,12 @@ DialogWindow {
 
     readonly property int customDefinition: 3
     readonly property int hevc: 1
+    // What the fixed definitions stand for.
+    readonly property var presets: [
+        { bitRate: 20, use: qsTr("适合信号较弱的网络，画面最流畅") },
+        { bitRate: 50, use: qsTr("兼顾画质和延迟，适合大多数情况") },
+        { bitRate: 100, use: qsTr("画质最好，适合有线连接或高速Wi-Fi") }
+    ]
     readonly property bool custom: definition.value === customDefinition
     // The one change that SteamVR needs no restart for.
     readonly property bool onlyBitRate: custom && stored.definition === customDefinition
@@ -66,7 +72,7 @@ DialogWindow {
 
     title: qsTr("串流设置")
     width: 760
-    height: 680
+    height: 624
     onCancelled: close()
     onConfirmed: store()
     Component.onCompleted: {
@@ -89,9 +95,6 @@ DialogWindow {
 
     SettingRow {
         name: qsTr("清晰度")
-        explanation: [qsTr("码率20 Mbps，适合较弱的网络"), qsTr("码率50 Mbps，兼顾画质和延迟"),
-                      qsTr("码率100 Mbps，适合有线连接或高速Wi-Fi"),
-                      ""][definition.value]
 
         Segments {
             id: definition
@@ -102,32 +105,63 @@ DialogWindow {
             Layout.fillWidth: true
         }
     }
-    SettingRow {
-        visible: dialog.custom
-        name: qsTr("渲染比例")
+    Rectangle {
+        radius: utils.itemRadius
+        color: utils.orb_itemcolor
+        Layout.fillWidth: true
+        Layout.preferredHeight: 13 * utils.grid
+        Layout.leftMargin: utils.settingNameWidth
+        Layout.topMargin: -utils.grid
 
-        ValueSlider {
-            id: scale
-            objectName: "scale"
-            name: qsTr("渲染比例")
-            minimumValue: 50
-            maximumValue: 150
-            stepSize: 5
-            valueText: value + "%"
+        ColumnLayout {
+            anchors.fill: parent
+            anchors.leftMargin: 2 * utils.grid
+            anchors.rightMargin: 2 * utils.grid
+            anchors.topMargin: utils.grid
+            anchors.bottomMargin: utils.grid
+            visible: dialog.custom
+            spacing: 0
+
+            ValueSlider {
+                id: scale
+                objectName: "scale"
+                name: qsTr("渲染比例")
+                minimumValue: 50
+                maximumValue: 150
+                stepSize: 5
+                valueText: value + "%"
+            }
+            ValueSlider {
+                id: bitRate
+                objectName: "bitRate"
+                name: orb.wired ? qsTr("码率（有线）") : qsTr("码率（无线）")
+                minimumValue: 10
+                maximumValue: 200
+                stepSize: 5
+                valueText: value + " Mbps"
+            }
         }
-    }
-    SettingRow {
-        visible: dialog.custom
-        name: orb.wired ? qsTr("码率（有线）") : qsTr("码率（无线）")
+        Column {
+            readonly property var preset: dialog.presets[definition.value]
 
-        ValueSlider {
-            id: bitRate
-            objectName: "bitRate"
-            name: orb.wired ? qsTr("码率（有线）") : qsTr("码率（无线）")
-            minimumValue: 10
-            maximumValue: 200
-            stepSize: 5
-            valueText: value + " Mbps"
+            objectName: "preset"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.margins: 2 * utils.grid
+            visible: !dialog.custom
+            spacing: utils.grid / 2
+
+            Label {
+                objectName: "presetRate"
+                text: parent.preset ? parent.preset.bitRate + " Mbps" : ""
+                font.pixelSize: utils.textTitle
+            }
+            Label {
+                text: parent.preset ? parent.preset.use : ""
+                color: utils.textSecondary
+                width: parent.width
+            }
         }
     }
     SettingRow {

@@ -12,7 +12,7 @@ DialogWindow {
 
     title: qsTr("系统信息")
     width: 1120
-    height: 584
+    height: 640
     onCancelled: close()
     onConfirmed: close()
     buttons: PushButton {
@@ -23,13 +23,12 @@ DialogWindow {
         onClicked: dialog.confirmed()
     }
 
-    DialogMessage {
+    DialogOutcome {
         objectName: "empty"
         visible: dialog.columns.length === 0
         mark: "busy"
         text: qsTr("检测中")
         detail: qsTr("选择串流方式后，会检测这台电脑的配置。")
-        Layout.fillWidth: true
     }
     RowLayout {
         visible: dialog.columns.length > 0
@@ -71,7 +70,7 @@ DialogWindow {
                         ColumnLayout {
                             spacing: 2
                             Layout.fillWidth: true
-                            Layout.preferredHeight: 8 * utils.grid
+                            Layout.preferredHeight: 9 * utils.grid
 
                             Label {
                                 text: modelData[0]
@@ -96,9 +95,5 @@ DialogWindow {
                 }
             }
         }
-    }
-    Item {
-        visible: dialog.columns.length === 0
-        Layout.fillHeight: true
     }
 }

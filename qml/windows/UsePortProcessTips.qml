@@ -45,11 +45,16 @@ DialogWindow {
         }
     ]
 
+    DialogOutcome {
+        objectName: "free"
+        visible: dialog.free
+        text: qsTr("端口已释放")
+        detail: qsTr("现在可以开始串流了。")
+    }
     DialogMessage {
-        mark: dialog.free ? "done" : "attention"
-        text: dialog.free ? qsTr("端口已释放") : qsTr("以下程序占用了串流所需的端口")
-        detail: dialog.free ? qsTr("现在可以开始串流了。")
-                            : qsTr("请关闭这些程序，然后重新检测。")
+        visible: !dialog.free
+        text: qsTr("以下程序占用了串流所需的端口")
+        detail: qsTr("请关闭这些程序，然后重新检测。")
         Layout.fillWidth: true
     }
     ScrollArea {
@@ -75,10 +80,6 @@ DialogWindow {
                 }
             }
         }
-    }
-    Item {
-        visible: dialog.free
-        Layout.fillHeight: true
     }
     Connections {
         target: orb

@@ -1,3 +1,4 @@
+#include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
@@ -18,6 +19,8 @@ private slots:
 
     void textsHaveRoom_data();
     void textsHaveRoom();
+    void textsOfDialogsHaveRoom_data();
+    void textsOfDialogsHaveRoom();
     void tipOfASecondCopyHasRoom_data();
     void tipOfASecondCopyHasRoom();
 
@@ -68,18 +71,25 @@ void TestFit::set(Interface &pages, const QString &state)
 QStringList TestFit::complaints(QQuickItem *root)
 {
     QStringList found;
+    QList<QPair<QString, QRectF>> texts;
     const QList<QQuickItem *> items = Interface::shownItems(root);
     for (QQuickItem *item : items) {
         if (!item->inherits("QQuickText"))
             continue;
         const QString text = item->property("text").toString();
+        const QRectF drawn = item->mapRectToScene(item->boundingRect());
+        for (const auto &other : texts) {
+            if (other.second.adjusted(1, 1, -1, -1).intersects(drawn))
+                found.append("lies over " + other.first + ": " + text);
+        }
+        texts.append({text, drawn});
         if (item->property("truncated").toBool())
             found.append("cut off: " + text);
         if (item->property("contentWidth").toReal() > item->width() + 1 ||
             item->property("contentHeight").toReal() > item->height() + 1)
             found.append("larger than its place: " + text);
         for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
-            if (around->inherits("QQuickListView"))
+            if (around->inherits("QQuickFlickable"))
                 break; // it scrolls
             if (!around->inherits("QQuickRectangle"))
                 continue;
@@ -114,6 +124,31 @@ void TestFit::textsHaveRoom()
     set(pages, state);
     pages.settle();
     QCOMPARE(complaints(pages.window()->contentItem()), QStringList());
+}
+
+void TestFit::textsOfDialogsHaveRoom_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("state");
+    for (const char *language : {"", "chinese", "japanese"}) {
+        for (int state = 0; state < int(dialogStates().size()); ++state)
+            QTest::addRow("%s, %s", *language ? language : "source", dialogStates()[state].name)
+                << language << state;
+    }
+}
+
+void TestFit::textsOfDialogsHaveRoom()
+{
+    QFETCH(QString, language);
+    QFETCH(int, state);
+
+    const auto installed = translator(language);
+    Interface pages;
+    QVERIFY(pages.load());
+    dialogStates().at(size_t(state)).show(pages);
+    pages.settle();
+    QVERIFY(pages.dialog());
+    QCOMPARE(complaints(pages.dialog()->contentItem()), QStringList());
 }
 
 void TestFit::tipOfASecondCopyHasRoom_data()

@@ -1,0 +1,417 @@
+#include "tests/qml/dialog_states.h"
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QCloseEvent>
+
+namespace {
+
+QString zh(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+} // namespace
+
+// What each dialog says and what it asks of the controller.
+class TestDialogs : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { registerInterface(); }
+
+    void everyDialogHasTheSameFrame_data() { states(); }
+    void everyDialogHasTheSameFrame();
+    void everyWayOutAsksForNothing_data();
+    void everyWayOutAsksForNothing();
+    void mainButtonDoesWhatItSays_data();
+    void mainButtonDoesWhatItSays();
+
+    void switchIsOnlyAskedForWhenTheDialogIsGone();
+    void batteryNoticeGoesWithTheBattery();
+    void driverNoticeLeadsToTheHelp();
+    void programsAreListed_data();
+    void programsAreListed();
+    void portsThatAreStillTakenKeepTheNotice();
+    void portsThatAreFreeAreAnnounced();
+
+    void installedUpdateClosesTheProgram();
+    void failedUpdateMayBeTriedAgain();
+    void optionalUpdateMayWait_data();
+    void optionalUpdateMayWait();
+    void forcedUpdateCannotBePutOff();
+    void declinedForcedUpdateLeavesTheProgram_data();
+    void declinedForcedUpdateLeavesTheProgram();
+    void noteIsShownLineByLineAndUnread();
+    void downloadShowsHowFarItIs();
+
+    void systemIsShownInThreeColumns();
+    void systemFollowsTheCheck();
+    void waitEndsByItself();
+    void waitCannotBeSkipped();
+
+private:
+    static void states()
+    {
+        QTest::addColumn<int>("state");
+        for (int state = 0; state < int(dialogStates().size()); ++state)
+            QTest::addRow("%s", dialogStates()[size_t(state)].name) << state;
+    }
+    static void show(Interface &pages, const QString &name)
+    {
+        QVERIFY(pages.load());
+        for (const DialogState &state : dialogStates()) {
+            if (name == QLatin1String(state.name))
+                state.show(pages);
+        }
+        QVERIFY(pages.dialog());
+        pages.settle();
+        pages.orb.calls.clear();
+    }
+    static QStringList texts(Interface &pages)
+    {
+        QStringList texts;
+        for (QQuickItem *item : Interface::shownItems(pages.dialog()->contentItem())) {
+            if (item->inherits("QQuickText"))
+                texts.append(item->property("text").toString());
+        }
+        return texts;
+    }
+    static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
+};
+
+void TestDialogs::everyDialogHasTheSameFrame()
+{
+    QFETCH(int, state);
+    Interface pages;
+    show(pages, QLatin1String(dialogStates()[size_t(state)].name));
+    const FramelessQuickWindow *dialog = pages.dialog();
+    QVERIFY(!dialog->needShadow());
+    QVERIFY(dialog->titleBar());
+    QVERIFY(!dialog->title().isEmpty());
+    QCOMPARE(texts(pages).first(), dialog->title());
+    QVERIFY(dialog->width() <= pages.window()->width());
+    QVERIFY(dialog->height() <= pages.window()->height());
+    // On the grid, so that nothing is blurred at 125 %.
+    QCOMPARE(dialog->width() % 8, 0);
+    QCOMPARE(dialog->height() % 8, 0);
+}
+
+void TestDialogs::everyWayOutAsksForNothing_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("way");
+    for (const char *state :
+         {"settings, custom", "headsets", "feedback", "feedback, full", "system", "confirm wired",
+          "power", "network", "ports", "driver", "update"}) {
+        for (const char *way : {"Escape", "icon", "close request", "cancel"}) {
+            const bool onlyOneButton =
+                QList<QByteArray>{"system", "power", "driver"}.contains(state);
+            if (!onlyOneButton || qstrcmp(way, "cancel") != 0)
+                QTest::addRow("%s, %s", state, way) << state << way;
+        }
+    }
+}
+
+void TestDialogs::everyWayOutAsksForNothing()
+{
+    QFETCH(QString, state);
+    QFETCH(QString, way);
+
+    Interface pages;
+    show(pages, state);
+    if (way == "Escape") {
+        press(pages, Qt::Key_Escape);
+    } else if (way == "icon") {
+        pages.click(pages.inDialog("close"));
+    } else if (way == "cancel") {
+        pages.click(pages.inDialog("cancel"));
+    } else {
+        QCloseEvent request;
+        QCoreApplication::sendEvent(pages.dialog(), &request);
+    }
+    QVERIFY(!pages.dialog());
+    QVERIFY(pages.window()->isVisible());
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogs::mainButtonDoesWhatItSays_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QStringList>("calls");
+    QTest::addColumn<bool>("byKey");
+    for (bool byKey : {false, true}) {
+        const char *how = byKey ? "Enter" : "mouse";
+        const auto row = [&](const char *state, const QStringList &calls) {
+            QTest::addRow("%s, %s", state, how) << state << calls << byKey;
+        };
+        row("confirm wired", {"reportstreamMode false true", "wired=true"});
+        row("confirm wireless", {"reportstreamMode true true", "wired=false"});
+        row("power", {});
+        row("network", {"openNetworkSetting"});
+        row("driver", {});
+        row("system", {});
+        row("ports, free", {});
+    }
+}
+
+void TestDialogs::mainButtonDoesWhatItSays()
+{
+    QFETCH(QString, state);
+    QFETCH(QStringList, calls);
+    QFETCH(bool, byKey);
+
+    Interface pages;
+    show(pages, state);
+    if (byKey)
+        press(pages, Qt::Key_Return);
+    else
+        pages.click(pages.inDialog("confirm"));
+    QVERIFY(!pages.dialog());
+    QCOMPARE(pages.orb.calls, calls);
+}
+
+void TestDialogs::switchIsOnlyAskedForWhenTheDialogIsGone()
+{
+    // The switch keeps the windows from drawing for seconds.
+    Interface pages;
+    show(pages, "confirm wired");
+    bool shown = true;
+    pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
+    press(pages, Qt::Key_Return);
+    QVERIFY(!shown);
+}
+
+void TestDialogs::batteryNoticeGoesWithTheBattery()
+{
+    Interface pages;
+    show(pages, "power");
+    emit pages.orb.closePowerTip();
+    QVERIFY(!pages.dialog());
+}
+
+void TestDialogs::driverNoticeLeadsToTheHelp()
+{
+    Interface pages;
+    show(pages, "driver");
+    pages.click(pages.inDialog("help"));
+    QCOMPARE(pages.orb.calls, QStringList("gotoWeb 1"));
+    QVERIFY(pages.dialog());
+}
+
+void TestDialogs::programsAreListed_data()
+{
+    QTest::addColumn<QString>("names");
+    QTest::addColumn<QStringList>("shown");
+
+    QTest::newRow("one") << "nginx.exe" << QStringList{"nginx.exe"};
+    QTest::newRow("semicolon") << "a.exe;b.exe" << QStringList{"a.exe", "b.exe"};
+    QTest::newRow("comma") << "a.exe, b.exe" << QStringList{"a.exe", "b.exe"};
+    QTest::newRow("Chinese comma") << zh("a.exe、b.exe") << QStringList{"a.exe", "b.exe"};
+    QTest::newRow("blank in a name") << "a b.exe;c.exe" << QStringList{"a b.exe", "c.exe"};
+    QTest::newRow("nothing between") << "a.exe;;" << QStringList{"a.exe"};
+}
+
+void TestDialogs::programsAreListed()
+{
+    QFETCH(QString, names);
+    QFETCH(QStringList, shown);
+
+    Interface pages;
+    QVERIFY(pages.load());
+    emit pages.orb.showUseProtPage(names);
+    pages.settle();
+    QStringList listed;
+    for (QQuickItem *item : Interface::shownItems(pages.inDialog("programs"))) {
+        if (item->inherits("QQuickText"))
+            listed.append(item->property("text").toString());
+    }
+    QCOMPARE(listed, shown);
+}
+
+void TestDialogs::portsThatAreStillTakenKeepTheNotice()
+{
+    Interface pages;
+    show(pages, "ports");
+    pages.orb.portHolders = "python.exe";
+    pages.click(pages.inDialog("confirm"));
+    pages.settle();
+    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+    QVERIFY(texts(pages).contains("python.exe"));
+    QVERIFY(!texts(pages).contains("nginx.exe"));
+    QVERIFY(!pages.inDialog("free"));
+}
+
+void TestDialogs::portsThatAreFreeAreAnnounced()
+{
+    Interface pages;
+    show(pages, "ports");
+    press(pages, Qt::Key_Return);
+    pages.settle();
+    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+    QVERIFY(pages.inDialog("free"));
+    QVERIFY(!pages.inDialog("programs"));
+    press(pages, Qt::Key_Return);
+    QVERIFY(!pages.dialog());
+    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+}
+
+void TestDialogs::installedUpdateClosesTheProgram()
+{
+    Interface pages;
+    show(pages, "update");
+    pages.click(pages.inDialog("confirm"));
+    QCOMPARE(pages.orb.calls, (QStringList{"setup", "shutdownADB"}));
+    QVERIFY(!pages.dialog());
+    QVERIFY(!pages.window()->isVisible());
+}
+
+void TestDialogs::failedUpdateMayBeTriedAgain()
+{
+    Interface pages;
+    pages.update.setupSucceeds = false;
+    show(pages, "update");
+    press(pages, Qt::Key_Return);
+    QCOMPARE(pages.orb.calls, QStringList("setup"));
+    QCOMPARE(pages.text("toastContent"), zh("安装失败请重试！"));
+    QVERIFY(pages.window()->isVisible());
+    QVERIFY(texts(pages).contains(zh("安装未能开始")));
+
+    press(pages, Qt::Key_Return);
+    QCOMPARE(pages.orb.calls, (QStringList{"setup", "setup"}));
+}
+
+void TestDialogs::optionalUpdateMayWait_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("Escape") << true;
+    QTest::newRow("button") << false;
+}
+
+void TestDialogs::optionalUpdateMayWait()
+{
+    QFETCH(bool, byKey);
+    Interface pages;
+    show(pages, "update");
+    QVERIFY(!pages.inDialog("leave"));
+    if (byKey)
+        press(pages, Qt::Key_Escape);
+    else
+        pages.click(pages.inDialog("cancel"));
+    QVERIFY(!pages.dialog());
+    QVERIFY(pages.window()->isVisible());
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogs::forcedUpdateCannotBePutOff()
+{
+    Interface pages;
+    show(pages, "update, forced");
+    QVERIFY(!pages.inDialog("cancel"));
+    QVERIFY(!pages.inDialog("close"));
+    press(pages, Qt::Key_Escape);
+    QVERIFY(pages.dialog());
+    QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogs::declinedForcedUpdateLeavesTheProgram_data()
+{
+    QTest::addColumn<bool>("byRequest");
+    QTest::newRow("button") << false;
+    QTest::newRow("close request") << true;
+}
+
+void TestDialogs::declinedForcedUpdateLeavesTheProgram()
+{
+    QFETCH(bool, byRequest);
+    Interface pages;
+    show(pages, "update, forced");
+    if (byRequest) {
+        QCloseEvent request;
+        QCoreApplication::sendEvent(pages.dialog(), &request);
+    } else {
+        pages.click(pages.inDialog("leave"));
+    }
+    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+    QVERIFY(!pages.dialog());
+    QVERIFY(!pages.window()->isVisible());
+}
+
+void TestDialogs::noteIsShownLineByLineAndUnread()
+{
+    Interface pages;
+    QVERIFY(pages.load());
+    emit pages.update.updateSignal("one<br>two <b>bold</b>", false);
+    pages.settle();
+    QCOMPARE(pages.inDialog("news")->property("text").toString(), QString("one\ntwo <b>bold</b>"));
+    QCOMPARE(pages.inDialog("news")->property("lineCount").toInt(), 2);
+}
+
+void TestDialogs::downloadShowsHowFarItIs()
+{
+    Interface pages;
+    show(pages, "update");
+    QVERIFY(!pages.inDialog("progress"));
+    emit pages.update.processStatus(0.37F);
+    pages.settle();
+    QVERIFY(texts(pages).contains(zh("正在下载：37%")));
+    emit pages.update.processStatus(-512); // the size is not known
+    pages.settle();
+    QVERIFY(texts(pages).contains(zh("正在下载")));
+    QVERIFY(!pages.inDialog("done"));
+    emit pages.update.downExeFinish();
+    QVERIFY(!pages.inDialog("progress"));
+}
+
+void TestDialogs::systemIsShownInThreeColumns()
+{
+    Interface pages;
+    show(pages, "system");
+    const QStringList shown = texts(pages);
+    QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
+    QCOMPARE(shown.mid(1, 5),
+             (QStringList{zh("当前配置"), zh("操作系统："), "Windows 11 Professional Workstation",
+                          zh("处理器："), "AMD Ryzen 9 7950X3D 16-Core Processor"}));
+    QCOMPARE(shown.at(12), zh("最低配置"));
+    QCOMPARE(shown.at(23), zh("推荐配置"));
+    // Each look at the verdict would count as a page view.
+    QCOMPARE(pages.orb.hardwareReads, 0);
+}
+
+void TestDialogs::systemFollowsTheCheck()
+{
+    Interface pages;
+    show(pages, "system, unknown");
+    QVERIFY(pages.inDialog("empty"));
+    QVERIFY(!pages.inDialog("column"));
+    pages.orb.becomeSystemInfo(systemInfoText(), "[]");
+    pages.settle();
+    QVERIFY(!pages.inDialog("empty"));
+    QVERIFY(pages.inDialog("column"));
+}
+
+void TestDialogs::waitEndsByItself()
+{
+    Interface pages;
+    show(pages, "wait");
+    auto *timer = pages.dialog()->findChild<QObject *>("limitTimer");
+    QCOMPARE(timer->property("interval").toInt(), 30000);
+    QVERIFY(timer->property("running").toBool());
+    QVERIFY(QMetaObject::invokeMethod(timer, "triggered"));
+    QVERIFY(!pages.dialog());
+}
+
+void TestDialogs::waitCannotBeSkipped()
+{
+    Interface pages;
+    show(pages, "wait");
+    QVERIFY(!pages.inDialog("close"));
+    press(pages, Qt::Key_Escape);
+    press(pages, Qt::Key_Return);
+    QVERIFY(pages.dialog());
+}
+
+KOLM_GUI_TEST_MAIN(TestDialogs)
+#include "tst_dialogs.moc"
