@@ -6,6 +6,7 @@
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
 #include "controller/orb_manager.h"
+#include "controller/road_model.h"
 #include "link/adb_manger.h"
 #include "link/sys_manager.h"
 #include "qml/resources.h"
@@ -55,6 +56,7 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
                              [](const QString &path) { shell_launch::startDetached(path, {}); },
                              cloud::builtPeerCheck()},
                             app);
+    roadModel_ = new RoadModel(orb_->road(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app,
                      [] { HttpManager::instance().disconnectAll(); });
 }
@@ -63,6 +65,7 @@ void Product::publish(QQmlApplicationEngine &engine) const
 {
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbroad"), roadModel_);
 }
 
 const ConnectionRoad &Product::road() const

@@ -7,6 +7,7 @@ class ORBUpdate;
 class QGuiApplication;
 class QLocale;
 class QQmlApplicationEngine;
+class RoadModel;
 
 // Makes the controller and the update checker, both owned by the application,
 // which destroys them last. GUI thread.
@@ -23,6 +24,7 @@ public:
 private:
     ORBManager *orb_;
     ORBUpdate *update_;
+    RoadModel *roadModel_; // owned by the controller
 };
 
 // Makes the compiled-in pages, images and fonts available.

@@ -6,14 +6,19 @@ void ConnectionRoad::update(const State &state, const QDateTime &now)
 {
     const std::array<bool, stageCount> values = {state.steam, state.steamVR, state.server,
                                                  state.headset, state.linked};
+    bool news = false;
     for (int stage = 0; stage < stageCount; ++stage) {
         Entry &entry = stages_[stage];
         const bool changed = entry.reached != values[stage];
-        if (changed || !entry.since.isValid())
+        if (changed || !entry.since.isValid()) {
             entry = {values[stage], now};
+            news = true;
+        }
         if (changed)
             emit stageChanged(stage, entry.reached);
     }
+    if (news)
+        emit updated();
 }
 
 int ConnectionRoad::firstMissing() const

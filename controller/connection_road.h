@@ -44,6 +44,8 @@ public:
 
 signals:
     void stageChanged(int stage, bool reached);
+    // After an update() that changed a stage, or was the first.
+    void updated();
 
 private:
     struct Entry

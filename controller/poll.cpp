@@ -58,8 +58,10 @@ void Poll::walkRoad()
     if (const HeadsetLink *link = parts_.flow.link()) {
         state.server = link->hasClient();
         const HeadsetList headsets = link->hmdInfoList();
-        state.headset = std::any_of(headsets.begin(), headsets.end(),
-                                    [](const HeadsetRecord &h) { return !h.serial.isEmpty(); });
+        // One on the cable is not in the list of those on the network.
+        state.headset =
+            state.linked || std::any_of(headsets.begin(), headsets.end(),
+                                        [](const HeadsetRecord &h) { return !h.serial.isEmpty(); });
     }
     parts_.road.update(state, parts_.clock.now());
 }

@@ -45,6 +45,19 @@ private slots:
         QCOMPARE(road.firstMissing(), int(ConnectionRoad::Server));
     }
 
+    void newsOfAnUpdateIsToldOnceAndOnlyWhenThereIsSome()
+    {
+        ConnectionRoad road;
+        QSignalSpy updates(&road, &ConnectionRoad::updated);
+        const QDateTime start({2024, 1, 1}, {12, 0});
+        road.update({}, start);
+        QCOMPARE(updates.size(), 1);
+        road.update({}, start.addSecs(5));
+        QCOMPARE(updates.size(), 1);
+        road.update({true, true, false, false, false}, start.addSecs(10));
+        QCOMPARE(updates.size(), 2);
+    }
+
     void everyStageHasItsWords()
     {
         QSet<QString> words;
