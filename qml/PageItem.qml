@@ -21,13 +21,11 @@ Card {
         return "searching";
     }
 
+    property var road: null
+
     // The user wants the other link type; `wired` is the present one.
     signal showConfirmPage(bool wired)
     signal toast(string text)
-
-    function focusSwitch() {
-        switchMode.forceActiveFocus(Qt.OtherFocusReason);
-    }
 
     function switchConnection(name, ip, connect) {
         toast(qsTr("连接设备中，请稍后"));
@@ -47,80 +45,57 @@ Card {
     }
     mark: phase === "connected" ? "done"
         : phase === "choose" || phase === "chooseOne" ? "attention" : "busy"
-    corner: PushButton {
-        id: switchMode
-        objectName: "switchMode"
-        text: orb.wired ? qsTr("切换为无线串流") : qsTr("切换为有线串流")
-        onClicked: page.showConfirmPage(orb.wired)
+    corner: LinkBadge {
+        objectName: "linkBadge"
+        wired: orb.wired
+    }
+    foot: RowLayout {
+        spacing: utils.grid
+
+        PushButton {
+            objectName: "stopStreaming"
+            text: qsTr("停止串流")
+            visible: page.connected
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            onClicked: orb.connectVR("", "", false) // whichever is connected
+        }
+        PushButton {
+            objectName: "switchMode"
+            text: orb.wired ? qsTr("切换为无线串流") : qsTr("切换为有线串流")
+            Layout.fillWidth: true
+            Layout.preferredWidth: 1
+            onClicked: page.showConfirmPage(orb.wired)
+        }
     }
 
+    Illustration {
+        source: page.connected ? "qrc:/res/image/orb_art_headset_on.png"
+                               : "qrc:/res/image/orb_art_headset.png"
+        visible: page.connected || !headsets.visible
+        Layout.fillWidth: true
+    }
+    RoadStrip {
+        objectName: "roadStrip"
+        road: page.road
+        visible: !page.connected
+        Layout.fillWidth: true
+    }
     Label {
         text: qsTr("可用的VR眼镜")
         font.bold: true
         visible: headsets.visible
     }
-    ListView {
+    HeadsetList {
         id: headsets
-
-        readonly property int nameRole: 257 // "vrName" of the list
-
-        // The list is filled anew every few seconds; the row that the keyboard
-        // is on stays with its headset.
-        property string currentName
-
-        function remember() {
-            currentName = currentItem ? currentItem.name : "";
-        }
-        function restore() {
-            let row = count - 1;
-            while (row > 0 && model.data(model.index(row, 0), nameRole) !== currentName)
-                --row;
-            currentIndex = row;
-        }
-        function activateCurrent() {
-            if (currentItem)
-                currentItem.activated();
-        }
-
-        objectName: "headsets"
-        model: orb.vrLists
         visible: !orb.wired && count > 0
-        clip: true
-        spacing: utils.grid
-        boundsBehavior: Flickable.StopAtBounds
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.minimumHeight: 9 * utils.grid
         Layout.preferredHeight: contentHeight + topMargin + bottomMargin
         Layout.maximumHeight: Layout.preferredHeight
         Layout.margins: -4
-        leftMargin: 4
-        rightMargin: 4
-        topMargin: 4
-        bottomMargin: 4
-
-        activeFocusOnTab: true
-        Keys.onReturnPressed: activateCurrent()
-        Keys.onEnterPressed: activateCurrent()
-        Keys.onSpacePressed: activateCurrent()
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("可用的VR眼镜")
-        Accessible.focusable: true
-
-        delegate: HeadsetRow {
-            width: ListView.view.width - 8
-            name: model.vrName
-            address: model.ip
-            connected: model.vrState
-            recent: model.isRecent
-            current: ListView.isCurrentItem && ListView.view.activeFocus
-            onActivated: page.switchConnection(name, address, !connected)
-        }
-        Connections {
-            target: headsets.model
-            function onModelAboutToBeReset() { headsets.remember(); }
-            function onModelReset() { Qt.callLater(headsets.restore); }
-        }
+        onActivated: page.switchConnection(name, address, connect)
     }
     StepList {
         objectName: "steps"
@@ -147,14 +122,6 @@ Card {
     Item {
         Layout.fillHeight: true
     }
-    PushButton {
-        objectName: "stopStreaming"
-        text: qsTr("停止串流")
-        visible: page.connected
-        Layout.fillWidth: true
-        onClicked: orb.connectVR("", "", false) // whichever is connected
-    }
-
     Connections {
         target: orb
         function onShowVrList(isConnect, hasDisConnect) {

@@ -19,7 +19,16 @@ Card {
     title: qsTr("Steam软件")
     status: !checked ? qsTr("检测中") : ready ? qsTr("已就绪") : qsTr("请按以下步骤操作")
     mark: !checked ? "busy" : ready ? "done" : "attention"
+    foot: LinkText {
+        objectName: "steamHelp"
+        text: qsTr("Steam VR检测不到设备？")
+        onClicked: orb.gotoWeb(ORBManagerCLS.SteamHelperUrl)
+    }
 
+    Illustration {
+        source: "qrc:/res/image/orb_art_steam.png"
+        Layout.fillWidth: true
+    }
     SteamItem {
         id: steam
         objectName: "steamItem"
@@ -41,6 +50,7 @@ Card {
     SteamItem {
         id: steamVR
         objectName: "steamVRItem"
+        primary: steam.phase === "running"
         label: phase === "missing" ? qsTr("安装Steam VR软件") : qsTr("Steam VR软件")
         phase: !page.checked ? "busy"
              : orb.haslaunchSteamVR ? "running"
@@ -59,11 +69,6 @@ Card {
     }
     Item {
         Layout.fillHeight: true
-    }
-    LinkText {
-        objectName: "steamHelp"
-        text: qsTr("Steam VR检测不到设备？")
-        onClicked: orb.gotoWeb(ORBManagerCLS.SteamHelperUrl)
     }
 
     // The controller looks at Steam 1000 ms after the link type was chosen.

@@ -15,6 +15,8 @@ QtObject {
     readonly property color orb_btnbackgroundcolor: "#393939"
 
     readonly property color accent: "#1E68FF"
+    // The accent as a text: on the dark tones the accent itself is too dim.
+    readonly property color accentText: "#6E9CFF"
     readonly property color accentHovered: "#3D7DFF"
     readonly property color accentPressed: "#1752CC"
     readonly property color buttonHovered: "#4A4A4A"

@@ -14,6 +14,7 @@ FramelessWindow {
     property bool ispullDown: false
     readonly property string currentLanguage: Qt.locale().name.split("_")[0]
     readonly property var updater: typeof orbupdate === "undefined" ? null : orbupdate
+    readonly property var road: typeof orbroad === "undefined" ? null : orbroad
     // Set by showTips(); empty while the banner speaks of how far things are.
     property url tipIcon
     property string tipText
@@ -36,7 +37,7 @@ FramelessWindow {
     function showTips(icon, tips) {
         tipIcon = icon;
         tipText = tips;
-        banner.visible = true;
+        banner.wanted = true;
     }
 
     // Shows another dialog instead of the one that is open, with these
@@ -120,6 +121,7 @@ FramelessWindow {
         // Not before it has its size: the system places it by that.
         visible = true;
         orb.checkPortUsage();
+        systemPage.check();
     }
 
     Utils {
@@ -203,74 +205,118 @@ FramelessWindow {
             }
         }
 
-        ColumnLayout {
+        Rectangle {
+            id: banner
+            objectName: "banner"
+
+            property bool wanted: true
+
             anchors {
                 top: titleRow.bottom
                 left: parent.left
                 right: parent.right
-                bottom: parent.bottom
                 leftMargin: utils.margin
                 rightMargin: utils.margin
-                bottomMargin: utils.margin
             }
-            visible: !selectMode.visible
-            spacing: utils.grid
+            height: 56
+            visible: wanted && !selectMode.visible
+            color: utils.orb_itemdowncolor
+            radius: utils.itemRadius
 
-            Rectangle {
-                id: banner
-                objectName: "banner"
-                color: utils.orb_itemdowncolor
-                radius: utils.itemRadius
-                Layout.fillWidth: true
-                Layout.preferredHeight: 56
-
-                RowLayout {
-                    anchors.fill: parent
-                    anchors.leftMargin: 2 * utils.grid
-                    anchors.rightMargin: 2 * utils.grid
-                    spacing: 2 * utils.grid
-
-                    Image {
-                        objectName: "bannerIcon"
-                        source: root.tipText ? root.tipIcon
-                              : steamPage.ready && headsetPage.connected
-                                ? "qrc:/res/image/orb_suc.png" : "qrc:/res/image/orb_tips.png"
-                    }
-                    Label {
-                        objectName: "bannerText"
-                        text: root.tipText ? root.tipText
-                            : headsetPage.connected
-                              ? qsTr("恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～")
-                              : qsTr("完成下列步骤，即可畅玩Steam游戏大作")
-                        Layout.fillWidth: true
-                    }
-                    LinkText {
-                        objectName: "bannerHide"
-                        text: qsTr("不再提示")
-                        onClicked: banner.visible = false
-                    }
-                }
-            }
             RowLayout {
-                spacing: 3 * utils.grid
-                Layout.topMargin: 22 - utils.grid
+                anchors.fill: parent
+                anchors.leftMargin: 2 * utils.grid
+                anchors.rightMargin: 2 * utils.grid
+                spacing: 2 * utils.grid
 
-                SteamPageItem {
-                    id: steamPage
-                    objectName: "steamPage"
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
+                Image {
+                    objectName: "bannerIcon"
+                    source: root.tipText ? root.tipIcon
+                          : steamPage.ready && headsetPage.connected
+                            ? "qrc:/res/image/orb_suc.png" : "qrc:/res/image/orb_tips.png"
                 }
-                PageItem {
-                    id: headsetPage
-                    objectName: "headsetPage"
+                Label {
+                    objectName: "bannerText"
+                    text: root.tipText ? root.tipText
+                        : headsetPage.connected
+                          ? qsTr("恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～")
+                          : qsTr("完成下列步骤，即可畅玩Steam游戏大作")
                     Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    Layout.preferredWidth: 1
-                    onToast: root.showToast(text)
-                    onShowConfirmPage: root.askToSwitch(wired)
                 }
+                LinkText {
+                    objectName: "bannerHide"
+                    text: qsTr("不再提示")
+                    color: utils.accent
+                    onClicked: banner.wanted = false
+                }
+            }
+        }
+        Loader {
+            objectName: "details"
+            x: utils.margin
+            y: sheet.normalY
+            width: sheet.width
+            height: sheet.pulledDownY - y - 3 * utils.grid
+            active: root.ispullDown
+            sourceComponent: ConnectionDetails {
+                road: root.road
+            }
+        }
+        DrawerTab {
+            objectName: "drawerTab"
+            x: Math.round((parent.width - width) / 2)
+            y: sheet.y - height - 3
+            visible: headsetPage.connected && !selectMode.visible
+            open: root.ispullDown
+            onToggled: root.ispullDown = !root.ispullDown
+            onVisibleChanged: {
+                if (!visible)
+                    root.ispullDown = false;
+            }
+        }
+        RowLayout {
+            id: sheet
+            objectName: "sheet"
+
+            readonly property int above: titleRow.height + (banner.visible ? banner.height : 0)
+            readonly property int normalY: above + 22
+            // The same place, with the banner and without.
+            readonly property int pulledDownY: above + (banner.visible ? 488 : 488 + 56)
+
+            x: utils.margin
+            y: root.ispullDown ? pulledDownY : normalY
+            width: parent.width - 2 * utils.margin
+            height: root.fixedHeight - y - 30
+            visible: !selectMode.visible
+            spacing: 3 * utils.grid
+
+            SystemPageItem {
+                id: systemPage
+                objectName: "systemPage"
+                collapsed: root.ispullDown
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                onMore: root.openDialog(root.windows + "SystemInfoPage.qml")
+            }
+            SteamPageItem {
+                id: steamPage
+                objectName: "steamPage"
+                collapsed: root.ispullDown
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+            }
+            PageItem {
+                id: headsetPage
+                objectName: "headsetPage"
+                collapsed: root.ispullDown
+                road: root.road
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 1
+                onToast: root.showToast(text)
+                onShowConfirmPage: root.askToSwitch(wired)
             }
         }
 

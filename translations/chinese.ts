@@ -21,10 +21,56 @@
     </message>
 </context>
 <context>
+    <name>ConnectionDetails</name>
+    <message>
+        <source>眼镜</source>
+        <translation>Headset</translation>
+    </message>
+    <message>
+        <source>串流方式</source>
+        <translation>Link</translation>
+    </message>
+    <message>
+        <source>有线（USB）</source>
+        <translation>Wired (USB)</translation>
+    </message>
+    <message>
+        <source>无线（Wi-Fi）</source>
+        <translation>Wireless (Wi-Fi)</translation>
+    </message>
+    <message>
+        <source>刷新率</source>
+        <translation>Refresh rate</translation>
+    </message>
+    <message>
+        <source>码率</source>
+        <translation>Bit rate</translation>
+    </message>
+    <message>
+        <source>连接进度</source>
+        <translation>Connection progress</translation>
+    </message>
+    <message>
+        <source>连接详情</source>
+        <translation>Connection details</translation>
+    </message>
+</context>
+<context>
     <name>DialogWindow</name>
     <message>
         <source>关闭</source>
         <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>DrawerTab</name>
+    <message>
+        <source>收起连接详情</source>
+        <translation>Hide connection details</translation>
+    </message>
+    <message>
+        <source>展开连接详情</source>
+        <translation>Show connection details</translation>
     </message>
 </context>
 <context>
@@ -102,6 +148,17 @@
     <message>
         <source>连接</source>
         <translation>Connect</translation>
+    </message>
+</context>
+<context>
+    <name>LinkBadge</name>
+    <message>
+        <source>有线</source>
+        <translation>Wired</translation>
+    </message>
+    <message>
+        <source>无线</source>
+        <translation>Wireless</translation>
     </message>
 </context>
 <context>
@@ -385,6 +442,63 @@
     </message>
 </context>
 <context>
+    <name>RoadList</name>
+    <message>
+        <source>已就绪</source>
+        <translation>Ready</translation>
+    </message>
+    <message>
+        <source>等待中</source>
+        <translation>Waiting</translation>
+    </message>
+    <message>
+        <source>未就绪</source>
+        <translation>Not yet</translation>
+    </message>
+    <message>
+        <source>自 %1</source>
+        <translation>since %1</translation>
+    </message>
+</context>
+<context>
+    <name>RoadModel</name>
+    <message>
+        <source>Steam</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>SteamVR</source>
+        <translation>SteamVR</translation>
+    </message>
+    <message>
+        <source>串流服务</source>
+        <translation>Streaming server</translation>
+    </message>
+    <message>
+        <source>VR眼镜</source>
+        <translation>VR headset</translation>
+    </message>
+    <message>
+        <source>串流连接</source>
+        <translation>Streaming connection</translation>
+    </message>
+</context>
+<context>
+    <name>RoadStrip</name>
+    <message>
+        <source>全部就绪</source>
+        <translation>All done</translation>
+    </message>
+    <message>
+        <source>正在等待：%1</source>
+        <translation>Waiting for: %1</translation>
+    </message>
+    <message>
+        <source>正在等待：%1（自 %2）</source>
+        <translation>Waiting for: %1 (since %2)</translation>
+    </message>
+</context>
+<context>
     <name>SelectModePage</name>
     <message>
         <source>请选择串流方式</source>
@@ -630,6 +744,29 @@
     <message>
         <source>选择串流方式后，会检测这台电脑的配置。</source>
         <translation>This PC is checked once a streaming mode is chosen.</translation>
+    </message>
+</context>
+<context>
+    <name>SystemPageItem</name>
+    <message>
+        <source>PC配置</source>
+        <translation>PC configuration</translation>
+    </message>
+    <message>
+        <source>本机配置符合要求</source>
+        <translation>This PC meets the requirements</translation>
+    </message>
+    <message>
+        <source>本机配置无法串流</source>
+        <translation>This PC cannot stream</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>Checking</translation>
+    </message>
+    <message>
+        <source>查看更多配置</source>
+        <translation>More about this PC</translation>
     </message>
 </context>
 <context>

@@ -21,10 +21,56 @@
     </message>
 </context>
 <context>
+    <name>ConnectionDetails</name>
+    <message>
+        <source>眼镜</source>
+        <translation>ヘッドセット</translation>
+    </message>
+    <message>
+        <source>串流方式</source>
+        <translation>接続方式</translation>
+    </message>
+    <message>
+        <source>有线（USB）</source>
+        <translation>有線（USB）</translation>
+    </message>
+    <message>
+        <source>无线（Wi-Fi）</source>
+        <translation>ワイヤレス（Wi-Fi）</translation>
+    </message>
+    <message>
+        <source>刷新率</source>
+        <translation>リフレッシュレート</translation>
+    </message>
+    <message>
+        <source>码率</source>
+        <translation>ビットレート</translation>
+    </message>
+    <message>
+        <source>连接进度</source>
+        <translation>接続の進行状況</translation>
+    </message>
+    <message>
+        <source>连接详情</source>
+        <translation>接続の詳細</translation>
+    </message>
+</context>
+<context>
     <name>DialogWindow</name>
     <message>
         <source>关闭</source>
         <translation>閉じる</translation>
+    </message>
+</context>
+<context>
+    <name>DrawerTab</name>
+    <message>
+        <source>收起连接详情</source>
+        <translation>接続の詳細を閉じる</translation>
+    </message>
+    <message>
+        <source>展开连接详情</source>
+        <translation>接続の詳細を表示</translation>
     </message>
 </context>
 <context>
@@ -102,6 +148,17 @@
     <message>
         <source>连接</source>
         <translation>接続</translation>
+    </message>
+</context>
+<context>
+    <name>LinkBadge</name>
+    <message>
+        <source>有线</source>
+        <translation>有線</translation>
+    </message>
+    <message>
+        <source>无线</source>
+        <translation>ワイヤレス</translation>
     </message>
 </context>
 <context>
@@ -385,6 +442,63 @@
     </message>
 </context>
 <context>
+    <name>RoadList</name>
+    <message>
+        <source>已就绪</source>
+        <translation>準備完了</translation>
+    </message>
+    <message>
+        <source>等待中</source>
+        <translation>待機中</translation>
+    </message>
+    <message>
+        <source>未就绪</source>
+        <translation>未完了</translation>
+    </message>
+    <message>
+        <source>自 %1</source>
+        <translation>%1 から</translation>
+    </message>
+</context>
+<context>
+    <name>RoadModel</name>
+    <message>
+        <source>Steam</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>SteamVR</source>
+        <translation>SteamVR</translation>
+    </message>
+    <message>
+        <source>串流服务</source>
+        <translation>ストリーミングサーバー</translation>
+    </message>
+    <message>
+        <source>VR眼镜</source>
+        <translation>VRヘッドセット</translation>
+    </message>
+    <message>
+        <source>串流连接</source>
+        <translation>ストリーミング接続</translation>
+    </message>
+</context>
+<context>
+    <name>RoadStrip</name>
+    <message>
+        <source>全部就绪</source>
+        <translation>すべて完了</translation>
+    </message>
+    <message>
+        <source>正在等待：%1</source>
+        <translation>待機中：%1</translation>
+    </message>
+    <message>
+        <source>正在等待：%1（自 %2）</source>
+        <translation>待機中：%1（%2 から）</translation>
+    </message>
+</context>
+<context>
     <name>SelectModePage</name>
     <message>
         <source>请选择串流方式</source>
@@ -630,6 +744,29 @@
     <message>
         <source>选择串流方式后，会检测这台电脑的配置。</source>
         <translation>ストリーミング方法を選択すると、このPCの構成を確認します。</translation>
+    </message>
+</context>
+<context>
+    <name>SystemPageItem</name>
+    <message>
+        <source>PC配置</source>
+        <translation>PCの構成</translation>
+    </message>
+    <message>
+        <source>本机配置符合要求</source>
+        <translation>このPCは要件を満たしています</translation>
+    </message>
+    <message>
+        <source>本机配置无法串流</source>
+        <translation>このPCではストリーミングできません</translation>
+    </message>
+    <message>
+        <source>检测中</source>
+        <translation>確認中</translation>
+    </message>
+    <message>
+        <source>查看更多配置</source>
+        <translation>構成の詳細を見る</translation>
     </message>
 </context>
 <context>

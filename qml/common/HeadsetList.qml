@@ -6,6 +6,10 @@ ListView {
     id: headsets
 
     readonly property int nameRole: 257 // "vrName" of the list
+    readonly property int recentRole: 259 // "isRecent"
+
+    // The row that most likely is wanted: the first that was connected before.
+    property int likelyRow: 0
 
     // The list is filled anew every few seconds; the row that the keyboard
     // is on stays with its headset.
@@ -14,6 +18,12 @@ ListView {
     // The user wants this one to be connected, or not to be any more.
     signal activated(string name, string address, bool connect)
 
+    function findLikely() {
+        let row = model.rowCount() - 1;
+        while (row > 0 && !model.data(model.index(row, 0), recentRole))
+            --row;
+        likelyRow = Math.max(row, 0);
+    }
     function remember() {
         currentName = currentItem ? currentItem.name : "";
     }
@@ -29,6 +39,7 @@ ListView {
     }
 
     objectName: "headsets"
+    Component.onCompleted: findLikely()
     model: orb.vrLists
     clip: true
     spacing: utils.grid
@@ -52,12 +63,16 @@ ListView {
         address: model.ip
         connected: model.vrState
         recent: model.isRecent
+        likely: index === ListView.view.likelyRow
         current: ListView.isCurrentItem && ListView.view.activeFocus
         onActivated: ListView.view.activated(name, address, !connected)
     }
     Connections {
         target: headsets.model
         function onModelAboutToBeReset() { headsets.remember(); }
-        function onModelReset() { Qt.callLater(headsets.restore); }
+        function onModelReset() {
+            headsets.findLikely();
+            Qt.callLater(headsets.restore);
+        }
     }
 }

@@ -9,6 +9,8 @@ Rectangle {
     property string address
     property bool connected: false
     property bool recent: false
+    // Whether it is the one to connect with, if any.
+    property bool likely: true
     // The row that the keyboard works on.
     property bool current: false
 
@@ -32,15 +34,20 @@ Rectangle {
             spacing: 0
             Layout.fillWidth: true
 
+            Label {
+                text: row.name
+                elide: Text.ElideMiddle
+                wrapMode: Text.NoWrap
+                Layout.fillWidth: true
+            }
             RowLayout {
                 spacing: utils.grid
 
                 Label {
-                    text: row.name
-                    elide: Text.ElideMiddle
+                    text: row.address
+                    color: utils.textSecondary
+                    font.pixelSize: utils.textSmall
                     wrapMode: Text.NoWrap
-                    Layout.fillWidth: true
-                    Layout.maximumWidth: Math.ceil(implicitWidth)
                 }
                 Rectangle {
                     visible: row.recent
@@ -59,20 +66,12 @@ Rectangle {
                         wrapMode: Text.NoWrap
                     }
                 }
-                Item {
-                    Layout.fillWidth: true
-                }
-            }
-            Label {
-                text: row.address
-                color: utils.textSecondary
-                font.pixelSize: utils.textSmall
             }
         }
         PushButton {
             id: button
             text: row.connected ? qsTr("已连接") : qsTr("连接")
-            primary: !row.connected
+            primary: row.likely && !row.connected
             activeFocusOnTab: false // the list is one stop; its arrows choose the row
             onClicked: row.activated()
         }

@@ -5,7 +5,7 @@ Text {
 
     signal clicked()
 
-    color: utils.accent
+    color: utils.accentText
     font.family: utils.orb_font
     font.pixelSize: utils.textBody
     font.underline: mouse.containsMouse

@@ -1,13 +1,15 @@
 import QtQuick 2.15
 
 // A state as an icon: each has a shape of its own, so that colour alone never
-// tells it. `kind` is one of "busy", "todo", "done", "attention", "failure".
+// tells it. `kind` is one of "busy", "todo", "current", "done", "attention",
+// "failure".
 Item {
     id: mark
 
     property string kind: "todo"
     readonly property var icons: ({
         todo: "orb_todo.png",
+        current: "orb_current.png",
         done: "orb_suc.png",
         attention: "orb_attention.png",
         failure: "orb_fail.png"

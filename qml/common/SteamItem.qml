@@ -8,6 +8,8 @@ Rectangle {
 
     property string label
     property string phase: "busy"
+    // Whether this is what has to be done next.
+    property bool primary: true
 
     signal activated()
 
@@ -33,7 +35,7 @@ Rectangle {
         PushButton {
             text: item.phase === "missing" ? qsTr("安装")
                 : item.phase === "running" ? qsTr("已启动") : qsTr("启动")
-            primary: item.phase !== "running"
+            primary: item.primary && item.phase !== "running"
             enabled: item.phase === "missing" || item.phase === "stopped"
             visible: item.phase !== "busy"
             Accessible.description: item.label

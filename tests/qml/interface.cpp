@@ -63,6 +63,7 @@ FramelessQuickWindow *Interface::load()
     if (!realDialogs)
         engine_.setUrlInterceptor(&standIns_);
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
+    engine_.rootContext()->setContextProperty(QStringLiteral("orbroad"), &roadModel_);
     if (hasUpdate)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbupdate"), &update);
     return loadAlone(QStringLiteral("qrc:/qml/mainWindow.qml"));

@@ -1,6 +1,8 @@
 // The real pages, loaded over stand-ins for the objects behind them.
 #pragma once
 
+#include "controller/connection_road.h"
+#include "controller/road_model.h"
 #include "tests/qml/fake_orb.h"
 #include "ui/frameless_quick_window.h"
 
@@ -42,6 +44,7 @@ public:
     // Change these before load().
     FakeOrb orb;
     FakeUpdate update{orb};
+    ConnectionRoad road;
     bool hasUpdate = true; // whether there is an update checker at all
     bool realDialogs = true;
 
@@ -82,6 +85,7 @@ public:
     static QList<QQuickItem *> shownItems(QQuickItem *root);
 
 private:
+    RoadModel roadModel_{road};
     StandInDialogs standIns_;
     QQmlApplicationEngine engine_;
     FramelessQuickWindow *window_ = nullptr;

@@ -9,17 +9,29 @@ QString zh(const char *text)
     return QString::fromUtf8(text);
 }
 
+const QString configuration = QStringLiteral("[[\"CPU:\",\"Some i7\"],[\"GPU:\",\"<b>Card</b>\"]]");
+
 } // namespace
 
 Q_DECLARE_METATYPE(FakeOrb::SteamState)
 
-// The Steam card and the headset card.
+// The cards of the PC, of Steam and of the headset, and what lies behind them.
 class TestCards : public TestCase
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { registerInterface(); }
+
+    void pcIsLookedAtFirst();
+    void verdictOnThePC_data();
+    void verdictOnThePC();
+    void verdictIsAskedForOnceForEachLook();
+    void verdictWaitsForTheWindow();
+    void configurationIsListed();
+    void brokenConfigurationIsAnEmptyOne_data();
+    void brokenConfigurationIsAnEmptyOne();
+    void moreOpensTheSystemInformation();
 
     void steamIsLookedForAtFirst();
     void anyNewsEndsTheSearchForSteam_data();
@@ -44,6 +56,17 @@ private slots:
     void toastComesBeforeTheConnection();
     void stopEndsTheStreaming();
     void switchButtonNamesTheOtherMode();
+    void onlyOneHeadsetIsOffered_data();
+    void onlyOneHeadsetIsOffered();
+    void badgeNamesTheLink();
+    void roadSaysWhatIsWaitedFor();
+    void detailsAreBehindTheTab();
+    void detailsTakeTheSamePlaceWithoutBanner();
+    void tabIsThereOnlyWhileConnected();
+    void detailsShowEveryStageSinceWhen();
+    void detailsShowWhatIsStreamed_data();
+    void detailsShowWhatIsStreamed();
+
     void stepsFollowTheLink_data();
     void stepsFollowTheLink();
 
@@ -63,6 +86,114 @@ private:
         return found;
     }
 };
+
+void TestCards::pcIsLookedAtFirst()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(pages.text("systemPage", "title"), zh("PC配置"));
+    QCOMPARE(pages.text("systemPage", "status"), zh("检测中"));
+    QCOMPARE(pages.text("systemPage", "mark"), QStringLiteral("busy"));
+    QCOMPARE(pages.orb.hardwareReads, 0);
+}
+
+void TestCards::verdictOnThePC_data()
+{
+    QTest::addColumn<int>("hardware");
+    QTest::addColumn<QString>("status");
+    QTest::addColumn<QString>("mark");
+
+    QTest::newRow("cannot") << int(FakeOrb::NotCanRun) << zh("本机配置无法串流") << "failure";
+    QTest::newRow("low") << int(FakeOrb::LowHardware) << zh("本机配置符合要求") << "done";
+    QTest::newRow("good") << int(FakeOrb::AdviceHardware) << zh("本机配置符合要求") << "done";
+    QTest::newRow("best") << int(FakeOrb::ExcellentHardware) << zh("本机配置符合要求") << "done";
+}
+
+void TestCards::verdictOnThePC()
+{
+    QFETCH(int, hardware);
+    QFETCH(QString, status);
+    QFETCH(QString, mark);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSystemInfo("[]", configuration);
+    pages.orb.becomeHardware(FakeOrb::HardwareState(hardware));
+    QCOMPARE(pages.text("systemPage", "status"), status);
+    QCOMPARE(pages.text("systemPage", "mark"), mark);
+}
+
+// Every question is reported as a page that was seen.
+void TestCards::verdictIsAskedForOnceForEachLook()
+{
+    Interface pages;
+    pages.orb.becomeSystemInfo("[]", configuration);
+    pages.orb.becomeHardware(FakeOrb::AdviceHardware);
+    pages.load();
+    pages.settle();
+    QCOMPARE(pages.text("systemPage", "status"), zh("本机配置符合要求"));
+    QCOMPARE(pages.orb.hardwareReads, 1);
+
+    pages.orb.becomeHardware(FakeOrb::NotCanRun);
+    pages.settle();
+    QCOMPARE(pages.text("systemPage", "status"), zh("本机配置无法串流"));
+    QCOMPARE(pages.orb.hardwareReads, 2);
+}
+
+// The question may bring the notice about the graphics driver.
+void TestCards::verdictWaitsForTheWindow()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.orb.becomeSystemInfo("[]", configuration);
+    int readsAtPortCheck = -1;
+    pages.orb.onCall = [&](const QString &call) {
+        if (call == QLatin1String("checkPortUsage"))
+            readsAtPortCheck = pages.orb.hardwareReads;
+    };
+    pages.load();
+    QCOMPARE(readsAtPortCheck, 0);
+    QCOMPARE(pages.orb.hardwareReads, 1);
+}
+
+void TestCards::configurationIsListed()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSystemInfo("[]", configuration);
+    const QStringList shown = texts(pages.item("systemPage"));
+    QCOMPARE(shown.mid(shown.indexOf("CPU:")),
+             (QStringList{"CPU:", "Some i7", "GPU:", "<b>Card</b>", zh("查看更多配置")}));
+}
+
+void TestCards::brokenConfigurationIsAnEmptyOne_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty text") << QString();
+    QTest::newRow("no JSON") << "[[";
+    QTest::newRow("not an array") << "{}";
+    QTest::newRow("null") << "null";
+}
+
+void TestCards::brokenConfigurationIsAnEmptyOne()
+{
+    QFETCH(QString, text);
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSystemInfo("[]", text);
+    pages.orb.becomeHardware(FakeOrb::AdviceHardware);
+    QCOMPARE(pages.text("systemPage", "status"), zh("检测中"));
+    QCOMPARE(pages.orb.hardwareReads, 0);
+}
+
+void TestCards::moreOpensTheSystemInformation()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    pages.click("systemMore");
+    QCOMPARE(pages.dialogFile(), QStringLiteral("SystemInfoPage.qml"));
+}
 
 void TestCards::steamIsLookedForAtFirst()
 {
@@ -321,7 +452,7 @@ void TestCards::listShowsNameAddressAndMark()
                              {"D2B1118C7A0E04", "192.168.1.42", false, false}});
     pages.settle();
     QCOMPARE(texts(pages.item("headsets")),
-             (QStringList{"D3A0017C4B2F91", zh("上次使用"), "192.168.1.23", zh("已连接"),
+             (QStringList{"D3A0017C4B2F91", "192.168.1.23", zh("上次使用"), zh("已连接"),
                           "D2B1118C7A0E04", "192.168.1.42", zh("连接")}));
     QVERIFY(texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
 }
@@ -389,6 +520,173 @@ void TestCards::switchButtonNamesTheOtherMode()
     QCOMPARE(pages.text("switchMode"), zh("切换为有线串流"));
     pages.orb.becomeWired(true);
     QCOMPARE(pages.text("switchMode"), zh("切换为无线串流"));
+}
+
+void TestCards::onlyOneHeadsetIsOffered_data()
+{
+    QTest::addColumn<QList<bool>>("recent");
+    QTest::addColumn<QString>("offered");
+
+    QTest::newRow("none of before") << QList<bool>{false, false, false} << "0";
+    QTest::newRow("one of before") << QList<bool>{false, true, false} << "1";
+    QTest::newRow("the last") << QList<bool>{false, false, true} << "2";
+    QTest::newRow("a single one") << QList<bool>{false} << "0";
+}
+
+void TestCards::onlyOneHeadsetIsOffered()
+{
+    QFETCH(QList<bool>, recent);
+    QFETCH(QString, offered);
+
+    Interface pages;
+    pages.load();
+    std::vector<FakeHeadsets::Row> rows;
+    for (int i = 0; i < recent.size(); ++i)
+        rows.push_back({QString::number(i), "1.2.3.4", false, recent[i]});
+    pages.orb.headsets.fill(rows);
+    pages.settle();
+    QStringList primary;
+    for (QQuickItem *item : Interface::shownItems(pages.item("headsets"))) {
+        if (item->property("primary").toBool())
+            primary.append(item->parentItem()->parentItem()->property("name").toString());
+    }
+    QCOMPARE(primary, QStringList(offered));
+}
+
+void TestCards::badgeNamesTheLink()
+{
+    Interface pages;
+    pages.load();
+    QCOMPARE(texts(pages.item("linkBadge")), QStringList(zh("无线")));
+    pages.orb.becomeWired(true);
+    QCOMPARE(texts(pages.item("linkBadge")), QStringList(zh("有线")));
+}
+
+void TestCards::roadSaysWhatIsWaitedFor()
+{
+    Interface pages;
+    pages.load();
+    const QDateTime noon({2024, 1, 1}, {12, 0, 5});
+    QCOMPARE(texts(pages.item("roadStrip")), QStringList(zh("正在等待：Steam")));
+    pages.road.update({true, true, false, false, false}, noon);
+    QCOMPARE(texts(pages.item("roadStrip")), QStringList(zh("正在等待：串流服务（自 12:00:05）")));
+    QStringList marks;
+    for (QQuickItem *item : Interface::shownItems(pages.item("roadStrip"))) {
+        if (item->inherits("QQuickImage"))
+            marks.append(item->property("source").toUrl().fileName());
+    }
+    QCOMPARE(marks, (QStringList{"orb_suc.png", "orb_suc.png", "orb_current.png", "orb_todo.png",
+                                 "orb_todo.png"}));
+
+    pages.orb.becomeConnected(true);
+    QVERIFY(!pages.shown("roadStrip"));
+}
+
+void TestCards::detailsAreBehindTheTab()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeConnected(true);
+    QCOMPARE(pages.item("sheet")->y(), 90.0 + 56 + 22);
+    QCOMPARE(pages.item("sheet")->height(), 875.0 - 168 - 30);
+    QVERIFY(!pages.item("details")->property("item").value<QObject *>());
+    QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_down.png"));
+    QCOMPARE(pages.item("drawerTab")->size(), QSizeF(60, 16));
+
+    pages.click("drawerTab");
+    QVERIFY(pages.window()->property("ispullDown").toBool());
+    QCOMPARE(pages.item("sheet")->y(), 90.0 + 56 + 488);
+    QCOMPARE(pages.item("sheet")->height(), 875.0 - 634 - 30);
+    QVERIFY(pages.shown("details"));
+    QVERIFY(pages.item("details")->property("item").value<QObject *>());
+    QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_up.png"));
+    // How things are stays in sight, and so does what ends them.
+    QVERIFY(texts(pages.item("headsetPage")).contains(zh("已连接，戴上眼镜开始串流吧！")));
+    QVERIFY(pages.shown("stopStreaming"));
+    QVERIFY(!pages.shown("steamItem"));
+
+    pages.click("drawerTab");
+    QVERIFY(!pages.window()->property("ispullDown").toBool());
+    QCOMPARE(pages.item("sheet")->y(), 168.0);
+    QVERIFY(pages.shown("steamItem"));
+}
+
+void TestCards::detailsTakeTheSamePlaceWithoutBanner()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeConnected(true);
+    pages.click("bannerHide");
+    QCOMPARE(pages.item("sheet")->y(), 90.0 + 22);
+    pages.click("drawerTab");
+    QCOMPARE(pages.item("sheet")->y(), 90.0 + 488 + 56);
+}
+
+void TestCards::tabIsThereOnlyWhileConnected()
+{
+    Interface pages;
+    pages.load();
+    QVERIFY(!pages.shown("drawerTab"));
+    pages.orb.becomeConnected(true);
+    QVERIFY(pages.shown("drawerTab"));
+    pages.click("drawerTab");
+    pages.orb.becomeConnected(false);
+    QVERIFY(!pages.shown("drawerTab"));
+    QVERIFY(!pages.window()->property("ispullDown").toBool());
+    pages.orb.becomeConnected(true);
+    QVERIFY(!pages.window()->property("ispullDown").toBool());
+}
+
+void TestCards::detailsShowEveryStageSinceWhen()
+{
+    Interface pages;
+    pages.load();
+    const QDateTime noon({2024, 1, 1}, {12, 0, 5});
+    pages.orb.becomeConnected(true);
+    pages.road.update({true, false, false, false, false}, noon);
+    pages.click("drawerTab");
+    pages.road.update({true, true, false, false, false}, noon.addSecs(10));
+    pages.settle();
+    QCOMPARE(texts(pages.item("roadList")),
+             (QStringList{"Steam", zh("已就绪"), zh("自 12:00:05"), "SteamVR", zh("已就绪"),
+                          zh("自 12:00:15"), zh("串流服务"), zh("等待中"), zh("自 12:00:05"),
+                          zh("VR眼镜"), zh("未就绪"), zh("自 12:00:05"), zh("串流连接"),
+                          zh("未就绪"), zh("自 12:00:05")}));
+}
+
+void TestCards::detailsShowWhatIsStreamed_data()
+{
+    QTest::addColumn<bool>("wired");
+    QTest::addColumn<int>("fps");
+    QTest::addColumn<QStringList>("values");
+    QTest::newRow("wireless, 90 Hz")
+        << false << 1 << QStringList{zh("眼镜ID：4B2F91"), zh("无线（Wi-Fi）"), "90 Hz", "50 Mbps"};
+    QTest::newRow("wired, 72 Hz") << true << 0
+                                  << QStringList{zh("眼镜ID：4B2F91"), zh("有线（USB）"), "72 Hz",
+                                                 "50 Mbps"};
+}
+
+void TestCards::detailsShowWhatIsStreamed()
+{
+    QFETCH(bool, wired);
+    QFETCH(int, fps);
+    QFETCH(QStringList, values);
+
+    Interface pages;
+    pages.load();
+    pages.orb.becomeWired(wired);
+    FakeOrb::Settings settings;
+    settings.fps = fps;
+    pages.orb.becomeSettings(settings);
+    pages.orb.becomeConnected(true, zh("眼镜ID：4B2F91"));
+    pages.click("drawerTab");
+    pages.settle();
+    QStringList found;
+    for (QQuickItem *item : Interface::shownItems(pages.item("details"))) {
+        if (item->metaObject()->indexOfProperty("value") >= 0)
+            found.append(item->property("value").toString());
+    }
+    QCOMPARE(found, values);
 }
 
 void TestCards::stepsFollowTheLink_data()

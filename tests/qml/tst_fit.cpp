@@ -46,6 +46,14 @@ void TestFit::set(Interface &pages, const QString &state)
     const QString name = QCoreApplication::translate("ORBManager", "星程之光眼镜");
     pages.orb.becomeSteamState(FakeOrb::Pass);
     pages.orb.becomeConnected(false, name);
+    pages.orb.becomeSystemInfo(
+        "[]",
+        QString(QStringLiteral("[[\"%1\",\"12th Gen Intel(R) Core(TM) i9-12900HK @ 5.00GHz\"],"
+                               "[\"%2\",\"NVIDIA GeForce RTX 3070 Ti Laptop GPU\"]]"))
+            .arg(QCoreApplication::translate("ORBManager", "处理器："),
+                 QCoreApplication::translate("ORBManager", "显卡：")));
+    pages.orb.becomeHardware(state == "no steam" ? FakeOrb::NotCanRun : FakeOrb::AdviceHardware);
+    pages.road.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
     if (state == "no steam") {
         pages.orb.becomeSteamState(FakeOrb::NoneSteam);
     } else if (state == "several headsets") {
@@ -54,12 +62,13 @@ void TestFit::set(Interface &pages, const QString &state)
                                  {"D2B1118C7A0E04", "192.168.1.42", false, false},
                                  {"X", "10.0.0.1", false, false}});
         emit pages.orb.showVrList(false, true);
-    } else if (state == "connected") {
+    } else if (state == "connected" || state == "details") {
         pages.orb.becomeSteam(true);
         pages.orb.becomeSteamVR(true);
         pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", true, true}});
         pages.orb.becomeConnected(true,
                                   QCoreApplication::translate("ORBManager", "眼镜ID：") + "4B2F91");
+        pages.window()->setProperty("ispullDown", state == "details");
     } else if (state == "wired") {
         pages.orb.becomeWired(true);
     } else if (state == "wired and plugged in") {
@@ -107,7 +116,7 @@ void TestFit::textsHaveRoom_data()
     QTest::addColumn<QString>("state");
     for (const char *language : {"", "chinese", "japanese"}) {
         for (const char *state : {"start", "first run", "no steam", "several headsets", "connected",
-                                  "wired", "wired and plugged in"})
+                                  "details", "wired", "wired and plugged in"})
             QTest::addRow("%s, %s", *language ? language : "source", state) << language << state;
     }
 }
@@ -123,7 +132,7 @@ void TestFit::textsHaveRoom()
     QVERIFY(pages.load());
     set(pages, state);
     pages.settle();
-    QCOMPARE(complaints(pages.window()->contentItem()), QStringList());
+    QCOMPARE(complaints(pages.window()->contentItem()).join('\n'), QString());
 }
 
 void TestFit::textsOfDialogsHaveRoom_data()

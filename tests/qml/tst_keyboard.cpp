@@ -80,10 +80,10 @@ void TestKeyboard::tabReachesEveryControl()
     pages.orb.headsets.fill({{"A", "10.0.0.1", true, true}, {"B", "10.0.0.2", false, false}});
     activate(pages);
 
-    QCOMPARE(walk(pages),
-             (QStringList{zh("使用帮助"), zh("用户反馈"), zh("设置"), zh("最小化"), zh("关闭"),
-                          zh("不再提示"), zh("启动"), zh("Steam VR检测不到设备？"),
-                          zh("切换为有线串流"), zh("A 上次使用"), zh("停止串流")}));
+    QCOMPARE(walk(pages), (QStringList{zh("使用帮助"), zh("用户反馈"), zh("设置"), zh("最小化"),
+                                       zh("关闭"), zh("不再提示"), zh("展开连接详情"),
+                                       zh("查看更多配置"), zh("启动"), zh("Steam VR检测不到设备？"),
+                                       zh("A 上次使用"), zh("停止串流"), zh("切换为有线串流")}));
 }
 
 void TestKeyboard::tabReachesBothModes()

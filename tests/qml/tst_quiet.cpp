@@ -17,6 +17,7 @@ private slots:
     void somethingTurnsWhileItSearches();
     void nothingTurnsInAWindowThatIsNotInFront();
     void nothingTurnsInAHiddenPart();
+    void pollWithoutNewsDrawsNothing_data();
     void pollWithoutNewsDrawsNothing();
 
 private:
@@ -66,6 +67,9 @@ private:
     }
     static void connectAll(Interface &pages)
     {
+        pages.orb.becomeSystemInfo("[]", "[[\"CPU\",\"fast\"]]");
+        pages.orb.becomeHardware(FakeOrb::AdviceHardware);
+        pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 0}));
         pages.orb.becomeSteamState(FakeOrb::Pass);
         pages.orb.becomeSteam(true);
         pages.orb.becomeSteamVR(true);
@@ -117,13 +121,23 @@ void TestQuiet::nothingTurnsInAHiddenPart()
     QCOMPARE(moving(pages), QStringList());
 }
 
+void TestQuiet::pollWithoutNewsDrawsNothing_data()
+{
+    QTest::addColumn<bool>("details");
+    QTest::newRow("cards") << false;
+    QTest::newRow("details of the connection") << true;
+}
+
 void TestQuiet::pollWithoutNewsDrawsNothing()
 {
+    QFETCH(bool, details);
+
     Interface pages;
     pages.load();
     pages.orb.becomeWired(true);
     connectAll(pages);
     activate(pages);
+    pages.window()->setProperty("ispullDown", details);
     pages.settle();
     QVERIFY(comesToRest(pages));
 
@@ -131,6 +145,7 @@ void TestQuiet::pollWithoutNewsDrawsNothing()
     for (int poll = 0; poll < 3; ++poll) {
         emit pages.orb.vrIsConnectChange();
         emit pages.orb.showVrList(true, false);
+        pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 5}));
         QCOMPARE(framesDrawn(pages), 0);
     }
 }

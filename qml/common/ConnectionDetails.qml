@@ -1,0 +1,80 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+
+// What lies behind the cards: the road of the connection and what is streamed
+// over it.
+RowLayout {
+    id: details
+
+    property var road: null
+
+    readonly property var facts: [
+        { label: qsTr("眼镜"), value: orb.vrName },
+        { label: qsTr("串流方式"), value: orb.wired ? qsTr("有线（USB）") : qsTr("无线（Wi-Fi）") },
+        { label: qsTr("刷新率"), value: orb.fpsIndex === 1 ? "90 Hz" : "72 Hz" },
+        { label: qsTr("码率"), value: orb.bitRate + " Mbps" }
+    ]
+
+    spacing: 3 * utils.grid
+
+    Rectangle {
+        color: utils.orb_itemdowncolor
+        radius: utils.cardRadius
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.preferredWidth: 2
+
+        ColumnLayout {
+            anchors.fill: parent
+            anchors.margins: 3 * utils.grid
+            spacing: utils.grid
+
+            Label {
+                text: qsTr("连接进度")
+                font.pixelSize: utils.textTitle
+                font.bold: true
+                Layout.fillWidth: true
+            }
+            RoadList {
+                objectName: "roadList"
+                road: details.road
+                Layout.fillWidth: true
+            }
+            Item {
+                Layout.fillHeight: true
+            }
+        }
+    }
+    Rectangle {
+        color: utils.orb_itemdowncolor
+        radius: utils.cardRadius
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.preferredWidth: 1
+
+        ColumnLayout {
+            anchors.fill: parent
+            anchors.margins: 3 * utils.grid
+            spacing: utils.grid
+
+            Label {
+                text: qsTr("连接详情")
+                font.pixelSize: utils.textTitle
+                font.bold: true
+                Layout.fillWidth: true
+            }
+            Repeater {
+                model: details.facts
+
+                KeyValueItem {
+                    label: modelData.label
+                    value: modelData.value
+                    Layout.fillWidth: true
+                }
+            }
+            Item {
+                Layout.fillHeight: true
+            }
+        }
+    }
+}
