@@ -87,6 +87,26 @@ qint64 ObjectReader::number(const QString &key, qint64 least, qint64 otherwise)
     return least;
 }
 
+std::vector<qint64> ObjectReader::numbers(const QString &key, qint64 least, qint64 most)
+{
+    std::vector<qint64> list;
+    if (!has(key))
+        return list;
+    bool ok = object_[key].isArray();
+    const QJsonArray entries = object_[key].toArray();
+    for (const QJsonValue &entry : entries) {
+        const double value = entry.toDouble(std::nan(""));
+        const bool good = value >= static_cast<double>(least) &&
+                          value <= static_cast<double>(most) && value == std::floor(value);
+        list.push_back(good ? static_cast<qint64>(value) : least);
+        ok = ok && good;
+    }
+    if (!ok)
+        fail(key,
+             QStringLiteral("must be a list of whole numbers from %1 to %2").arg(least).arg(most));
+    return list;
+}
+
 int ObjectReader::choice(const QString &key, const QStringList &words, int otherwise)
 {
     if (!has(key))

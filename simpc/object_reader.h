@@ -25,6 +25,8 @@ public:
     int milliseconds(const QString &key, int otherwise);
     // A whole number from `least` up.
     qint64 number(const QString &key, qint64 least, qint64 otherwise);
+    // A list of whole numbers from `least` up to `most`; empty without the key.
+    std::vector<qint64> numbers(const QString &key, qint64 least, qint64 most);
     // One of `words`, as its place among them.
     int choice(const QString &key, const QStringList &words, int otherwise);
     QJsonValue value(const QString &key);

@@ -56,8 +56,10 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
         pc.setWaveOuts(*change.waveOuts);
         news(QStringLiteral("sound outputs: ") + waveOutText(*change.waveOuts));
     }
-    for (const SimProcess &process : change.starting) {
-        pc.startProcess(process.name, process.path);
+    for (const StartingProcess &process : change.starting) {
+        const quint32 pid = pc.startProcess(process.name, process.path);
+        for (const quint16 port : process.ports)
+            pc.openPort(pid, port);
         news(process.name + QStringLiteral(" starts"));
     }
     for (const QString &name : change.ending) {
@@ -73,6 +75,11 @@ void scenario::build(const Scenario &scenario, SimPc &pc)
     for (const RegistryValue &value : scenario.registry)
         pc.setRegistryText(value.key, value.name, value.text);
     pc.setTotalMemory(scenario.memory);
+    pc.setOsVersion(scenario.osVersion);
+    pc.setHardware(scenario.hardware);
+    pc.setNetworkQuery(scenario.networkQuery);
+    for (auto command = scenario.commands.begin(); command != scenario.commands.end(); ++command)
+        pc.setCommand(command.key(), command.value());
     apply(scenario.beginning, pc, false);
     installSteam(pc, scenario.steam);
     for (const TimelineEntry &entry : scenario.timeline)

@@ -7,11 +7,20 @@
 #include "simpc/steam_world.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
 #include <optional>
 #include <vector>
+
+// A process of a scenario, and the TCP ports that it holds.
+struct StartingProcess
+{
+    QString name;
+    QString path;
+    std::vector<quint16> ports;
+};
 
 // What a scenario says about the state of the PC, at the beginning or at one
 // moment; what it does not mention stays as it is.
@@ -22,7 +31,7 @@ struct PcChange
     std::optional<QStringList> network; // a category for each connection
     std::optional<QStringList> recordingDevices;
     std::optional<std::vector<SimWaveOut>> waveOuts;
-    std::vector<SimProcess> starting; // without pids
+    std::vector<StartingProcess> starting;
     QStringList ending;
 };
 
@@ -55,6 +64,10 @@ struct Scenario
     QString title; // what a person sees, one line
     std::vector<RegistryValue> registry;
     quint64 memory = 0; // bytes
+    QString osVersion;
+    SimHardware hardware;
+    SimNetworkQuery networkQuery = SimNetworkQuery::Answers;
+    QMap<QString, QByteArray> commands; // names and scripts of SimPc::setCommand()
     PcChange beginning;
     SteamOptions steam;
     ServerPlan server;

@@ -2,6 +2,7 @@
 
 #include "base/json_document.h"
 #include "simpc/object_reader.h"
+#include "simpc/scenario_hardware.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,6 +37,7 @@ constexpr SeededName seededNames[] = {
     {"set.json", ScenarioFile::Home, ".local/share/KOLM/KOLM_Streaming_Assistant/set.json"},
     {"setting.inf", ScenarioFile::Home, ".local/share/KOLM/KOLM_Streaming_Assistant/setting.inf"},
     {"openvrpaths.vrpath", ScenarioFile::Home, "AppData/Local/openvr/openvrpaths.vrpath"},
+    {"compare.json", ScenarioFile::Work, "compare.json"},
 };
 
 std::vector<SimWaveOut> readWaveOuts(ObjectReader &reader, const QString &key)
@@ -71,9 +73,11 @@ PcChange readChange(ObjectReader &reader)
         change.waveOuts = readWaveOuts(reader, waveOuts);
     const QString start = QStringLiteral("start");
     for (ObjectReader &entry : reader.objects(start)) {
-        SimProcess process;
+        StartingProcess process;
         process.name = entry.text(QStringLiteral("name"), QString());
         process.path = entry.text(QStringLiteral("path"), QString());
+        for (const qint64 port : entry.numbers(QStringLiteral("ports"), 1, 65535))
+            process.ports.push_back(static_cast<quint16>(port));
         if (process.name.isEmpty())
             entry.fail(QStringLiteral("name"), QStringLiteral("is missing"));
         entry.done();
@@ -101,9 +105,7 @@ void readPc(ObjectReader reader, Scenario *scenario)
         for (const QString &name : values.freeKeys())
             scenario->registry.push_back({key, name, values.text(name, QString())});
     }
-    // A little of the 16 GiB is not the system's to use.
-    scenario->memory = static_cast<quint64>(
-        reader.number(QStringLiteral("memoryBytes"), 0, 16LL * 1024 * 1024 * 1024 - 1));
+    scenario::readHardware(reader, scenario);
     scenario->beginning = readChange(reader);
     reader.done();
 }

@@ -55,6 +55,9 @@ private slots:
     void theFirstMistakeIsTold();
     void leftOutKeysHaveTheirDefaults();
     void everyKeyOfThePcArrives();
+    void everyKeyOfTheHardwareArrives();
+    void whatDirect3DAnswersIsAWord_data();
+    void whatDirect3DAnswersIsAWord();
     void everyPowerLineWordHasItsStatus_data();
     void everyPowerLineWordHasItsStatus();
     void everyKeyOfSteamAndSteamVrArrives();
@@ -98,12 +101,36 @@ void ScenarioTest::everyCompiledInScenarioLoads()
 
 void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
 {
-    QCOMPARE(
-        scenario::names(),
-        QStringList({"external-server", "first-run", "headset-drops-and-returns",
-                     "leftover-steamvr", "no-steam", "on-battery", "one-headset", "public-network",
-                     "server-never-comes", "slow-steam", "steam-already-running", "steamvr-restart",
-                     "too-slow-steam", "two-headsets"}));
+    QCOMPARE(scenario::names(), QStringList({"amd-then-intel",
+                                             "cable-missing",
+                                             "cable-present",
+                                             "card-not-listed",
+                                             "exactly-8-gib",
+                                             "external-server",
+                                             "first-run",
+                                             "headset-drops-and-returns",
+                                             "intel-then-amd",
+                                             "laptop-with-two-adapters",
+                                             "leftover-steamvr",
+                                             "network-query-hangs",
+                                             "no-audio",
+                                             "no-graphics-driver",
+                                             "no-steam",
+                                             "old-graphics-driver",
+                                             "on-battery",
+                                             "one-headset",
+                                             "ports-taken-by-helpers",
+                                             "ports-taken",
+                                             "public-network",
+                                             "server-never-comes",
+                                             "single-amd",
+                                             "slow-steam",
+                                             "steam-already-running",
+                                             "steamvr-restart",
+                                             "surround-speakers",
+                                             "too-slow-steam",
+                                             "two-headsets",
+                                             "windows-8-1"}));
     QString error;
     const auto load = [&error](const char *name) { return scenario::load(name, &error); };
     QCOMPARE(load("one-headset").server.headsets.size(), size_t(1));
@@ -185,6 +212,23 @@ void ScenarioTest::mistakesAreToldPlainly_data()
     row("unknown key", R"("steem":{})", R"("steem" is not a key of a scenario)");
     row("unknown inner key", R"("steam":{"runing":true})",
         R"("steam.runing" is not a key of a scenario)");
+    row("ports that are none", R"("pc":{"start":[{"name":"x","ports":[0]}]})",
+        R"("pc.start[0].ports" must be a list of whole numbers from 1 to 65535)");
+    row("ports beyond the last", R"("pc":{"start":[{"name":"x","ports":[80,65536]}]})",
+        R"("pc.start[0].ports" must be a list of whole numbers from 1 to 65535)");
+    row("one port", R"("pc":{"start":[{"name":"x","ports":80}]})",
+        R"("pc.start[0].ports" must be a list of whole numbers from 1 to 65535)");
+    row("unknown vendor", R"("pc":{"adapters":[{"vendor":"acme","name":"x"}]})",
+        R"("pc.adapters[0].vendor" must be one of "nvidia", "amd", "intel", "microsoft")");
+    row("nameless adapter", R"("pc":{"adapters":[{}]})", R"("pc.adapters[0].name" is missing)");
+    row("no version", R"("pc":{"displayDrivers":[{}]})",
+        R"("pc.displayDrivers[0].version" must be four numbers up to 65535, like "31.0.15.5176")");
+    row("a number too large", R"("pc":{"displayDrivers":[{"version":"1.2.3.65536"}]})",
+        R"("pc.displayDrivers[0].version" must be four numbers up to 65535, like "31.0.15.5176")");
+    row("unknown key of an adapter", R"("pc":{"adapters":[{"name":"x","vram":1}]})",
+        R"("pc.adapters[0].vram" is not a key of a scenario)");
+    row("a command without a text", R"("pc":{"commands":{"netsh":1}})",
+        R"("pc.commands.netsh" must be a text)");
     row("unknown key in a list", R"("at":[{"seconds":1},{"seconds":2,"ac":"offline"}])",
         R"("at[1].ac" is not a key of a scenario)");
     row("the beginning's key in the timeline", R"("at":[{"seconds":1,"os":"x"}])",
@@ -334,6 +378,65 @@ void ScenarioTest::everyKeyOfThePcArrives()
     QCOMPARE(pc.processes()[0].path, QString("C:\\adb.exe"));
     // How it was from the beginning is no news.
     QCOMPARE(pc.happenings(), QStringList());
+}
+
+void ScenarioTest::everyKeyOfTheHardwareArrives()
+{
+    const Scenario scenario = parsed(R"x("pc":{
+        "osVersion":"8.1", "networkQuery":"hangs", "direct3D":"10.1",
+        "adapters":[{"vendor":"amd","device":29695,"name":"RX","memoryBytes":8573157376},
+                    {"vendor":"microsoft","device":140,"name":"Basic"}],
+        "displayDrivers":[{"version":"31.0.15.5176"},{"manufacturer":"AMD","version":"1.2.3.4"}],
+        "commands":{"netsh":"it's 100%s\n"},
+        "start":[{"name":"a.exe","ports":[9943,80]},{"name":"b.exe"}]})x");
+    ManualClock clock;
+    SimPc pc(clock);
+    scenario::build(scenario, pc);
+    QCOMPARE(pc.osVersion(), QString("8.1"));
+    QCOMPARE(pc.networkQuery(), SimNetworkQuery::Hangs);
+    const SimHardware hardware = pc.hardware();
+    QCOMPARE(hardware.adapters.size(), size_t(2));
+    QCOMPARE(hardware.adapters[0].vendorId, 0x1002U);
+    QCOMPARE(hardware.adapters[0].deviceId, 29695U);
+    QCOMPARE(hardware.adapters[0].name, QString("RX"));
+    QCOMPARE(hardware.adapters[0].memory, quint64(8573157376));
+    QCOMPARE(hardware.adapters[1].vendorId, 0x1414U);
+    QCOMPARE(hardware.direct3D.highestLevel, 0xa100U);
+    QCOMPARE(hardware.direct3D.result, 0U);
+    QCOMPARE(hardware.displayDevices.value().size(), size_t(1));
+    const std::vector<SimDriver> drivers = hardware.displayDevices.value()[0].drivers;
+    QCOMPARE(drivers.size(), size_t(2));
+    QCOMPARE(drivers[0].manufacturer, QString("NVIDIA"));
+    QCOMPARE(drivers[0].version, quint64(0x001f'0000'000f'1438));
+    QCOMPARE(drivers[1].manufacturer, QString("AMD"));
+    QCOMPARE(drivers[1].version, quint64(0x0001'0002'0003'0004));
+    QCOMPARE(pc.runCommand("netsh show").value(), QByteArray("printf %s 'it'\\''s 100%s\n'"));
+    QVERIFY(!pc.runCommand("other"));
+    QCOMPARE(pc.tcpRows().size(), size_t(2));
+    QCOMPARE(pc.tcpRows()[0].localPort, quint16(9943));
+    QCOMPARE(pc.tcpRows()[1].localPort, quint16(80));
+    QCOMPARE(pc.tcpRows()[1].pid, pc.processes()[0].pid);
+}
+
+void ScenarioTest::whatDirect3DAnswersIsAWord_data()
+{
+    QTest::addColumn<QByteArray>("word");
+    QTest::addColumn<quint32>("result");
+    QTest::addColumn<quint32>("level");
+    QTest::newRow("11.0") << QByteArray("11.0") << 0U << 0xb000U;
+    QTest::newRow("10.0") << QByteArray("10.0") << 0U << 0xa000U;
+    QTest::newRow("9.3") << QByteArray("9.3") << 0U << 0x9300U;
+    QTest::newRow("9.1") << QByteArray("9.1") << 0U << 0x9100U;
+    QTest::newRow("too old") << QByteArray("level 11 unknown") << 0x80070057U << 0U;
+    QTest::newRow("fails") << QByteArray("fails") << 0x887a0004U << 0U;
+}
+
+void ScenarioTest::whatDirect3DAnswersIsAWord()
+{
+    QFETCH(QByteArray, word);
+    const Scenario scenario = parsed("\"pc\":{\"direct3D\":\"" + word + "\"}");
+    QTEST(scenario.hardware.direct3D.result, "result");
+    QTEST(scenario.hardware.direct3D.highestLevel, "level");
 }
 
 void ScenarioTest::everyPowerLineWordHasItsStatus_data()
