@@ -7,8 +7,10 @@
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
 #include "controller/feedback.h"
+#include "controller/firewall_step.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
+#include "controller/pc_check.h"
 #include "controller/poll.h"
 #include "controller/readiness.h"
 #include "controller/streaming_settings.h"
@@ -33,12 +35,14 @@ constexpr int storedWired = 1;
 
 ORBManager::ORBManager(Services services, QObject *parent)
     : QObject(parent), services_(std::move(services)), startTime_(services_.clock.now()),
-      events_(services_.report)
+      events_(services_.report), pc_(std::make_unique<PcCheck>(services_.system))
 {
     // Whatever an earlier session left running would keep our driver and the
     // control port busy.
     services_.steam.stopSteamVR();
     captureStartSettings();
+    // Switched off: it needs the folder of a SteamVR to look for.
+    firewall_step::run(QString(), services_.steam, services_.link);
     const QStringList recent = recent_headsets::load(services_.dataDir);
 
     model_ = new VRListModel(this);
@@ -136,12 +140,21 @@ void ORBManager::hookAdb()
 
 void ORBManager::startUp()
 {
+    checkSystem();
     flow_->setLink(&services_.link());
     readiness_->startUp();
     pollTimer_ = services_.clock.startTimer(pollInterval, this);
     polling_ = true;
     readiness_->planLooks();
     qInfo("init end");
+}
+
+void ORBManager::checkSystem()
+{
+    pc_->look();
+    emit systemInfoChange();
+    pc_->rememberNames();
+    emit pcHardwareChange();
 }
 
 void ORBManager::timerEvent(QTimerEvent *)
@@ -170,20 +183,22 @@ void ORBManager::onAdbTip()
 
 QString ORBManager::systemInfo() const
 {
-    return QStringLiteral("[]");
+    return pc_->systemInfo();
 }
 
 QString ORBManager::simplySystemInfo() const
 {
-    return QStringLiteral("[]");
+    return pc_->simplySystemInfo();
 }
 
-ORBManager::HardwareState ORBManager::pcHardware() const
+ORBManager::HardwareState ORBManager::pcHardware()
 {
-    const HardwareState state = NotCanRun;
+    const PcCheck::Verdict verdict = pc_->judge();
+    if (verdict.driverTooOld)
+        emit showUpdateGPUPage();
     // Each reading counts, also those by which a page keeps itself current.
-    events_.modeViewed(mode_->wired(), state != NotCanRun);
-    return state;
+    events_.modeViewed(mode_->wired(), verdict.canRun);
+    return verdict.canRun ? AdviceHardware : NotCanRun;
 }
 
 ORBManager::SteamState ORBManager::steamState() const
@@ -285,17 +300,12 @@ bool ORBManager::hasEnumdevices() const
 
 bool ORBManager::av1Available() const
 {
-    return false;
+    return services_.config.isAv1Capable(pc_->gpuName());
 }
 
 bool ORBManager::nvidiaAvailable() const
 {
-    return ConfigManager::isNvidia(gpuName());
-}
-
-QString ORBManager::gpuName() const
-{
-    return {};
+    return ConfigManager::isNvidia(pc_->gpuName());
 }
 
 void ORBManager::setWiredOrWireless(bool wired)
@@ -376,7 +386,10 @@ void ORBManager::openNetworkSetting()
 
 bool ORBManager::installAudio()
 {
-    return SystemInfo::hasVirtualCable();
+    if (SystemInfo::hasVirtualCable())
+        return true;
+    SystemInfo::installVirtualCable(services_.applicationDir);
+    return false;
 }
 
 QString ORBManager::trimmedString(QString str)
@@ -396,7 +409,12 @@ void ORBManager::shutdownADB()
     services_.adb().killAdb();
 }
 
-void ORBManager::checkPortUsage() {}
+void ORBManager::checkPortUsage()
+{
+    const QStringList blockers = PcCheck::portBlockers();
+    if (!blockers.isEmpty())
+        emit showUseProtPage(blockers.join(QStringLiteral(", ")));
+}
 
 bool ORBManager::isD2()
 {

@@ -19,6 +19,7 @@ class ConnectionFlow;
 class ConnectionRoad;
 class HeadsetLink;
 class LinkMode;
+class PcCheck;
 class Poll;
 class QUrl;
 class Readiness;
@@ -100,7 +101,8 @@ public:
 
     QString systemInfo() const;
     QString simplySystemInfo() const;
-    HardwareState pcHardware() const;
+    // Decides anew with every read, and reports that.
+    HardwareState pcHardware();
     SteamState steamState() const;
     QString vrName() const;
     bool vrIsConnect() const;
@@ -185,14 +187,15 @@ private:
     void connectParts();
     void hookAdb();
     void startUp();
+    void checkSystem();
     void onUsbHeadset(bool connect, const QString &serial);
     void onAdbTip();
-    QString gpuName() const;
 
     Services services_;
     QDateTime startTime_;
     QMutex switchLock_;
     UsageEvents events_;
+    std::unique_ptr<PcCheck> pc_;
     VRListModel *model_ = nullptr;
     ConnectionRoad *road_ = nullptr;
     ConnectionFlow *flow_ = nullptr;

@@ -303,3 +303,15 @@ void SteamManager::setRestartSerial(const QString &serial)
     const QMutexLocker lock(&startMutex_);
     restartSerial_ = serial;
 }
+
+void SteamManager::setVrstartupPath(const QString &steamVRPath)
+{
+    vrstartupPath_ = steamVRPath + QStringLiteral("\\bin\\win64\\vrstartup.exe");
+}
+
+bool SteamManager::hasFirewallRule(const QString &steamVRPath) const
+{
+    const QString rules = SystemInfo::runCommand(
+        "netsh advfirewall firewall show rule name=\"SteamVR ORB vrserver\" verbose");
+    return rules.contains(steamVRPath + QStringLiteral("\\bin\\win64\\vrserver.exe"));
+}

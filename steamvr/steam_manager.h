@@ -59,6 +59,13 @@ public:
     // Any thread; sleeps 1.5 s on it.
     void restartSteamVR();
 
+    // Where SteamVR's start-up program lies, below SteamVR's folder.
+    void setVrstartupPath(const QString &steamVRPath);
+    // Whether the firewall has the streaming's inbound rule for the server of
+    // the SteamVR in this folder, letter case included. Blocks while the system
+    // is asked; any thread.
+    bool hasFirewallRule(const QString &steamVRPath) const;
+
     // The serial that is stored as the last one on a restart. Any thread.
     void setRestartSerial(const QString &serial);
 
@@ -79,6 +86,7 @@ private:
     int steamSeenCount_ = 4;
     int steamVRMissCount_ = 0;
     QMutex startMutex_; // guards the launch; taken before countMutex_
+    QString vrstartupPath_;
     QString restartSerial_;
     bool starting_ = false;
     SharedCell cell_;

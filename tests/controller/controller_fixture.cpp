@@ -96,12 +96,12 @@ bool ServerInProcess::hasClient() const
     return present;
 }
 
-PcFixture::PcFixture(const QString &dirName, const SteamOptions &options)
+PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const Describe &describe)
     : dir(dirName),
       pc((QDir().mkpath(dirName + vrPathFolder),
           writeVrPath(R"({"runtime":["C:\\SteamVR"],"external_drivers":null})"), clock)),
       config(dirName, [] { return SystemInfo::hasVirtualCable(); }),
-      steam((installSteam(pc, withHome(options, dirName)),
+      steam((installSteam(pc, withHome(options, dirName)), describe ? describe(pc) : void(),
              SteamManager::Environment{
                  clock, config, QStringLiteral("C:/KOLM"), dirName,
                  [this](std::function<void()> work) { pool.push_back(std::move(work)); }}))
@@ -142,8 +142,9 @@ void PcFixture::pass(int milliseconds)
     }
 }
 
-ControllerFixture::ControllerFixture(const QString &dirName, const SteamOptions &options)
-    : PcFixture(dirName, options)
+ControllerFixture::ControllerFixture(const QString &dirName, const SteamOptions &options,
+                                     const Describe &describe)
+    : PcFixture(dirName, options, describe)
 {
 }
 
@@ -172,6 +173,8 @@ ORBManager &ControllerFixture::orb()
     const auto note = [this](const char *name) { return [this, name] { emitted << name; }; };
     ORBManager *orb = orb_.get();
     QObject::connect(orb, &ORBManager::systemInfoChange, note("systemInfoChange"));
+    QObject::connect(orb, &ORBManager::pcHardwareChange, note("pcHardwareChange"));
+    QObject::connect(orb, &ORBManager::showUpdateGPUPage, note("showUpdateGPUPage"));
     QObject::connect(orb, &ORBManager::steamStateChange, note("steamStateChange"));
     QObject::connect(orb, &ORBManager::vrIsConnectChange, note("vrIsConnectChange"));
     QObject::connect(orb, &ORBManager::handleEvent, note("handleEvent"));
@@ -188,6 +191,9 @@ ORBManager &ControllerFixture::orb()
     QObject::connect(orb, &ORBManager::wiredChange, note("wiredChange"));
     QObject::connect(orb, &ORBManager::showToast, [this](const QString &text, int duration) {
         emitted << QStringLiteral("showToast(%1,%2)").arg(text).arg(duration);
+    });
+    QObject::connect(orb, &ORBManager::showUseProtPage, [this](const QString &names) {
+        emitted << QStringLiteral("showUseProtPage(%1)").arg(names);
     });
     QObject::connect(orb, &ORBManager::showVrList, [this](bool connected, bool byUser) {
         emitted << QStringLiteral("showVrList(%1,%2)")

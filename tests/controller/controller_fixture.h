@@ -15,6 +15,7 @@
 
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -54,7 +55,11 @@ private:
 // real ones.
 struct PcFixture
 {
-    explicit PcFixture(const QString &dir, const SteamOptions &options = {});
+    using Describe = std::function<void(SimPc &)>;
+
+    // `describe` tells what else the PC is like before anybody asks it.
+    explicit PcFixture(const QString &dir, const SteamOptions &options = {},
+                       const Describe &describe = {});
     ~PcFixture();
 
     void writeVrPath(const QByteArray &json);
@@ -80,7 +85,8 @@ struct PcFixture
 // The controller on it, with a record of everything that it emits.
 struct ControllerFixture : PcFixture
 {
-    explicit ControllerFixture(const QString &dir, const SteamOptions &options = {});
+    explicit ControllerFixture(const QString &dir, const SteamOptions &options = {},
+                               const Describe &describe = {});
     ~ControllerFixture();
 
     // The object under test, made on first use.
