@@ -64,6 +64,40 @@ private slots:
         QCOMPARE(program.wait(), 0);
     }
 
+    void theVerdictOnThePcIsLoggedAndHoldsNothingUp_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<QString>("logged");
+        QTest::addColumn<QString>("notLogged");
+        QTest::newRow("good") << "laptop-with-two-adapters"
+                              << "hardware: 4 8"
+                              << "not match";
+        QTest::newRow("not enough") << "card-not-listed"
+                                    << "cpu or gpu not match"
+                                    << "驱动程序版本";
+        QTest::newRow("too old a system") << "windows-8-1"
+                                          << "system not match"
+                                          << "hardware: ";
+        QTest::newRow("old driver") << "old-graphics-driver"
+                                    << "[0]NVIDIA 驱动程序版本：31.0.15.3741"
+                                    << "not match";
+        QTest::newRow("a query that hangs") << "network-query-hangs"
+                                            << "init end"
+                                            << "powershellcmd";
+    }
+    void theVerdictOnThePcIsLoggedAndHoldsNothingUp()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(QString, logged);
+        QFETCH(QString, notLogged);
+        Program program(dir(), scenario);
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 0);
+        QVERIFY2(program.log().contains(logged), qPrintable(program.log()));
+        QVERIFY2(!program.log().contains(notLogged), qPrintable(program.log()));
+    }
+
     void aHeadsetThatDropsReturns()
     {
         Program program(dir(), "headset-drops-and-returns");
