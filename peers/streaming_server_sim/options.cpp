@@ -132,6 +132,8 @@ Options Options::parse(const QStringList &arguments, QString *error, QString *he
         option("restart-at", "Asks for a restart of SteamVR, once.", "SECONDS"),
         option("hello", "Greets with Hello on every connection."),
         option("usb", "Answers WiredConnect with true: a headset is on the cable."),
+        option("usb-port", "Answers it with true while this port of the PC leads to a headset.",
+               "port", "0"),
         option("serial-first", "The deviceId: item comes before the headsets, not after them."),
         option("device-id",
                "Reports SERIAL as the current headset, not the connected headset's own.", "SERIAL"),
@@ -173,6 +175,7 @@ Options Options::parse(const QStringList &arguments, QString *error, QString *he
         options.restartAt = reader.milliseconds(QStringLiteral("restart-at"));
     options.hello = parser.isSet(QStringLiteral("hello"));
     options.usb = parser.isSet(QStringLiteral("usb"));
+    options.usbPort = static_cast<int>(reader.number(QStringLiteral("usb-port"), 0, 65535));
     options.serialFirst = parser.isSet(QStringLiteral("serial-first"));
     options.deviceId = parser.value(QStringLiteral("device-id"));
     if (parser.isSet(QStringLiteral("split")))

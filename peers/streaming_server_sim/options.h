@@ -26,6 +26,7 @@ struct Options
     int restartAt = -1;
     bool hello = false;
     bool usb = false;
+    int usbPort = 0; // of this PC, leads to the headset; 0: `usb` decides
     bool serialFirst = false;
     QString deviceId;
     int split = 0; // bytes a piece; 0: whole

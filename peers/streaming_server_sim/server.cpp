@@ -11,7 +11,7 @@ constexpr int neverConnected = 3;
 } // namespace
 
 Server::Server(const Options &options, Record &record)
-    : options_(options), record_(record), connection_(options, record)
+    : options_(options), record_(record), connection_(options, record), usb_(options)
 {
     connect(&connection_, &Connection::opened, this, &Server::opened);
     connect(&connection_, &Connection::received, this, &Server::answer);
@@ -80,7 +80,7 @@ void Server::answer(const QByteArray &text)
         connection_.reply("HMDINFOBACK\t" +
                           headsets_.report(options_.deviceId, options_.serialFirst).toUtf8());
     else if (words == QStringLiteral("WiredConnect"))
-        connection_.reply(options_.usb ? "DeviceConnectBack\ttrue" : "DeviceConnectBack\tfalse");
+        connection_.reply(usb_.ask() ? "DeviceConnectBack\ttrue" : "DeviceConnectBack\tfalse");
     else if (words == QStringLiteral("RegisterFireWall"))
         record_.did(QStringLiteral("firewall rule registered"));
     else if (command == QStringLiteral("LinkTo"))

@@ -5,6 +5,7 @@
 #include "peers/streaming_server_sim/headsets.h"
 #include "peers/streaming_server_sim/options.h"
 #include "peers/streaming_server_sim/record.h"
+#include "peers/streaming_server_sim/usb_headset.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -38,6 +39,7 @@ private:
     Record &record_;
     Connection connection_;
     Headsets headsets_;
+    UsbHeadset usb_;
     bool restartWanted_ = false; // and not yet said
     bool wasConnected_ = false;
 };

@@ -26,6 +26,7 @@ private slots:
     void aDropTakesBackALinkUnderWay();
     void aWiredConnectIsAnsweredByTheCable_data();
     void aWiredConnectIsAnsweredByTheCable();
+    void aHeadsetBehindAPortAnswersWhileItIsReached();
     void asksOnceForARestart();
     void asksForTheRestartWhenConnectedAtLast();
     void greetsOnEveryConnection();
@@ -220,6 +221,27 @@ void StreamingServerTalkTest::aWiredConnectIsAnsweredByTheCable()
     // The wireless counterpart has no answer.
     assistant.say("WirelessConnect");
     QCOMPARE(assistant.ask("WiredConnect"), answer);
+}
+
+void StreamingServerTalkTest::aHeadsetBehindAPortAnswersWhileItIsReached()
+{
+    Assistant assistant;
+    Program program;
+    QTcpServer cable;
+    QVERIFY(cable.listen(QHostAddress::LocalHost));
+    QVERIFY(program.start(assistant.port(), {"--usb-port", QString::number(cable.serverPort())}));
+    QVERIFY(assistant.accept());
+    const QByteArray no = "DeviceConnectBack\tfalse";
+    const QByteArray yes = "DeviceConnectBack\ttrue";
+    QCOMPARE(assistant.ask("WiredConnect"), no);
+    QVERIFY(cable.waitForNewConnection(5000));
+    QTcpSocket *headset = cable.nextPendingConnection();
+    QCOMPARE(assistant.ask("WiredConnect"), no); // it has not greeted yet
+    headset->write("HEADSET\n");
+    QVERIFY(headset->waitForBytesWritten(5000));
+    QTRY_COMPARE(assistant.ask("WiredConnect"), yes);
+    headset->close();
+    QTRY_COMPARE(assistant.ask("WiredConnect"), no);
 }
 
 void StreamingServerTalkTest::asksOnceForARestart()
