@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QMutex>
 #include <QQmlApplicationEngine>
+#include <QQmlContext>
 #include <QQuickWindow>
 
 #include <cstdlib>
@@ -30,6 +31,14 @@ void drawWithoutScreen()
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (platform.startsWith("offscreen") && !qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
+}
+
+// As the mode page and its switch do.
+void chooseMode(QQmlApplicationEngine &engine, bool wired)
+{
+    QObject *orb = engine.rootContext()->contextProperty(QStringLiteral("orb")).value<QObject *>();
+    if (orb)
+        orb->setProperty("wired", wired);
 }
 
 // The close button of the main window and the window manager both end in this
@@ -105,7 +114,14 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
                      [&engine] { closeProgram(engine); });
     // The notifier belongs to the event loop and ends with it.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
-                     d->closeSignals.get(), [this] { d->closeSignals.reset(); });
+                     d->closeSignals.get(), [this] {
+                         thePc()->pc().onPerson({});
+                         d->closeSignals.reset();
+                     });
+    thePc()->pc().onPerson([&engine](bool wired) {
+        QMetaObject::invokeMethod(
+            &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
+    });
     if (!road)
         return;
 

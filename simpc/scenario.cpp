@@ -33,6 +33,16 @@ QString waveOutText(const std::vector<SimWaveOut> &devices)
     return listText(names);
 }
 
+QString cableText(const std::vector<SimHeadset> &cable)
+{
+    QStringList names;
+    for (const SimHeadset &headset : cable)
+        names.append(headset.serial + (headset.state == QLatin1String("device")
+                                           ? QString()
+                                           : QStringLiteral(" (%1)").arg(headset.state)));
+    return listText(names);
+}
+
 // The beginning is no news; every later change is.
 void apply(const PcChange &change, SimPc &pc, bool isNews)
 {
@@ -55,6 +65,15 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
     if (change.waveOuts) {
         pc.setWaveOuts(*change.waveOuts);
         news(QStringLiteral("sound outputs: ") + waveOutText(*change.waveOuts));
+    }
+    if (change.cable) {
+        pc.setCable(*change.cable);
+        news(QStringLiteral("on the USB cable: ") + cableText(*change.cable));
+    }
+    if (change.wired) {
+        news(QStringLiteral("the person chooses ") +
+             (*change.wired ? QStringLiteral("USB") : QStringLiteral("Wi-Fi")));
+        pc.personChooses(*change.wired);
     }
     for (const StartingProcess &process : change.starting) {
         const quint32 pid = pc.startProcess(process.name, process.path);

@@ -2,6 +2,7 @@
 // every key), for demonstrations and end-to-end tests.
 #pragma once
 
+#include "simpc/adb_world.h"
 #include "simpc/server_plan.h"
 #include "simpc/sim_pc.h"
 #include "simpc/steam_world.h"
@@ -31,6 +32,8 @@ struct PcChange
     std::optional<QStringList> network; // a category for each connection
     std::optional<QStringList> recordingDevices;
     std::optional<std::vector<SimWaveOut>> waveOuts;
+    std::optional<std::vector<SimHeadset>> cable;
+    std::optional<bool> wired; // what the person chooses
     std::vector<StartingProcess> starting;
     QStringList ending;
 };
@@ -71,6 +74,7 @@ struct Scenario
     PcChange beginning;
     SteamOptions steam;
     ServerPlan server;
+    AdbPlan adb;
     std::vector<TimelineEntry> timeline;
     std::vector<ScenarioFile> files;
 };

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonObject>
 
 // The macro has to stand outside any namespace.
@@ -17,6 +18,7 @@ static void initScenarioResources()
 
 namespace {
 
+constexpr int headsetPort = 9943; // of this PC, and of the headset
 const QString resourceFolder = QStringLiteral(":/simpc/scenarios");
 const QString windowsKey =
     QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion");
@@ -53,6 +55,26 @@ std::vector<SimWaveOut> readWaveOuts(ObjectReader &reader, const QString &key)
     return devices;
 }
 
+std::vector<SimHeadset> readCable(ObjectReader &reader, const QString &key)
+{
+    std::vector<SimHeadset> cable;
+    if (!reader.value(key).isArray() || !reader.value(key).toArray().first().isObject()) {
+        for (const QString &serial : reader.texts(key, {}))
+            cable.push_back({serial});
+        return cable;
+    }
+    for (ObjectReader &entry : reader.objects(key)) {
+        SimHeadset headset;
+        headset.serial = entry.text(QStringLiteral("serial"), QString());
+        headset.state = entry.text(QStringLiteral("state"), headset.state);
+        if (headset.serial.isEmpty())
+            entry.fail(QStringLiteral("serial"), QStringLiteral("is missing"));
+        entry.done();
+        cable.push_back(headset);
+    }
+    return cable;
+}
+
 PcChange readChange(ObjectReader &reader)
 {
     PcChange change;
@@ -71,6 +93,9 @@ PcChange readChange(ObjectReader &reader)
     const QString waveOuts = QStringLiteral("waveOuts");
     if (reader.has(waveOuts))
         change.waveOuts = readWaveOuts(reader, waveOuts);
+    const QString cable = QStringLiteral("usb");
+    if (reader.has(cable))
+        change.cable = readCable(reader, cable);
     const QString start = QStringLiteral("start");
     for (ObjectReader &entry : reader.objects(start)) {
         StartingProcess process;
@@ -186,12 +211,30 @@ void readServer(ObjectReader &root, ServerPlan *plan)
     }
     plan->linkDelay = reader.milliseconds(QStringLiteral("linkDelay"), plan->linkDelay);
     plan->restart = reader.milliseconds(QStringLiteral("restartAt"), plan->restart);
-    plan->usb = reader.flag(QStringLiteral("usb"), plan->usb);
+    const QString usb = QStringLiteral("usb");
+    if (reader.value(usb).toString() == QLatin1String("adb"))
+        plan->usbPort = headsetPort;
+    else
+        plan->usb = reader.flag(usb, plan->usb);
     plan->hello = reader.flag(QStringLiteral("hello"), plan->hello);
     plan->deviceIdFirst = reader.flag(QStringLiteral("serialFirst"), plan->deviceIdFirst);
     plan->deviceId = reader.text(QStringLiteral("deviceId"), plan->deviceId);
     plan->split = static_cast<int>(reader.number(QStringLiteral("split"), 1, plan->split));
     plan->join = static_cast<int>(reader.number(QStringLiteral("join"), 1, plan->join));
+    reader.done();
+}
+
+void readAdb(ObjectReader &root, AdbPlan *plan)
+{
+    const QString key = QStringLiteral("adb");
+    if (!root.value(key).isObject()) {
+        plan->onPath = root.choice(key, {"sim", "none"}, 0) == 0;
+        return;
+    }
+    ObjectReader reader = root.object(key);
+    plan->onPath = reader.flag(QStringLiteral("onPath"), plan->onPath);
+    plan->hangs = reader.flag(QStringLiteral("hangs"), plan->hangs);
+    plan->runsFrom = reader.text(QStringLiteral("runsFrom"), plan->runsFrom);
     reader.done();
 }
 
@@ -204,6 +247,9 @@ void readTimeline(ObjectReader &root, std::vector<TimelineEntry> *timeline)
             reader.fail(seconds, QStringLiteral("is missing"));
         entry.at = reader.milliseconds(seconds, 0);
         entry.change = readChange(reader);
+        const QString person = QStringLiteral("personChooses");
+        if (reader.has(person))
+            entry.change.wired = reader.choice(person, {"usb", "wifi"}, 0) == 0;
         reader.done();
         timeline->push_back(entry);
     }
@@ -269,6 +315,7 @@ Scenario scenario::parse(const QByteArray &text, const QString &name, QString *e
     readSteam(root.object(QStringLiteral("steam")), root.object(QStringLiteral("steamVR")),
               &scenario.steam);
     readServer(root, &scenario.server);
+    readAdb(root, &scenario.adb);
     scenario.steam.setsCell = scenario.server.kind == ServerPlan::External;
     readTimeline(root, &scenario.timeline);
     readFiles(root.object(QStringLiteral("files")), json, &scenario.files);

@@ -39,6 +39,8 @@ QStringList ServerPlan::arguments(qint64 elapsed) const
         arguments << QStringLiteral("--restart-at") << seconds(restart - elapsed);
     if (usb)
         arguments << QStringLiteral("--usb");
+    if (usbPort > 0)
+        arguments << QStringLiteral("--usb-port") << QString::number(usbPort);
     if (hello)
         arguments << QStringLiteral("--hello");
     if (deviceIdFirst)

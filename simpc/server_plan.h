@@ -30,6 +30,7 @@ struct ServerPlan
     int linkDelay = 500; // ms from a request to link until the headset is connected
     int restart = -1;    // ms from the first start until it wants SteamVR restarted
     bool usb = false;    // a headset is on the cable
+    int usbPort = 0;     // one is, if it is reached through this port of the PC; 0: as above
     bool hello = false;  // greets on connecting
     bool deviceIdFirst = false;
     QString deviceId; // reported instead of the connected headset's serial

@@ -35,6 +35,10 @@ SimSettings SimSettings::fromEnvironment(QString *error)
     settings.scenario = qEnvironmentVariable("SIMPC_SCENARIO", settings.scenario);
     settings.serverProgram = qEnvironmentVariable("SIMPC_SERVER_PROGRAM");
     settings.serverLog = qEnvironmentVariable("SIMPC_SERVER_LOG");
+    settings.adbFolder = qEnvironmentVariable("SIMPC_ADB");
+    settings.adbState = qEnvironmentVariable("ADB_SIM_FOLDER");
+    settings.adbPort =
+        static_cast<quint16>(qEnvironmentVariableIntValue("ANDROID_ADB_SERVER_PORT"));
     settings.journal = qEnvironmentVariable("SIMPC_JOURNAL");
     const QString speed = qEnvironmentVariable("SIMPC_SPEED");
     if (!speed.isEmpty()) {
@@ -58,6 +62,7 @@ struct SimHost::Private
     }
 
     void fillIn();
+    void bringAdb();
     void openJournal();
     void writeJournal(const QString &who, qint64 when, const QString &line);
     void beginServer();
@@ -87,6 +92,22 @@ void SimHost::Private::fillIn()
         steam.startServer = [this] { beginServer(); };
         steam.stopServer = [this] { endServer(); };
     }
+}
+
+void SimHost::Private::bringAdb()
+{
+    const SimSettings &settings = options.settings;
+    AdbPlace place;
+    place.programFolder = settings.adbFolder.isEmpty()
+                              ? programFolder() + QStringLiteral("/adb_sim")
+                              : settings.adbFolder;
+    place.stateFolder =
+        settings.adbState.isEmpty() ? folder.filePath(QStringLiteral("adb")) : settings.adbState;
+    place.endsWithUs = settings.adbState.isEmpty();
+    place.port = settings.adbPort;
+    const QString problem = installAdb(scenario.adb, place, pc);
+    if (!problem.isEmpty())
+        complain(problem);
 }
 
 // A change of the PC: these two run one at a time. The process itself belongs
@@ -151,6 +172,7 @@ SimHost::SimHost(const Scenario &scenario, const Options &options)
     d->openJournal();
     d->fillIn();
     scenario::build(d->scenario, d->pc);
+    d->bringAdb();
 }
 
 SimHost::~SimHost()

@@ -16,6 +16,9 @@ struct SimSettings
     double speed = 1;      // SIMPC_SPEED: how many times as fast as real time
     QString serverProgram; // SIMPC_SERVER_PROGRAM; empty: beside the program itself
     QString serverLog;     // SIMPC_SERVER_LOG: file for what the server sends and gets
+    QString adbFolder;     // SIMPC_ADB: folder with adb; empty: the stand-in's
+    QString adbState;      // ADB_SIM_FOLDER: what the stand-in reads; empty: one of its own
+    quint16 adbPort = 0;   // ANDROID_ADB_SERVER_PORT; 0: a free one
     QString journal;       // SIMPC_JOURNAL: file for the journal and the happenings
 
     // The variables; `error` says in a sentence when one of them makes no

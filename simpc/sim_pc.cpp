@@ -1,6 +1,7 @@
 #include "simpc/sim_pc.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -10,6 +11,13 @@ QString baseName(const QString &program)
 {
     const int slash = std::max(program.lastIndexOf('/'), program.lastIndexOf('\\'));
     return program.mid(slash + 1).toLower();
+}
+
+// As Windows writes it for the headset's USB function.
+QString interfacePath(const SimHeadset &headset)
+{
+    return QStringLiteral("\\\\?\\USB#VID_05C6&PID_903A#%1#{a5dcbf10-6530-11d2-901f-00c04fb951ed}")
+        .arg(headset.serial);
 }
 
 } // namespace
@@ -204,6 +212,59 @@ void SimPc::onUsbChange(std::function<void(const QString &)> listener)
 {
     const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
     usbListener_ = std::move(listener);
+}
+
+void SimPc::setCable(const std::vector<SimHeadset> &headsets)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    std::vector<SimHeadset> before;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        before = std::exchange(cable_, headsets);
+    }
+    if (cableListener_)
+        cableListener_(headsets);
+    const auto isIn = [](const std::vector<SimHeadset> &list, const SimHeadset &headset) {
+        return std::any_of(list.begin(), list.end(), [&headset](const SimHeadset &other) {
+            return other.serial == headset.serial;
+        });
+    };
+    for (const SimHeadset &headset : before) {
+        if (!isIn(headsets, headset))
+            usbChanged(interfacePath(headset));
+    }
+    for (const SimHeadset &headset : headsets) {
+        if (!isIn(before, headset))
+            usbChanged(interfacePath(headset));
+    }
+}
+
+std::vector<SimHeadset> SimPc::cable() const
+{
+    settle();
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return cable_;
+}
+
+void SimPc::onCable(std::function<void(const std::vector<SimHeadset> &)> listener)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    cableListener_ = std::move(listener);
+    if (cableListener_)
+        cableListener_(cable_);
+}
+
+void SimPc::personChooses(bool wired)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    if (personListener_)
+        personListener_(wired);
+}
+
+void SimPc::onPerson(std::function<void(bool)> listener)
+{
+    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    personListener_ = std::move(listener);
 }
 
 void SimPc::onLaunch(const QString &programName, LaunchHandler handler)

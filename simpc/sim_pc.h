@@ -48,6 +48,13 @@ enum class SimNetworkQuery {
     Hangs    // runs and never says anything
 };
 
+// A headset on the USB cable.
+struct SimHeadset
+{
+    QString serial;
+    QString state = QStringLiteral("device"); // as adb calls it
+};
+
 // One request to start a program.
 struct SimLaunch
 {
@@ -126,6 +133,18 @@ public:
     // replaced or taken away.
     void usbChanged(const QString &interfacePath);
     void onUsbChange(std::function<void(const QString &interfacePath)> listener);
+
+    // What is on the USB cable. Every headset that comes or goes is told of by
+    // usbChanged(). onCable() is told the new content before that, and at once
+    // what is there already; as a change.
+    void setCable(const std::vector<SimHeadset> &headsets);
+    std::vector<SimHeadset> cable() const;
+    void onCable(std::function<void(const std::vector<SimHeadset> &)> listener);
+
+    // The person in front of the PC chooses USB or Wi-Fi in the program. The
+    // listener is told on whichever thread notices.
+    void personChooses(bool wired);
+    void onPerson(std::function<void(bool wired)> listener);
 
     // Power line: 0 battery, 1 mains, 255 unknown; nothing: the question fails.
     void setAcLine(std::optional<int> status);
@@ -229,6 +248,9 @@ private:
     Guests guests_;
     QString searchPath_;
     std::function<void(const QString &)> usbListener_; // guarded by happening_
+    std::vector<SimHeadset> cable_;
+    std::function<void(const std::vector<SimHeadset> &)> cableListener_; // by happening_
+    std::function<void(bool)> personListener_;                           // by happening_
     std::optional<int> acLine_ = 1;
     std::vector<SimTcpRow> tcpRows_;
     std::optional<quint32> tcpTableError_;

@@ -69,6 +69,7 @@ private slots:
     void aLaterStartHearsOnlyOfWhatIsStillToCome();
     void aBuiltPcIsAsDescribed();
     void theTimelineChangesThePcAndTellsSo();
+    void theCableAndAdbAreAsDescribed();
     void filesMayBeObjectsTextsOrAbsent();
     void theDefaultFilesHoldAModeADriverAndALongNumber();
     void longNumbersOfAScenarioReachTheFileUnchanged();
@@ -130,7 +131,16 @@ void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
                                              "surround-speakers",
                                              "too-slow-steam",
                                              "two-headsets",
-                                             "windows-8-1"}));
+                                             "windows-8-1",
+                                             "wired-adb-already-running",
+                                             "wired-adb-hangs",
+                                             "wired-and-wireless",
+                                             "wired-headset-at-start",
+                                             "wired-no-adb",
+                                             "wired-offline-headset",
+                                             "wired-plugged-later",
+                                             "wired-second-headset",
+                                             "wired-unplugged-and-back"}));
     QString error;
     const auto load = [&error](const char *name) { return scenario::load(name, &error); };
     QCOMPARE(load("one-headset").server.headsets.size(), size_t(1));
@@ -286,6 +296,15 @@ void ScenarioTest::mistakesAreToldPlainly_data()
         R"("streamingServer.headsets[0].returnsAt" must be later than a "dropsAt")");
     row("no pieces", R"("streamingServer":{"split":0})",
         R"("streamingServer.split" must be a whole number from 1 up)");
+    row("headset on the cable without serial", R"("pc":{"usb":[{"state":"offline"}]})",
+        R"("pc.usb[0].serial" is missing)");
+    row("cable of numbers", R"("pc":{"usb":[1]})", R"("pc.usb" must be a text or a list of texts)");
+    row("adb word", R"("adb":"genuine")", R"("adb" must be one of "sim", "none")");
+    row("adb's flag", R"("adb":{"hangs":"yes"})", R"("adb.hangs" must be true or false)");
+    row("strange choice", R"("at":[{"seconds":1,"personChooses":"bluetooth"}])",
+        R"("at[0].personChooses" must be one of "usb", "wifi")");
+    row("choice at the beginning", R"("pc":{"personChooses":"usb"})",
+        R"("pc.personChooses" is not a key of a scenario)");
     row("file of a strange kind", R"("files":{"set.json":[1]})",
         R"("files.set.json" must be an object, a text or null)");
 }
@@ -614,6 +633,39 @@ void ScenarioTest::theTimelineChangesThePcAndTellsSo()
                   "a.exe starts", "recording devices: none", "sound outputs: none", "b.exe starts",
                   "power line: fails", "recording devices: Mic", "a.exe ends", "steam.exe ends"}));
     QCOMPARE(pc.journal(), QStringList());
+}
+
+void ScenarioTest::theCableAndAdbAreAsDescribed()
+{
+    const Scenario scenario = parsed(R"("pc":{"usb":[{"serial":"A","state":"offline"}]},
+        "adb":{"onPath":false,"hangs":true,"runsFrom":"my tools"},
+        "streamingServer":{"usb":"adb","headsets":[]},
+        "at":[{"seconds":10,"usb":["B","C"]},{"seconds":20,"usb":[],"personChooses":"usb"},
+              {"seconds":21,"personChooses":"wifi"}])");
+    QVERIFY(!scenario.adb.onPath);
+    QVERIFY(scenario.adb.hangs);
+    QCOMPARE(scenario.adb.runsFrom, QString("my tools"));
+    QCOMPARE(scenario.server.arguments(0),
+             (QStringList{"--link-delay", "0.5", "--usb-port", "9943"}));
+    QVERIFY(!parsed(R"("adb":"none")").adb.onPath);
+    QVERIFY(parsed("").adb.onPath);
+
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList told;
+    pc.onPerson([&told](bool wired) { told << (wired ? "USB" : "Wi-Fi"); });
+    scenario::build(scenario, pc);
+    QCOMPARE(pc.cable().size(), size_t(1));
+    QCOMPARE(pc.cable()[0].state, QString("offline"));
+    clock.advance(10000);
+    QCOMPARE(pc.cable().size(), size_t(2));
+    QCOMPARE(pc.cable()[1].serial, QString("C"));
+    QCOMPARE(pc.cable()[1].state, QString("device"));
+    clock.advance(11000);
+    QVERIFY(pc.cable().empty());
+    QCOMPARE(told, (QStringList{"USB", "Wi-Fi"}));
+    QCOMPARE(pc.happenings(), (QStringList{"on the USB cable: B, C", "on the USB cable: none",
+                                           "the person chooses USB", "the person chooses Wi-Fi"}));
 }
 
 void ScenarioTest::filesMayBeObjectsTextsOrAbsent()

@@ -32,7 +32,48 @@ private slots:
     void theJournalHoldsTheProgramsDeedsOnly();
     void happeningsHaveAListOfTheirOwn();
     void aFailingPowerQuestionHasNoAnswer();
+    void everyHeadsetThatComesOrGoesIsToldOf();
+    void guestsCountAsProcessesAndCanBeEnded();
 };
+
+void SimPcTest::everyHeadsetThatComesOrGoesIsToldOf()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    QStringList told;
+    pc.onCable([&told](const std::vector<SimHeadset> &cable) {
+        told << QString("cable of %1").arg(cable.size());
+    });
+    pc.onUsbChange([&told](const QString &path) { told << path.section('#', 1, 2); });
+    pc.setCable({{"A"}, {"B"}});
+    pc.setCable({{"B"}, {"C"}});
+    pc.setCable({{"B", "offline"}, {"C"}}); // the same plugs
+    pc.onUsbChange({});
+    pc.setCable({});
+    const QString identity = "VID_05C6&PID_903A#";
+    QCOMPARE(told,
+             (QStringList{"cable of 0", "cable of 2", identity + "A", identity + "B", "cable of 2",
+                          identity + "A", identity + "C", "cable of 2", "cable of 0"}));
+}
+
+void SimPcTest::guestsCountAsProcessesAndCanBeEnded()
+{
+    ManualClock clock;
+    SimPc pc(clock);
+    std::vector<SimProcess> guests = {{9000, "adb.exe", "/opt/adb"}};
+    pc.setGuests({[&guests] { return guests; },
+                  [&guests](quint32 pid) {
+                      if (!guests.empty() && guests[0].pid == pid)
+                          guests.clear();
+                  }});
+    const quint32 own = pc.startProcess("steam.exe");
+    QCOMPARE(pc.processes().size(), size_t(2));
+    QCOMPARE(pc.processes()[1].path, QString("/opt/adb"));
+    pc.endProcess(own);
+    QVERIFY(pc.isRunning("adb.exe"));
+    pc.endProcess(9000);
+    QVERIFY(!pc.isRunning("adb.exe"));
+}
 
 void SimPcTest::theNewestPcIsTheCurrentOneUntilItGoes()
 {
