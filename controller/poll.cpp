@@ -63,5 +63,7 @@ void Poll::walkRoad()
             state.linked || std::any_of(headsets.begin(), headsets.end(),
                                         [](const HeadsetRecord &h) { return !h.serial.isEmpty(); });
     }
+    if (parts_.wired()) // adb finds it, and the streaming server need not know its name
+        state.headset = state.linked || !parts_.flow.headsetSerial().isEmpty();
     parts_.road.update(state, parts_.clock.now());
 }

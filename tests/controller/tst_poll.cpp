@@ -159,6 +159,22 @@ private slots:
         QVERIFY(!prompted);
     }
 
+    void onTheCableTheHeadsetIsFoundByAdb()
+    {
+        Polled p(dir());
+        p.wired = true;
+        p.pc.pc.startProcess("vrmonitor.exe");
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
+        p.flow.usbHeadset("PA7910");
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
+        p.pc.server.usbConnected = true;
+        p.flow.ask(true);
+        p.run();
+        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
+    }
+
     void theRoadFollows()
     {
         Polled p(dir());
