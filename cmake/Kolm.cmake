@@ -34,6 +34,13 @@ function(kolm_compile_settings target)
   endif()
 endfunction()
 
+# What Qt never gives back is not counted against a program with a screen.
+function(kolm_leave_out_leaks_of_qt target)
+  if(KOLM_SANITIZE MATCHES "address")
+    target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/leaks_of_qt.cpp")
+  endif()
+endfunction()
+
 # kolm_library(name SOURCES a.cpp ... [PLATFORM power ...] [LINK Qt5::Core kolm_base ...])
 # One static library a folder, called kolm_<name>. Each PLATFORM word adds
 # <word>_win.cpp or <word>_sim.cpp.

@@ -17,14 +17,11 @@
 #ifdef KOLM_LEAKS_ARE_COUNTED
 #include <sanitizer/lsan_interface.h>
 
-// Qt Quick's software renderer keeps the textures of closed windows. These are
-// functions and libraries of Qt, none of which holds objects of ours.
+// Qt Quick's software renderer keeps the textures of closed windows. The library
+// holds no objects of ours.
 extern "C" const char *__lsan_default_suppressions()
 {
-    return "leak:libQt5Quick.so\n"
-           "leak:QImageData::create\n"
-           "leak:QPlatformIntegration::createPlatformPixmap\n"
-           "leak:QtSharedPointer::ExternalRefCountData::getAndRef\n";
+    return "leak:libQt5Quick.so\n";
 }
 #endif
 
