@@ -30,7 +30,8 @@ Program::Program(const QString &dir, const QString &scenario)
     environment.insert("SIMPC_ROAD", "1");
     environment.insert("SIMPC_SERVER_LOG", dir + "/server.log");
     environment.insert("SIMPC_SCREENSHOT", screenshot());
-    environment.insert("SIMPC_LIMIT", "90");
+    // Half a minute at this speed: only a machine that hangs meets it.
+    environment.insert("SIMPC_LIMIT", "600");
 }
 
 Program::~Program()
@@ -52,12 +53,17 @@ int Program::wait(int milliseconds)
     timer.start();
     while (process_.state() != QProcess::NotRunning) {
         const int left = milliseconds - static_cast<int>(timer.elapsed());
-        if (left <= 0)
+        if (left <= 0) {
+            qWarning("the program has not ended in time");
             return -1;
+        }
         process_.waitForFinished(left);
     }
     collect();
-    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+    if (process_.exitStatus() == QProcess::NormalExit)
+        return process_.exitCode();
+    qWarning("the program has crashed: %s", errors_.constData());
+    return -1;
 }
 
 bool Program::waitForOutput(const QString &text, int times, int milliseconds)
