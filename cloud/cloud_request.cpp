@@ -62,4 +62,9 @@ void limitSize(QNetworkReply *reply, qint64 bytes)
     });
 }
 
+QByteArray bodyOf(QNetworkReply &reply)
+{
+    return reply.isOpen() ? reply.readAll() : QByteArray();
+}
+
 } // namespace cloud

@@ -1,6 +1,7 @@
 // What all requests to the vendor cloud and all its replies have in common.
 #pragma once
 
+#include <QByteArray>
 #include <QNetworkRequest>
 #include <QUrl>
 
@@ -25,5 +26,8 @@ bool isRedirect(const QNetworkReply &reply);
 // Aborts `reply` as soon as it holds more than `bytes` that nobody has read, so
 // that no server can fill the memory.
 void limitSize(QNetworkReply *reply, qint64 bytes);
+
+// What there is to read of an answer; nothing after it was aborted.
+QByteArray bodyOf(QNetworkReply &reply);
 
 } // namespace cloud

@@ -127,7 +127,7 @@ void HttpManager::sendEvents(bool asynchronous)
 void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &batch)
 {
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
     if (error.error != QJsonParseError::NoError) {
         qCritical().noquote().nospace()
             << "error evnetid: " << QString::fromUtf8(batch) << " json parse fail";
@@ -160,7 +160,7 @@ void HttpManager::handleUploadReply(QNetworkReply *reply)
 {
     const QString address = reply->url().toString();
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
     if (error.error != QJsonParseError::NoError) {
         qInfo().noquote().nospace() << address << " json parse fail";
     } else if (document.object().value(errCode).toInt() != 0) {

@@ -24,9 +24,8 @@ const QString errCode = QStringLiteral("errCode");
 const QString data = QStringLiteral("data");
 
 // What nobody needs more of; an endless answer ends here.
-constexpr qint64 longestTable = 16LL << 20;    // bytes
-constexpr qint64 longestVersion = 1LL << 20;   // bytes
-constexpr qint64 longestInstaller = 1LL << 30; // bytes
+constexpr qint64 longestTable = 1LL << 20;   // bytes
+constexpr qint64 longestVersion = 1LL << 20; // bytes
 
 QUrl addressAt(const QString &host, const QString &path)
 {
@@ -111,7 +110,7 @@ void ORBUpdate::readVersion(QNetworkReply *reply)
     if (reply->error() != QNetworkReply::NoError)
         return;
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
     if (error.error != QJsonParseError::NoError) {
         qInfo("json parseError");
         return;
@@ -157,7 +156,7 @@ void ORBUpdate::fetchInstaller()
         return;
     }
     QNetworkReply *const reply = get(url);
-    cloud::limitSize(reply, longestInstaller);
+    cloud::limitSize(reply, environment_.longestInstaller);
     connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
         if (total != 0)
             emit processStatus(static_cast<float>(received) / static_cast<float>(total));

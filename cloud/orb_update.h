@@ -30,6 +30,8 @@ public:
         // Starts the program at `path`, which lives on by itself.
         std::function<void(const QString &path)> start;
         cloud::PeerCheck peerCheck;
+        // A longer installer is not taken: it is held in memory on the way.
+        qint64 longestInstaller = 512LL << 20; // bytes
     };
 
     explicit ORBUpdate(Environment environment, QObject *parent = nullptr);

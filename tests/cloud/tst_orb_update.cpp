@@ -8,7 +8,7 @@
 #include <QFileInfo>
 #include <QMetaMethod>
 #include <QNetworkReply>
-#include <QSignalSpy>
+#include <QUrl>
 
 namespace {
 
@@ -48,11 +48,12 @@ class TestOrbUpdate : public TestCase
     QString download() const { return path("data/download"); }
     QString installer() const { return download() + "/Setup.exe"; }
 
-    void make(const QString &host)
+    void make(const QString &host, cloud::PeerCheck check = cloud::PeerCheck::Off,
+              qint64 longest = 512 << 20)
     {
         update_ = std::make_unique<ORBUpdate>(ORBUpdate::Environment{
-            host, path("data"), [this](const QString &program) { started_ << program; },
-            cloud::PeerCheck::Off});
+            host, path("data"), [this](const QString &program) { started_ << program; }, check,
+            longest});
         connect(update_.get(), &ORBUpdate::updateSignal, this,
                 [this](const QString &note, bool isForce) {
                     offers_ << note + (isForce ? "|true" : "|false");
@@ -294,6 +295,186 @@ private slots:
         QCOMPARE(logged(), QStringList({"start update", line.replace("{host}", cloud_->host())}));
         QCOMPARE(QDir(download()).entryList(QDir::Files | QDir::Hidden), QStringList());
         QCOMPARE(cloud_->receivedCount(), 3);
+        QVERIFY(!update_->setup());
+    }
+
+    void aVersionThatIsNotNewerIsLeftAlone_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::newRow("the same") << "1.1.16.420";
+        QTest::newRow("older") << "1.1.15.999";
+        QTest::newRow("too short") << "1.1";
+        QTest::newRow("leading letter") << "v1.2.0.0";
+    }
+    void aVersionThatIsNotNewerIsLeftAlone()
+    {
+        QFETCH(QString, version);
+        check(newer({{"version", version}}));
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 0);
+        QCOMPARE(cloud_->receivedCount(), 2);
+        QCOMPARE(logged(), QStringList());
+        QVERIFY(!QFileInfo::exists(download()));
+    }
+
+    void anAnswerThatSaysNoIsLogged_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QStringList>("lines");
+        const QString good = "\"data\":{\"url\":\"u\",\"version\":\"9.9.9.9\"}";
+        QTest::newRow("errCode 1") << "{" + good + ",\"errCode\":1}"
+                                   << QStringList("check version: {" + good + ",\"errCode\":1}");
+        QTest::newRow("no errCode")
+            << "{" + good + "}" << QStringList("check version: {" + good + "}");
+        QTest::newRow("an array") << "[]" << QStringList("check version: {}");
+        QTest::newRow("no data") << "{\"errCode\":0}" << QStringList();
+        QTest::newRow("HTML") << "<html></html>" << QStringList("json parseError");
+    }
+    void anAnswerThatSaysNoIsLogged()
+    {
+        QFETCH(QString, answer);
+        QFETCH(QStringList, lines);
+        check({{"table", shortTable}, {"version", QJsonObject{{"body", answer}}}});
+        QCOMPARE(logged(), lines);
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(cloud_->receivedCount(), 2);
+    }
+
+    void aVersionInSeveralPiecesIsNotUnderstood()
+    {
+        QJsonObject answers = newer();
+        QJsonObject version = answers["version"].toObject();
+        // The rest comes only when nobody waits for it any more.
+        version["pieces"] = 3;
+        version["gapMilliseconds"] = 600000;
+        answers["version"] = version;
+        check(answers);
+        QCOMPARE(logged(), QStringList("json parseError"));
+        QVERIFY(offers_.isEmpty());
+    }
+
+    void aVersionQueryThatFailsIsSilent()
+    {
+        check({{"version", QJsonObject{{"body", "{}"}, {"cutAfter", 0}}}});
+        QCOMPARE(logged(), QStringList());
+        QVERIFY(offers_.isEmpty());
+    }
+
+    void withoutACloudOnlyTheTableIsMissed()
+    {
+        writeFile("compare.json", "old");
+        make("127.0.0.1:1");
+        settle();
+        QCOMPARE(logged(),
+                 QStringList("Download of https://127.0.0.1:1/orbresource/pc_compare.json failed: "
+                             "Connection refused\n"));
+        QCOMPARE(readFile("compare.json"), QByteArray("old"));
+        QVERIFY(offers_.isEmpty());
+    }
+
+    void aCloudThatNeverAnswersHoldsUpNothing()
+    {
+        cloud_->begin("silent");
+        make(cloud_->host());
+        QTRY_COMPARE(cloud_->receivedCount(), 2);
+        QVERIFY(!update_->setup());
+        update_.reset();
+        QCOMPARE(logged(), QStringList());
+    }
+
+    void whoeverHasNoValidCertificateIsNotSpokenToIfThatIsWanted()
+    {
+        cloud_->begin("newer");
+        make(cloud_->host(), cloud::PeerCheck::On);
+        settle();
+        QCOMPARE(cloud_->receivedCount(), 0);
+        QCOMPARE(loggedWith("failed: SSL handshake failed"), 1);
+        QVERIFY(!QFileInfo::exists("compare.json"));
+    }
+
+    void anInstallerOfUnknownSizeShowsItsProgressBelowZero()
+    {
+        // Slow enough for more than one sign of life.
+        check(with(newer(), "installer",
+                   {{"size", 300000}, {"length", false}, {"pieces", 4}, {"gapMilliseconds", 150}}));
+        QCOMPARE(offers_, QStringList("New|false"));
+        QCOMPARE(readFile("data/download/Setup.exe"), pattern(0, 300000));
+        QVERIFY(progress_.size() > 1);
+        // At the end it is known.
+        QCOMPARE(progress_.last(), 1.0f);
+        QVERIFY(std::all_of(progress_.begin(), progress_.end() - 1, [](float v) { return v < 0; }));
+    }
+
+    void theInstallerLiesInItsFolderWhateverTheAddressSays_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("up") << "/download/..%2F..%2F..%2Fevil.exe"
+                            << "evil.exe";
+        QTest::newRow("backslashes") << "/download/..%5C..%5Cevil.exe"
+                                     << "evil.exe";
+        QTest::newRow("drive") << "/download/C%3Aevil.exe"
+                               << "C_evil.exe";
+        QTest::newRow("stream") << "/download/a.exe%3Ab"
+                                << "a.exe_b";
+        QTest::newRow("device") << "/download/NUL.exe"
+                                << "_NUL.exe";
+        QTest::newRow("no name") << "/download/"
+                                 << "KOLM_Streaming_Assistant.exe";
+        QTest::newRow("quotes") << "/download/a%22%20-x%20%22.exe"
+                                << "a_ -x _.exe";
+        QTest::newRow("long") << "/download/" + QString(300, 'a') << QString(120, 'a');
+    }
+    void theInstallerLiesInItsFolderWhateverTheAddressSays()
+    {
+        QFETCH(QString, address);
+        QFETCH(QString, name);
+        check(newer({{"url", "{base}" + address}}));
+        QCOMPARE(offers_.size(), 1);
+        QCOMPARE(QDir(download()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList(name));
+        QVERIFY(update_->setup());
+        QCOMPARE(started_, QStringList(download() + '/' + name));
+    }
+
+    void onlyTheNetIsAskedForTheInstaller_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::newRow("file") << QUrl::fromLocalFile(QCoreApplication::applicationFilePath())
+                                     .toString(QUrl::FullyEncoded);
+        QTest::newRow("resource") << "qrc:/qt-project.org/qmime/packages/freedesktop.org.xml";
+        QTest::newRow("data") << "data:,x";
+        QTest::newRow("empty") << "";
+        QTest::newRow("relative") << "download/Setup.exe";
+    }
+    void onlyTheNetIsAskedForTheInstaller()
+    {
+        QFETCH(QString, url);
+        check(newer({{"url", url}}));
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 1);
+        QCOMPARE(logged().last(),
+                 QString("Download of %1 failed: not an address on the net\n").arg(url));
+        QCOMPARE(QDir(download()).entryList(QDir::Files), QStringList());
+    }
+
+    void aLongerInstallerThanAllowedIsNotTaken()
+    {
+        cloud_->begin(with(newer(), "installer", {{"size", 40 << 20}}));
+        make(cloud_->host(), cloud::PeerCheck::Off, 1 << 20);
+        settle();
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 1);
+        QCOMPARE(loggedWith("failed: Operation canceled"), 1);
+        QCOMPARE(QDir(download()).entryList(QDir::Files), QStringList());
+    }
+
+    void aFolderWhereTheInstallerBelongsIsNone()
+    {
+        QVERIFY(QDir().mkpath(installer()));
+        check(newer());
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 1);
         QVERIFY(!update_->setup());
     }
 

@@ -1,0 +1,33 @@
+#include "tests/cloud/memory.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+
+#include <malloc.h>
+
+qint64 memory::inUse()
+{
+    const struct mallinfo2 heap = mallinfo2();
+    return static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
+}
+
+qint64 memory::peak()
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).simplified().split(' ').first().toLongLong() * 1024;
+    }
+    return 0;
+}
+
+void memory::forgetPeak()
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
