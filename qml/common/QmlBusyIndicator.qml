@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import QtQuick.Window 2.15
 
 // Turns while something is under way. It stands still while another window is in
 // front: nobody looks at it then, and a game needs the graphics card.
@@ -16,6 +17,6 @@ Image {
         to: 360
         duration: 1200
         loops: Animation.Infinite
-        running: indicator.running && indicator.visible && utils.inFront
+        running: indicator.running && indicator.visible && indicator.Window.active
     }
 }

@@ -1,7 +1,8 @@
 import QtQuick 2.15
 
 // A field to write one line or several into, with a limit. The tabulator moves
-// on, since nobody writes tables here.
+// on, since nobody writes tables here, and Enter breaks the line where there may
+// be several.
 FocusScope {
     id: box
 
@@ -12,12 +13,21 @@ FocusScope {
     property int limit: 100 // characters
     readonly property int length: text.length
 
-    // Cuts off what is too much, but never in the middle of a character.
-    function withinLimit(text) {
-        if (text.length <= limit)
+    // Enter was pressed in a field of one line.
+    signal confirmed()
+
+    // Takes out what is too much, which is what was written last: it ends at
+    // the cursor. Never splits a character in two.
+    function withinLimit(text, cursor) {
+        const excess = text.length - limit;
+        if (excess <= 0)
             return text;
-        const last = text.charCodeAt(limit - 1);
-        return text.substring(0, last >= 0xD800 && last <= 0xDBFF ? limit - 1 : limit);
+        const end = cursor >= excess ? cursor : text.length;
+        let start = end - excess;
+        const before = text.charCodeAt(start - 1);
+        if (before >= 0xD800 && before <= 0xDBFF)
+            --start;
+        return text.substring(0, start) + text.substring(end);
     }
 
     implicitHeight: multiline ? 20 * utils.grid : utils.controlHeight
@@ -54,6 +64,13 @@ FocusScope {
                     flick.contentX = at.x + 1 - flick.width;
             }
 
+            function enter() {
+                if (box.multiline)
+                    insert(cursorPosition, "\n");
+                else
+                    box.confirmed();
+            }
+
             objectName: "edit"
             width: flick.contentWidth
             height: flick.contentHeight
@@ -70,24 +87,20 @@ FocusScope {
             selectByMouse: true
             onCursorRectangleChanged: follow()
             onTextChanged: {
-                let kept = box.multiline ? text : text.replace(/[\r\n]+/g, " ");
-                kept = box.withinLimit(kept);
-                if (kept !== text) {
-                    const at = cursorPosition;
-                    text = kept;
-                    cursorPosition = Math.min(at, kept.length);
+                const flat = box.multiline ? text : text.replace(/\r?\n/g, " ");
+                const kept = box.withinLimit(flat, cursorPosition);
+                if (kept === text) {
+                    box.text = text;
+                    return;
                 }
-                box.text = text;
+                const at = cursorPosition - (flat.length - kept.length);
+                text = kept; // comes back here
+                cursorPosition = Math.max(0, Math.min(at, kept.length));
             }
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-            Keys.onReturnPressed: event.accepted = box.multiline && breakLine()
-            Keys.onEnterPressed: event.accepted = box.multiline && breakLine()
-
-            function breakLine() {
-                insert(cursorPosition, "\n");
-                return true;
-            }
+            Keys.onReturnPressed: enter()
+            Keys.onEnterPressed: enter()
 
             Accessible.role: Accessible.EditableText
             Accessible.name: box.name

@@ -102,6 +102,7 @@ DialogWindow {
         name: qsTr("联系方式（选填）")
         placeholder: qsTr("手机号或邮箱")
         Layout.fillWidth: true
+        onConfirmed: dialog.confirmed()
     }
     Label {
         visible: !dialog.sent
