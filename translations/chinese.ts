@@ -278,35 +278,35 @@
     </message>
     <message>
         <source>当前配置</source>
-        <translation type="vanished">This PC</translation>
+        <translation>This PC</translation>
     </message>
     <message>
         <source>最低配置</source>
-        <translation type="vanished">Minimum</translation>
+        <translation>Minimum</translation>
     </message>
     <message>
         <source>推荐配置</source>
-        <translation type="vanished">Recommended</translation>
+        <translation>Recommended</translation>
     </message>
     <message>
         <source>操作系统：</source>
-        <translation type="vanished">OS:</translation>
+        <translation>OS:</translation>
     </message>
     <message>
         <source>处理器：</source>
-        <translation type="vanished">Processor:</translation>
+        <translation>Processor:</translation>
     </message>
     <message>
         <source>内存：</source>
-        <translation type="vanished">Memory:</translation>
+        <translation>Memory:</translation>
     </message>
     <message>
         <source>显卡：</source>
-        <translation type="vanished">Graphics:</translation>
+        <translation>Graphics:</translation>
     </message>
     <message>
         <source>DirectX 版本：</source>
-        <translation type="vanished">DirectX:</translation>
+        <translation>DirectX:</translation>
     </message>
 </context>
 <context>

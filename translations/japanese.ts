@@ -278,35 +278,35 @@
     </message>
     <message>
         <source>当前配置</source>
-        <translation type="vanished">このPC</translation>
+        <translation>このPC</translation>
     </message>
     <message>
         <source>最低配置</source>
-        <translation type="vanished">最低</translation>
+        <translation>最低</translation>
     </message>
     <message>
         <source>推荐配置</source>
-        <translation type="vanished">推奨</translation>
+        <translation>推奨</translation>
     </message>
     <message>
         <source>操作系统：</source>
-        <translation type="vanished">OS：</translation>
+        <translation>OS：</translation>
     </message>
     <message>
         <source>处理器：</source>
-        <translation type="vanished">プロセッサー：</translation>
+        <translation>プロセッサー：</translation>
     </message>
     <message>
         <source>内存：</source>
-        <translation type="vanished">メモリ：</translation>
+        <translation>メモリ：</translation>
     </message>
     <message>
         <source>显卡：</source>
-        <translation type="vanished">グラフィック：</translation>
+        <translation>グラフィック：</translation>
     </message>
     <message>
         <source>DirectX 版本：</source>
-        <translation type="vanished">DirectX：</translation>
+        <translation>DirectX：</translation>
     </message>
 </context>
 <context>

@@ -8,7 +8,14 @@ DialogWindow {
 
     // Each [title, [[label, value], ...]]; all have the same labels.
     readonly property var columns: JSON.parse(orb.systemInfo)
-    readonly property var labels: columns.length > 0 ? columns[0][1].map(row => row[0]) : []
+    readonly property int rowCount: columns.length > 0 ? columns[0][1].length : 0
+    readonly property var cells: {
+        const cells = [];
+        columns.forEach((column, x) => column[1].forEach((row, y) => {
+            cells.push({ column: x, row: y + 1, label: row[0], value: row[1] });
+        }));
+        return cells;
+    }
 
     title: qsTr("系统信息")
     width: 1120
@@ -30,9 +37,15 @@ DialogWindow {
         text: qsTr("检测中")
         detail: qsTr("选择串流方式后，会检测这台电脑的配置。")
     }
-    RowLayout {
+    Item {
+        id: table
+
+        readonly property real gap: 2 * utils.grid
+        readonly property real padding: 3 * utils.grid
+        readonly property real columnWidth: (width - 2 * gap) / 3
+
+        objectName: "table"
         visible: dialog.columns.length > 0
-        spacing: 2 * utils.grid
         Layout.fillWidth: true
         Layout.fillHeight: true
 
@@ -40,59 +53,61 @@ DialogWindow {
             model: dialog.columns
 
             Rectangle {
-                readonly property bool first: index === 0
-                readonly property string heading: modelData[0]
-
-                objectName: "column"
+                x: index * (width + table.gap)
+                width: table.columnWidth
+                height: table.height
                 radius: utils.itemRadius
                 color: utils.orb_backgroundcolor
-                border { width: 1; color: first ? utils.accent : utils.orb_backgroundcolor }
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.preferredWidth: 1
-                Accessible.role: Accessible.Grouping
-                Accessible.name: heading
+                border { width: 1; color: index === 0 ? utils.accent : utils.orb_backgroundcolor }
+            }
+        }
+        // One grid, so that what belongs together is level in all columns.
+        GridLayout {
+            anchors.fill: parent
+            anchors.margins: table.padding
+            columnSpacing: table.gap + 2 * table.padding
+            rowSpacing: 2 * utils.grid
+
+            Repeater {
+                model: dialog.columns
+
+                Label {
+                    objectName: "columnTitle"
+                    text: modelData[0]
+                    font.bold: true
+                    Layout.row: 0
+                    Layout.column: index
+                    Layout.preferredWidth: table.columnWidth - 2 * table.padding
+                }
+            }
+            Repeater {
+                model: dialog.cells
 
                 ColumnLayout {
-                    anchors.fill: parent
-                    anchors.margins: 3 * utils.grid
-                    spacing: utils.grid / 2
+                    spacing: 2
+                    Layout.row: modelData.row
+                    Layout.column: modelData.column
+                    Layout.alignment: Qt.AlignTop
+                    Layout.preferredWidth: table.columnWidth - 2 * table.padding
 
                     Label {
-                        text: heading
-                        font.bold: true
+                        text: modelData.label
+                        color: utils.textSecondary
+                        font.pixelSize: utils.textSmall
                         Layout.fillWidth: true
-                        Layout.bottomMargin: utils.grid
                     }
-                    Repeater {
-                        model: modelData[1]
-
-                        ColumnLayout {
-                            spacing: 2
-                            Layout.fillWidth: true
-                            Layout.preferredHeight: 9 * utils.grid
-
-                            Label {
-                                text: modelData[0]
-                                color: utils.textSecondary
-                                font.pixelSize: utils.textSmall
-                                Layout.fillWidth: true
-                            }
-                            Label {
-                                text: modelData[1]
-                                maximumLineCount: 2
-                                elide: Text.ElideRight
-                                Layout.fillWidth: true
-                            }
-                            Item {
-                                Layout.fillHeight: true
-                            }
-                        }
-                    }
-                    Item {
-                        Layout.fillHeight: true
+                    Label {
+                        text: modelData.value
+                        maximumLineCount: 3
+                        elide: Text.ElideRight
+                        Layout.fillWidth: true
                     }
                 }
+            }
+            Item {
+                Layout.row: dialog.rowCount + 1
+                Layout.column: 0
+                Layout.fillHeight: true
             }
         }
     }

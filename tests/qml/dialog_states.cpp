@@ -40,14 +40,20 @@ QJsonArray column(const char *title, const QStringList &values)
 
 QString systemInfoText()
 {
+    const auto text = [](const char *source) {
+        return QCoreApplication::translate("SystemInfo", source);
+    };
     const QJsonArray columns = {
         column("当前配置",
                {"Windows 11 Professional Workstation", "AMD Ryzen 9 7950X3D 16-Core Processor",
-                "64.0 GB", "NVIDIA GeForce RTX 4070 Ti SUPER", "DirectX 11.0"}),
-        column("最低配置", {"Windows 10", "Intel Core i5-4590 / AMD FX 8350", "8 GB",
-                            "NVIDIA GeForce GTX 1060 / AMD Radeon RX 480", "DirectX 11"}),
-        column("推荐配置", {"Windows 10", "Intel Core i7-9700 / AMD Ryzen 7 3700X", "16 GB",
-                            "NVIDIA GeForce RTX 2070 / AMD Radeon RX 5700 XT", "DirectX 12"})};
+                "64.0 GB", "NVIDIA GeForce RTX 4070 Ti SUPER/AMD Radeon(TM) Graphics",
+                "DirectX 11.0"}),
+        column("最低配置",
+               {"Windows 10", text("Intel Core i5-6600/AMD锐龙3 1300X同等性能及以上"), "8 GB",
+                text("NVDIA GeFore GTX 970/AMD RX 480 同等性能及以上"), "DirectX 11"}),
+        column("推荐配置",
+               {"Windows 10", text("Intel Core i7-9700/AMD 锐龙5 3600 同等性能及以上"), "16 GB",
+                text("NVDIA GeFore RTX 3060/AMD RX 6600XT 同等性能及以上"), "DirectX 11"})};
     return QJsonDocument(columns).toJson(QJsonDocument::Compact);
 }
 

@@ -86,7 +86,11 @@ QStringList TestFit::complaints(QQuickItem *root)
         if (!item->inherits("QQuickText"))
             continue;
         const QString text = item->property("text").toString();
-        const QRectF drawn = item->mapRectToScene(item->boundingRect());
+        QRectF drawn = item->mapRectToScene(item->boundingRect());
+        for (QQuickItem *around = item->parentItem(); around; around = around->parentItem()) {
+            if (around->clip())
+                drawn &= around->mapRectToScene(around->boundingRect());
+        }
         for (const auto &other : texts) {
             if (other.second.adjusted(1, 1, -1, -1).intersects(drawn))
                 found.append("lies over " + other.first + ": " + text);
