@@ -75,6 +75,7 @@ struct Scenario
     SteamOptions steam;
     ServerPlan server;
     AdbPlan adb;
+    QString cloud; // what the stand-in cloud answers; "absent": nobody is there
     std::vector<TimelineEntry> timeline;
     std::vector<ScenarioFile> files;
 };

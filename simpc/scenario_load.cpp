@@ -317,6 +317,7 @@ Scenario scenario::parse(const QByteArray &text, const QString &name, QString *e
     readServer(root, &scenario.server);
     readAdb(root, &scenario.adb);
     scenario.steam.setsCell = scenario.server.kind == ServerPlan::External;
+    scenario.cloud = root.text(QStringLiteral("cloud"), QStringLiteral("normal"));
     readTimeline(root, &scenario.timeline);
     readFiles(root.object(QStringLiteral("files")), json, &scenario.files);
     root.done();

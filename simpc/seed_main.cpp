@@ -41,6 +41,16 @@ int list()
     return 0;
 }
 
+int sayCloud(const QString &name)
+{
+    QString error;
+    const Scenario scenario = scenario::load(name, &error);
+    if (!error.isEmpty())
+        return complain(error);
+    QTextStream(stdout) << scenario.cloud << '\n';
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -59,7 +69,11 @@ int main(int argc, char *argv[])
                                   QStringLiteral("DIR"));
     const QCommandLineOption listing(QStringLiteral("list"),
                                      QStringLiteral("Lists the compiled-in scenarios."));
-    parser.addOptions({home, work, listing});
+    const QCommandLineOption cloud(
+        QStringLiteral("cloud"),
+        QStringLiteral("Only says what the scenario's cloud answers (cloud-sim --answers), or "
+                       "\"absent\"."));
+    parser.addOptions({home, work, listing, cloud});
     parser.addPositionalArgument(QStringLiteral("SCENARIO"),
                                  QStringLiteral("A scenario's name, or the path of a file."));
     parser.process(app);
@@ -67,6 +81,8 @@ int main(int argc, char *argv[])
     if (parser.isSet(listing))
         return list();
     const QStringList names = parser.positionalArguments();
+    if (names.size() == 1 && parser.isSet(cloud))
+        return sayCloud(names.first());
     if (names.size() != 1 || !parser.isSet(home) || !parser.isSet(work))
         return complain(QStringLiteral("wanted: SCENARIO --home DIR --work DIR (or --help)"));
     // A slip of the hand must not cost somebody's settings.

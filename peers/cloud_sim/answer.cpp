@@ -62,6 +62,16 @@ private:
     QString *error_;
 };
 
+QByteArray contentOf(const QString &path, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = path + ": " + file.errorString();
+        return {};
+    }
+    return file.readAll();
+}
+
 Answer readAnswer(const QJsonObject &object, QString *error)
 {
     Reader reader(object, error);
@@ -71,6 +81,8 @@ Answer readAnswer(const QJsonObject &object, QString *error)
     for (auto it = headers.begin(); it != headers.end(); ++it)
         answer.headers.append({it.key().toUtf8(), it.value().toString().toUtf8()});
     answer.body = reader.text("body");
+    if (reader.has("file"))
+        answer.body = contentOf(QString::fromUtf8(reader.text("file")), error);
     if (reader.has("base64"))
         answer.body = QByteArray::fromBase64(reader.text("base64"));
     if (reader.has("json")) {
@@ -91,8 +103,6 @@ Answer readAnswer(const QJsonObject &object, QString *error)
     reader.done();
     return answer;
 }
-
-Answers read(const QString &path, QString *error);
 
 // What is not mentioned is as in `like`, and that is "normal" by itself.
 Answers readObject(QJsonObject object, bool isBase, QString *error)
@@ -118,13 +128,11 @@ Answers readObject(QJsonObject object, bool isBase, QString *error)
 
 Answers read(const QString &path, QString *error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = file.errorString();
+    const QByteArray text = contentOf(path, error);
+    if (!error->isEmpty())
         return {};
-    }
     QJsonParseError parsing = {};
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parsing);
+    const QJsonDocument document = QJsonDocument::fromJson(text, &parsing);
     if (parsing.error != QJsonParseError::NoError) {
         *error = parsing.errorString();
         return {};

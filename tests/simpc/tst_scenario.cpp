@@ -115,6 +115,7 @@ void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
                                              "leftover-steamvr",
                                              "network-query-hangs",
                                              "no-audio",
+                                             "no-cloud",
                                              "no-graphics-driver",
                                              "no-steam",
                                              "old-graphics-driver",
@@ -124,6 +125,7 @@ void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
                                              "ports-taken",
                                              "public-network",
                                              "server-never-comes",
+                                             "silent-cloud",
                                              "single-amd",
                                              "slow-steam",
                                              "steam-already-running",
@@ -131,6 +133,8 @@ void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
                                              "surround-speakers",
                                              "too-slow-steam",
                                              "two-headsets",
+                                             "update-mandatory",
+                                             "update-offered",
                                              "windows-8-1",
                                              "wired-adb-already-running",
                                              "wired-adb-hangs",
@@ -156,6 +160,11 @@ void ScenarioTest::theCompiledInScenariosAreTheseAndDiffer()
     QCOMPARE(load("slow-steam").steam.launcherEnds, -1);
     QCOMPARE(load("server-never-comes").server.kind, ServerPlan::Never);
     QCOMPARE(load("external-server").server.kind, ServerPlan::External);
+    QCOMPARE(load("one-headset").cloud, QString("normal"));
+    QCOMPARE(load("no-cloud").cloud, QString("absent"));
+    QCOMPARE(load("silent-cloud").cloud, QString("silent"));
+    QCOMPARE(load("update-offered").cloud, QString("newer"));
+    QCOMPARE(load("update-mandatory").cloud, QString("newer-forced"));
     QVERIFY(load("steam-already-running").steam.steamRunning);
     QVERIFY(!load("steam-already-running").steam.steamVrRunning);
     QVERIFY(load("leftover-steamvr").steam.steamVrRunning);
@@ -250,6 +259,7 @@ void ScenarioTest::mistakesAreToldPlainly_data()
     row("list of others", R"("at":[1])", R"("at" must be a list of objects)");
     row("no flag", R"("steam":{"running":1})", R"("steam.running" must be true or false)");
     row("no text", R"("pc":{"os":10})", R"("pc.os" must be a text)");
+    row("no cloud", R"("cloud":null)", R"("cloud" must be a text)");
     row("no texts", R"("pc":{"recordingDevices":[1]})",
         R"("pc.recordingDevices" must be a text or a list of texts)");
     row("no time", R"("steam":{"appearsAfter":"soon"})",

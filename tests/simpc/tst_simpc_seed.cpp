@@ -25,6 +25,7 @@ private slots:
     void aFirstRunHasNoSettings();
     void replacesItsFilesAndLeavesOthersAlone();
     void listsEveryScenarioWithItsTitle();
+    void saysWhatTheCloudAnswers();
     void refusesWhatItCannotDo_data();
     void refusesWhatItCannotDo();
     void leavesTheRealHomeAlone();
@@ -102,6 +103,17 @@ void SimpcSeedTest::listsEveryScenarioWithItsTitle()
                            "the download page"));
     for (const QString &line : lines)
         QVERIFY2(line.contains(": "), qPrintable(line));
+}
+
+void SimpcSeedTest::saysWhatTheCloudAnswers()
+{
+    Result result = seed({"one-headset", "--cloud"});
+    QCOMPARE(result.code, 0);
+    QCOMPARE(result.output, QString("normal\n"));
+    result = seed({"--cloud", "update-offered"});
+    QCOMPARE(result.output, QString("newer\n"));
+    QCOMPARE(seed({"--cloud", "nothing-such"}).code, 2);
+    QVERIFY(QDir(dir()).isEmpty());
 }
 
 void SimpcSeedTest::refusesWhatItCannotDo_data()
