@@ -26,6 +26,7 @@ Program::Program(const QString &dir, const QString &scenario)
     environment.insert("QT_QUICK_BACKEND", "software");
     environment.insert("LC_ALL", "C.UTF-8");
     environment.insert("SIMPC_SCENARIO", scenario);
+    environment.insert("SIMPC_CLOUD_HOST", "127.0.0.1:1"); // nobody
     environment.insert("SIMPC_SPEED", QString::number(testSpeed));
     environment.insert("SIMPC_ROAD", "1");
     environment.insert("SIMPC_SERVER_LOG", dir + "/server.log");
