@@ -1,7 +1,4 @@
-#include "base/manual_clock.h"
-#include "simpc/sim_pc.h"
 #include "sysinfo/port_owners.h"
-#include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 
 namespace {
@@ -10,7 +7,7 @@ const QList<quint16> streamingPorts{9943, 9944, 50001, 50000};
 
 } // namespace
 
-Q_DECLARE_METATYPE(std::vector<SimTcpRow>)
+Q_DECLARE_METATYPE(std::vector<tcp_table::Row>)
 
 class TestPortOwners : public TestCase
 {
@@ -19,7 +16,7 @@ class TestPortOwners : public TestCase
 private slots:
     void theOwnersOfThePortsAreNamed_data()
     {
-        using Rows = std::vector<SimTcpRow>;
+        using Rows = std::vector<tcp_table::Row>;
         QTest::addColumn<Rows>("rows");
         QTest::addColumn<QStringList>("names");
         // The processes of the test below: one 11, two 12, one 13, four 14.
@@ -43,13 +40,10 @@ private slots:
     }
     void theOwnersOfThePortsAreNamed()
     {
-        QFETCH(std::vector<SimTcpRow>, rows);
-        std::vector<tcp_table::Row> table;
-        for (const SimTcpRow &row : rows)
-            table.push_back({row.localPort, row.pid});
+        QFETCH(std::vector<tcp_table::Row>, rows);
         const std::vector<processes::Entry> running{
             {11, "one.exe"}, {12, "two.exe"}, {13, "one.exe"}, {14, "four.exe"}};
-        QTEST(port_owners::names(table, running, streamingPorts), "names");
+        QTEST(port_owners::names(rows, running, streamingPorts), "names");
     }
 
     void noPortHasNoOwner()
@@ -84,42 +78,6 @@ private slots:
         for (int port = 10000; port < 20000; ++port)
             all.append(static_cast<quint16>(port));
         QCOMPARE(port_owners::names(rows, running, all).size(), 400);
-    }
-
-    void thePcIsAskedForItsPorts()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        const quint32 node = pc.startProcess("node.exe");
-        const quint32 vrserver = pc.startProcess("vrserver.exe");
-        pc.startProcess("node.exe");
-        pc.openPort(vrserver, 9943);
-        pc.openPort(node, 50000);
-        pc.openPort(node, 80);
-        QCOMPARE(SystemInfo::processesUsingPorts(streamingPorts),
-                 QStringList({"node.exe", "vrserver.exe"}));
-        pc.endProcess(node);
-        QCOMPARE(SystemInfo::processesUsingPorts(streamingPorts), QStringList{"vrserver.exe"});
-        QCOMPARE(SystemInfo::processesUsingPorts({80}), QStringList());
-    }
-
-    void aTableThatCannotBeReadIsLoggedAndNamesNobody_data()
-    {
-        QTest::addColumn<quint32>("error");
-        QTest::addColumn<QString>("log");
-        QTest::newRow("no memory") << 0U << "Error allocating memory\n";
-        QTest::newRow("no answer") << 122U << "\tGetTcpTable2 failed with 122\n";
-    }
-    void aTableThatCannotBeReadIsLoggedAndNamesNobody()
-    {
-        QFETCH(quint32, error);
-        QFETCH(QString, log);
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.openPort(pc.startProcess("node.exe"), 9943);
-        pc.failTcpTable(error);
-        QCOMPARE(SystemInfo::processesUsingPorts(streamingPorts), QStringList());
-        QCOMPARE(logged(), QStringList{log});
     }
 };
 

@@ -368,6 +368,73 @@ private slots:
         QCOMPARE(pc.journal(), QStringList({"terminate adb.exe", "terminate adb.exe"}));
     }
 
+    void aSystemThatCannotBeAskedNeedsNoUpdate()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SimHardware hardware;
+        hardware.displayDevices.reset();
+        pc.setHardware(hardware);
+        QCOMPARE(SystemInfo::nvidiaDriverVersions(), QStringList());
+        QCOMPARE(logged(), QStringList{"SetupDiGetClassDevs failed"});
+        QVERIFY(!SystemInfo::needGpuDriverUpdate());
+    }
+
+    void thePcsOwnDriversDecide_data()
+    {
+        QTest::addColumn<quint64>("version");
+        QTest::addColumn<bool>("needed");
+        QTest::newRow("old") << quint64(0x001f'0000'000f'0e9d) << true; // 31.0.15.3741
+        QTest::newRow("new") << quint64(0x001f'0000'000f'1438) << false;
+    }
+    void thePcsOwnDriversDecide()
+    {
+        QFETCH(quint64, version);
+        ManualClock clock;
+        SimPc pc(clock);
+        SimHardware hardware;
+        hardware.displayDevices = {{false, {}}, {true, {{"NVIDIA", version}}}};
+        pc.setHardware(hardware);
+        QTEST(SystemInfo::needGpuDriverUpdate(), "needed");
+    }
+
+    void thePcIsAskedForItsPorts()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        const quint32 node = pc.startProcess("node.exe");
+        const quint32 vrserver = pc.startProcess("vrserver.exe");
+        pc.startProcess("node.exe");
+        pc.openPort(vrserver, 9943);
+        pc.openPort(node, 50000);
+        pc.openPort(node, 80);
+        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
+                 QStringList({"node.exe", "vrserver.exe"}));
+        pc.endProcess(node);
+        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
+                 QStringList{"vrserver.exe"});
+        QCOMPARE(SystemInfo::processesUsingPorts({80}), QStringList());
+    }
+
+    void aTableThatCannotBeReadIsLoggedAndNamesNobody_data()
+    {
+        QTest::addColumn<quint32>("error");
+        QTest::addColumn<QString>("log");
+        QTest::newRow("no memory") << 0U << "Error allocating memory\n";
+        QTest::newRow("no answer") << 122U << "\tGetTcpTable2 failed with 122\n";
+    }
+    void aTableThatCannotBeReadIsLoggedAndNamesNobody()
+    {
+        QFETCH(quint32, error);
+        QFETCH(QString, log);
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.openPort(pc.startProcess("node.exe"), 9943);
+        pc.failTcpTable(error);
+        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}), QStringList());
+        QCOMPARE(logged(), QStringList{log});
+    }
+
     void theRequirementTextsStandAsTheTranslationsKnowThem()
     {
         QCOMPARE(SystemInfo::minimumCpu(),
