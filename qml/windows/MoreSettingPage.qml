@@ -21,6 +21,7 @@ DialogWindow {
             onClicked: dialog.openPage("qrc:/qml/windows/SettingPage.qml", {})
         },
         PushButton {
+            id: later
             objectName: "cancel"
             text: qsTr("以后再说")
             onClicked: dialog.cancelled()
@@ -43,8 +44,19 @@ DialogWindow {
     }
     HeadsetList {
         id: headsets
+
+        // The keyboard stays on something that is seen.
+        function passFocus() {
+            if (count === 0 && focus)
+                later.forceActiveFocus(Qt.OtherFocusReason);
+            else if (count > 0 && later.focus)
+                forceActiveFocus(Qt.OtherFocusReason);
+        }
+
         visible: count > 0
         focus: true
+        onCountChanged: passFocus()
+        Component.onCompleted: passFocus()
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.margins: -4

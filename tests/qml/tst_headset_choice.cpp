@@ -152,10 +152,11 @@ void TestHeadsetChoice::emptyListSearches()
     QVERIFY(pages.inDialog("searching"));
     QCOMPARE(headline(pages), zh("搜索中"));
     QVERIFY(!pages.inDialog("headsets"));
+    QVERIFY(pages.inDialog("cancel")->hasActiveFocus());
     pages.orb.headsets.fill({{"B", "10.0.0.2", false, false}});
     pages.settle();
     QVERIFY(!pages.inDialog("searching"));
-    QVERIFY(pages.inDialog("headsets"));
+    QVERIFY(pages.inDialog("headsets")->hasActiveFocus());
 }
 
 KOLM_GUI_TEST_MAIN(TestHeadsetChoice)
