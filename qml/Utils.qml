@@ -17,8 +17,8 @@ QtObject {
     readonly property color accent: "#1E68FF"
     // The accent as a text: on the dark tones the accent itself is too dim.
     readonly property color accentText: "#6E9CFF"
-    readonly property color accentHovered: "#3D7DFF"
-    readonly property color accentPressed: "#1752CC"
+    readonly property color accentHovered: "#195CE6"
+    readonly property color accentPressed: "#134BC0"
     readonly property color buttonHovered: "#4A4A4A"
     readonly property color buttonPressed: "#2E2E2E"
     readonly property color outline: "#3A3D4A"

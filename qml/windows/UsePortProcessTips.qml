@@ -9,7 +9,7 @@ DialogWindow {
 
     // The programs, one after the other.
     property string names
-    readonly property var programs: names.split(/[;,，；、\n]/).map(name => name.trim())
+    readonly property var programs: names.split(/[;；，、\n]|, /).map(name => name.trim())
                                          .filter(name => name !== "")
     property bool free: false
 

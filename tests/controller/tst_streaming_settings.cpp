@@ -76,6 +76,77 @@ private slots:
         QVERIFY(!s.pc.pc.isRunning("vrserver.exe"));
     }
 
+    void theLockIsHeldFromTheStopToTheFiles()
+    {
+        Settings s(dir());
+        s.pc.pc.startProcess("vrserver.exe");
+        writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":1}}})");
+        const QByteArray session = readFile("session.json");
+        int stops = 0;
+        s.pc.pc.onJournal([&](const QString &line) {
+            if (!line.contains("-shutdown"))
+                return;
+            ++stops;
+            QVERIFY(!s.lock.tryLock());
+            // Nothing is written while SteamVR could still read it.
+            QVERIFY(readFile("set.json").isEmpty());
+            QCOMPARE(readFile("session.json"), session);
+            QCOMPARE(s.pc.clock.slept(), 0);
+        });
+        s.settings.setEffects({1, 1, 1, false, false, false, false}, false, "D3X");
+        QCOMPARE(stops, 1);
+        QVERIFY(s.pc.clock.slept() >= 500);
+        QVERIFY(!readFile("set.json").isEmpty());
+        QVERIFY(readFile("session.json") != session);
+        QVERIFY(s.lock.tryLock());
+        s.lock.unlock();
+    }
+
+    void theSerialIsMadeCurrentBeforeTheValuesAreStored()
+    {
+        Settings s(dir());
+        s.pc.config.saveDeviceSettings("D3X");
+        s.settings.setEffects({0, 1, 0, false, false, false, false}, true, "D2Y");
+        QCOMPARE(stored("D2").value("definitionIndex").toInt(), 0);
+        QCOMPARE(stored("D2").value("bitRate_wired").toString(), QString("20"));
+        QCOMPARE(stored("D2").value("bitRate").toString(), QString("50"));
+        QCOMPARE(stored("D3").value("definitionIndex").toInt(), 1);
+        const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
+        QCOMPARE(set.value("lastSn").toString(), QString("D2Y"));
+        QCOMPARE(set.value("wiredOrWireless").toInt(), 1);
+    }
+
+    void withoutASerialTheStoredOneStays()
+    {
+        Settings s(dir());
+        s.pc.config.saveDeviceSettings("D2Y");
+        s.settings.setEffects({2, 1, 1, false, false, false, false}, false, {});
+        QCOMPARE(stored("D2").value("definitionIndex").toInt(), 2);
+        const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
+        QCOMPARE(set.value("lastSn").toString(), QString("D2Y"));
+    }
+
+    void customEffectsUseTheCustomValues()
+    {
+        Settings s(dir());
+        s.pc.config.saveDeviceSettings("D3X");
+        s.settings.setCustom(130, 85, true, "D3X");
+        s.settings.setEffects({3, 1, 1, false, false, false, false}, true, "D3X");
+        QCOMPARE(stored("D3").value("scale").toString(), QString("130"));
+        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("85"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QCOMPARE(stored("D3").value("customize").toBool(), true);
+    }
+
+    void aScaleThatIsANumberReadsAsNothing()
+    {
+        writeFile("set.json", R"({"D3":{"customize":true,"bitRate":"60"},"lastSn":"D3X"})");
+        Settings s(dir());
+        QCOMPARE(s.settings.scale(), 0);
+        QCOMPARE(s.settings.bitRate(false), 60);
+        QCOMPARE(s.settings.current().definition, 3);
+    }
+
     void customValuesWaitForTheNextSave()
     {
         Settings s(dir());

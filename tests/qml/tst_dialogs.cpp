@@ -210,6 +210,7 @@ void TestDialogs::programsAreListed_data()
     QTest::newRow("semicolon") << "a.exe;b.exe" << QStringList{"a.exe", "b.exe"};
     QTest::newRow("comma") << "a.exe, b.exe" << QStringList{"a.exe", "b.exe"};
     QTest::newRow("Chinese comma") << zh("a.exe、b.exe") << QStringList{"a.exe", "b.exe"};
+    QTest::newRow("comma in a name") << "a,b.exe, c.exe" << QStringList{"a,b.exe", "c.exe"};
     QTest::newRow("blank in a name") << "a b.exe;c.exe" << QStringList{"a b.exe", "c.exe"};
     QTest::newRow("nothing between") << "a.exe;;" << QStringList{"a.exe"};
 }

@@ -1,0 +1,179 @@
+#include "tests/controller/controller_fixture.h"
+#include "tests/support/test_case.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+SteamOptions steamRunning()
+{
+    SteamOptions options;
+    options.steamRunning = true;
+    return options;
+}
+
+constexpr int wired = 1;
+constexpr int wireless = 2;
+
+} // namespace
+
+// The streaming settings as the pages see and change them.
+class TestOrbSettings : public TestCase
+{
+    Q_OBJECT
+
+    void storeMode(int mode) const
+    {
+        writeFile(
+            "set.json",
+            QJsonDocument(QJsonObject{{"wiredOrWireless", mode}, {"lastSn", "D3A"}}).toJson());
+    }
+    QJsonObject stored(const QString &model) const
+    {
+        return QJsonDocument::fromJson(readFile("set.json")).object().value(model).toObject();
+    }
+
+    // The poll does not find SteamVR while it restarts.
+    void announceMisses(int count)
+    {
+        for (int miss = 1; miss <= count; ++miss)
+            announce(QStringLiteral("[steam] hasLaunchSteamVR:false; switch: %1").arg(miss));
+    }
+
+private slots:
+    void freshSettingsAreShown()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        QCOMPARE(f.orb().definitionIndex(), 1);
+        QCOMPARE(f.orb().fpsIndex(), 1);
+        QCOMPARE(f.orb().encodeType(), 1);
+        QCOMPARE(f.orb().audioStatus(), false);
+        QCOMPARE(f.orb().tenbitEnc(), false);
+        QCOMPARE(f.orb().fullRangeColor(), false);
+        QCOMPARE(f.orb().enableHdr(), false);
+        QCOMPARE(f.orb().bitRate(), 50);
+        QCOMPARE(f.orb().videoRatio(), 100);
+        QCOMPARE(f.orb().widthIndex(), 2880);
+        QCOMPARE(f.orb().heightIndex(), 2656);
+    }
+
+    void effectsAreReadBackWithoutASignal()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pass(20000);
+        f.orb().connectVR("D3A", "10.0.0.7");
+        f.emitted.clear();
+        f.orb().setEffects(2, 0, 3, true, false, true, true);
+        QCOMPARE(f.emitted.first(), QString("showToast(steamVR重启设置中，请勿操作,15000)"));
+        QCOMPARE(f.count("effectChange()"), 0);
+        QCOMPARE(f.count("av1AvailableChanged()"), 0);
+        QCOMPARE(f.orb().definitionIndex(), 2);
+        QCOMPARE(f.orb().fpsIndex(), 0);
+        QCOMPARE(f.orb().encodeType(), 3);
+        QCOMPARE(f.orb().audioStatus(), true);
+        QCOMPARE(f.orb().tenbitEnc(), true);
+        QCOMPARE(f.orb().fullRangeColor(), true);
+        QCOMPARE(f.orb().enableHdr(), true);
+        QCOMPARE(f.orb().bitRate(), 100);
+        QCOMPARE(f.orb().videoRatio(), 110);
+    }
+
+    void effectsRestartSteamVRTenSecondsLater()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pass(20000);
+        QVERIFY(f.pc.isRunning("vrserver.exe"));
+        announceMisses(3);
+        f.pc.clearJournal();
+        f.orb().setEffects(1, 1, 1, false, false, false, false);
+        QVERIFY(f.pc.journal().first().contains("vrstartup.exe -shutdown"));
+        QVERIFY(!f.pc.isRunning("vrserver.exe"));
+        QVERIFY(!f.pc.journal().contains("launch explorer steam://rungameid/250820"));
+        f.pass(10000);
+        QVERIFY(f.pc.journal().contains("launch explorer steam://rungameid/250820"));
+    }
+
+    void customValuesSurviveTheEnd()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        const QByteArray before = (f.orb(), readFile("set.json"));
+        f.orb().setVideoQuilty(130, 120);
+        QCOMPARE(f.orb().videoRatio(), 130); // shown at once
+        QCOMPARE(f.orb().bitRate(), 120);
+        QCOMPARE(readFile("set.json"), before); // what a crash would leave
+        f.close();
+        QCOMPARE(stored("D3").value("scale").toString(), QString("130"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("120"));
+        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("50"));
+    }
+
+    void bitRateOfTheCableIsStoredAtOnce()
+    {
+        storeMode(wired);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pc.clearJournal();
+        f.emitted.clear();
+        const qint64 slept = f.clock.slept();
+        f.orb().setVideoBitRate(150);
+        QCOMPARE(f.orb().bitRate(), 150);
+        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("150"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QVERIFY(f.pc.journal().isEmpty());
+        QCOMPARE(f.emitted, QStringList());
+        QCOMPARE(f.clock.slept(), slept);
+    }
+
+    void eachLinkHasItsBitRate()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pass(20000);
+        // With a fixed definition each switch would store its bit rate again.
+        announceMisses(3);
+        f.orb().setVideoQuilty(100, 70);
+        f.orb().setEffects(3, 1, 1, false, false, false, false);
+        f.pass(20000);
+        announceMisses(3);
+        f.orb().setWiredOrWireless(true);
+        QCOMPARE(f.orb().bitRate(), 50);
+        f.orb().setVideoBitRate(150);
+        f.pass(20000);
+        f.orb().setWiredOrWireless(false);
+        QCOMPARE(f.orb().bitRate(), 70);
+    }
+
+    void valuesGoToTheModelOfTheHeadset()
+    {
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pass(20000);
+        f.orb().connectVR("D2B", "10.0.0.7");
+        QVERIFY(f.orb().isD2());
+        f.orb().setVideoQuilty(90, 40);
+        f.orb().setVideoBitRate(45);
+        QCOMPARE(stored("D2").value("scale").toString(), QString("90"));
+        QCOMPARE(stored("D2").value("bitRate").toString(), QString("45"));
+        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QCOMPARE(f.orb().widthIndex(), 1600);
+    }
+
+    void noHeadsetIsNoD2()
+    {
+        ControllerFixture f(dir(), steamRunning());
+        QVERIFY(!f.orb().isD2());
+    }
+};
+
+KOLM_TEST_MAIN(TestOrbSettings)
+#include "tst_orb_settings.moc"

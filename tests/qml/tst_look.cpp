@@ -1,0 +1,130 @@
+#include "tests/qml/interface.h"
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+
+#include <QColor>
+#include <QQmlComponent>
+#include <QQmlEngine>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+qreal channel(qreal value)
+{
+    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+qreal luminance(const QColor &color)
+{
+    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) +
+           0.0722 * channel(color.blueF());
+}
+
+qreal contrast(const QColor &one, const QColor &other)
+{
+    const qreal a = luminance(one);
+    const qreal b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+QColor over(const QColor &top, const QColor &below)
+{
+    const qreal alpha = top.alphaF();
+    return QColor::fromRgbF(top.redF() * alpha + below.redF() * (1 - alpha),
+                            top.greenF() * alpha + below.greenF() * (1 - alpha),
+                            top.blueF() * alpha + below.blueF() * (1 - alpha));
+}
+
+} // namespace
+
+// The constants of the look, and that one can read what is written in them.
+class TestLook : public TestCase
+{
+    Q_OBJECT
+
+    std::unique_ptr<QQmlEngine> engine_;
+    std::unique_ptr<QObject> utils_;
+
+    QColor color(const QString &name) const
+    {
+        return utils_->property(qPrintable(name)).value<QColor>();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        registerInterface();
+        engine_ = std::make_unique<QQmlEngine>();
+        QQmlComponent component(engine_.get(), QUrl("qrc:/qml/Utils.qml"));
+        utils_.reset(component.create());
+        QVERIFY(utils_);
+    }
+    void cleanupTestCase()
+    {
+        utils_.reset();
+        engine_.reset();
+    }
+
+    void tonesAreThoseOfTheProduct();
+    void textsCanBeRead_data();
+    void textsCanBeRead();
+    void signsCanBeSeen_data();
+    void signsCanBeSeen();
+};
+
+void TestLook::tonesAreThoseOfTheProduct()
+{
+    QCOMPARE(utils_->property("orb_font").toString(), QString("Source Han Sans CN Medium"));
+    QCOMPARE(color("orb_backgroundcolor"), QColor("#1A1B21"));
+    QCOMPARE(color("orb_itemdowncolor"), QColor("#22242C"));
+    QCOMPARE(color("orb_itemcolor").alphaF(), QColor::fromRgbF(1, 1, 1, 0.06).alphaF());
+    QCOMPARE(color("orb_btnbackgroundcolor"), QColor("#393939"));
+    QCOMPARE(color("accent"), QColor("#1E68FF"));
+}
+
+void TestLook::textsCanBeRead_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("surface");
+
+    const auto rows = [](const char *text, const QStringList &surfaces) {
+        for (const QString &surface : surfaces)
+            QTest::addRow("%s on %s", text, qPrintable(surface)) << text << surface;
+    };
+    rows("text", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor",
+                  "orb_btnbackgroundcolor", "buttonHovered", "buttonPressed", "accent",
+                  "accentHovered", "accentPressed", "closeHovered"});
+    rows("textSecondary", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor"});
+    rows("accentText", {"orb_backgroundcolor", "orb_itemdowncolor"});
+    rows("attention", {"orb_itemdowncolor"});
+}
+
+void TestLook::textsCanBeRead()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, surface);
+    const QColor below = over(color(surface), color("orb_itemdowncolor"));
+    const qreal found = contrast(color(text), below);
+    QVERIFY2(found >= 4.5, qPrintable(QString::number(found)));
+}
+
+void TestLook::signsCanBeSeen_data()
+{
+    QTest::addColumn<QString>("sign");
+    for (const char *sign : {"done", "attention", "failure", "focus", "accent"})
+        QTest::newRow(sign) << sign;
+}
+
+void TestLook::signsCanBeSeen()
+{
+    QFETCH(QString, sign);
+    for (const char *surface : {"orb_backgroundcolor", "orb_itemdowncolor"}) {
+        const qreal found = contrast(color(sign), color(surface));
+        QVERIFY2(found >= 3, qPrintable(QString::number(found)));
+    }
+}
+
+KOLM_GUI_TEST_MAIN(TestLook)
+#include "tst_look.moc"
