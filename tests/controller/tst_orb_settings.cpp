@@ -143,7 +143,7 @@ private slots:
         f.orb().setVideoQuilty(100, 70);
         f.orb().setEffects(3, 1, 1, false, false, false, false);
         f.pass(20000);
-        announceMisses(3);
+        announceMisses(4);
         f.orb().setWiredOrWireless(true);
         QCOMPARE(f.orb().bitRate(), 50);
         f.orb().setVideoBitRate(150);
