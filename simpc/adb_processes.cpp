@@ -15,12 +15,26 @@ namespace {
 
 // No pid of the simulated PC's own processes comes near.
 constexpr quint32 pidOffset = 0x40000000;
-constexpr int endTries = 5000000;
+constexpr int endTries = 500000;
 
 // Empty for a process that has ended, one that nobody has buried yet included.
 QString programOf(qint64 pid)
 {
     return QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid));
+}
+
+// Whether it has let go of everything that it held, its ports among that. It
+// may still be there for whoever has to bury it.
+bool isOver(qint64 pid)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!file.open(QIODevice::ReadOnly))
+        return true;
+    constexpr int state = 0;
+    constexpr int threads = 17;
+    const QByteArray all = file.readAll();
+    const QList<QByteArray> fields = all.mid(all.lastIndexOf(") ") + 2).split(' ');
+    return fields.value(state) == "Z" && fields.value(threads) == "1";
 }
 
 bool belongs(qint64 pid, const QByteArray &setting)
@@ -54,7 +68,7 @@ void end(quint32 simPid, const QByteArray &setting)
     const auto pid = static_cast<pid_t>(simPid - pidOffset);
     if (!belongs(pid, setting) || ::kill(pid, SIGKILL) != 0)
         return;
-    for (int i = 0; i < endTries && !programOf(pid).isEmpty(); ++i)
+    for (int i = 0; i < endTries && !isOver(pid); ++i)
         std::this_thread::yield();
 }
 
