@@ -7,6 +7,13 @@ else()
   set(KOLM_PLATFORM sim)
 endif()
 
+# What stands before a path of this machine in a program that is built here:
+# Wine shows the whole machine as one drive.
+set(KOLM_DRIVE "")
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+  set(KOLM_DRIVE "Z:")
+endif()
+
 # Compile settings of every target of ours.
 function(kolm_compile_settings target)
   target_compile_definitions(${target} PRIVATE
@@ -57,7 +64,8 @@ function(kolm_library name)
 endfunction()
 
 # kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60])
-# One QtTest program; ctest runs it from a folder of its own.
+# One QtTest program. Built for Windows all of them have the label win as well,
+# and run on Wine when they were built elsewhere (tests/CMakeLists.txt).
 function(kolm_test name)
   cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   if(NOT arg_LABELS)
@@ -66,13 +74,35 @@ function(kolm_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
+  if(WIN32 AND NOT "win" IN_LIST arg_LABELS)
+    list(APPEND arg_LABELS win)
+  endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK} kolm_test_support Qt5::Test)
   kolm_compile_settings(${name})
+  if(MINGW)
+    # Half the time of a Windows build would go into optimising tests.
+    target_compile_options(${name} PRIVATE -O0)
+  endif()
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TSAN_OPTIONS=ignore_noninstrumented_modules=1 suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+  if(KOLM_ON_WINE)
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine)
+  endif()
+endfunction()
+
+# kolm_win_test(name SOURCES ...): as kolm_test, of a _win.cpp file, with the path
+# of tests/win/helper_win.cpp's program in KOLM_TEST_HELPER. Does nothing elsewhere.
+function(kolm_win_test name)
+  if(NOT WIN32)
+    return()
+  endif()
+  kolm_test(${name} ${ARGN} LABELS win)
+  target_compile_definitions(${name} PRIVATE
+    KOLM_TEST_HELPER="${KOLM_DRIVE}$<TARGET_FILE:kolm_test_helper>")
+  add_dependencies(${name} kolm_test_helper)
 endfunction()
 
 # kolm_fuzzer(name SOURCES x.cpp [LINK ...] [DICT words.dict]): a libFuzzer
