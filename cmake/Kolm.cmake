@@ -65,7 +65,8 @@ endfunction()
 
 # kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60])
 # One QtTest program. Built for Windows all of them have the label win as well,
-# and run on Wine when they were built elsewhere (tests/CMakeLists.txt).
+# and run on Wine when they were built elsewhere (tests/CMakeLists.txt); those that
+# include the simulated PC are not built there.
 function(kolm_test name)
   cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
   if(NOT arg_LABELS)
@@ -74,8 +75,20 @@ function(kolm_test name)
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
-  if(WIN32 AND NOT "win" IN_LIST arg_LABELS)
-    list(APPEND arg_LABELS win)
+  if(WIN32)
+    # On Windows there is no simulated PC.
+    foreach(source IN LISTS arg_SOURCES)
+      get_filename_component(source "${source}" ABSOLUTE)
+      if(EXISTS "${source}")
+        file(STRINGS "${source}" simulated REGEX "^#include \"simpc/" LIMIT_COUNT 1)
+        if(simulated)
+          return()
+        endif()
+      endif()
+    endforeach()
+    if(NOT "win" IN_LIST arg_LABELS)
+      list(APPEND arg_LABELS win)
+    endif()
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK} kolm_test_support Qt5::Test)

@@ -62,7 +62,6 @@ private slots:
 
     void linesOfTwoThreadsStayWholeAndInOrder();
     void timesInAFileNeverRunBackwards();
-    void linesOfTwoProgramsStayWhole();
     void aMessageLoggedByLoggingIsDropped();
 
     void withoutTheFolderNothingHappens();
@@ -316,34 +315,6 @@ void LogFileTest::timesInAFileNeverRunBackwards()
     QCOMPARE(lines.size(), 2 * count + 1);
     for (int i = 1; i < 2 * count; ++i)
         QVERIFY2(lines.at(i - 1) < lines.at(i), lines.at(i).constData());
-}
-
-void LogFileTest::linesOfTwoProgramsStayWhole()
-{
-    // Two objects share no lock, just as two programs do not.
-    ManualClock clock;
-    constexpr int count = 3000;
-    std::atomic<int> ready{0};
-    const auto write = [&](QChar letter) {
-        LogFile log(dir(), clock);
-        const QString text(300, letter);
-        ++ready;
-        while (ready < 2)
-            std::this_thread::yield();
-        for (int i = 0; i < count; ++i)
-            log.write(QtInfoMsg, noContext, text);
-    };
-    std::thread other(write, QChar('b'));
-    write(QChar('a'));
-    other.join();
-
-    const QByteArray head = "[Info:14:03:07.215  \"(0)\"]:";
-    const QByteArray lineA = head + QByteArray(300, 'a') + '\r';
-    const QByteArray lineB = head + QByteArray(300, 'b') + '\r';
-    const QList<QByteArray> lines = readFile(dayFile).split('\n');
-    QCOMPARE(lines.count(lineA), count);
-    QCOMPARE(lines.count(lineB), count);
-    QCOMPARE(lines.size(), 2 * count + 1);
 }
 
 void LogFileTest::aMessageLoggedByLoggingIsDropped()

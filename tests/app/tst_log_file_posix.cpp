@@ -8,8 +8,10 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include <atomic>
 #include <ctime>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -45,17 +47,47 @@ private:
 
 } // namespace
 
-// The log file in surroundings that only POSIX lets a test make.
+// The log file in surroundings that only POSIX lets a test make, and what Wine does
+// not keep: there, two programs that append to a file may overwrite each other.
 class LogFilePosixTest : public TestCase
 {
     Q_OBJECT
 
 private slots:
+    void linesOfTwoProgramsStayWhole();
     void linesFollowTheChangeToSummerTime();
     void aFullDiskIsHarmless();
     void theInstalledHandlerWritesWhereTheNamesSaySoFar();
     void theInstalledHandlerKeepsTheConsoleQuiet();
 };
+
+void LogFilePosixTest::linesOfTwoProgramsStayWhole()
+{
+    // Two objects share no lock, just as two programs do not.
+    ManualClock clock;
+    constexpr int count = 3000;
+    std::atomic<int> ready{0};
+    const auto write = [&](QChar letter) {
+        LogFile log(dir(), clock);
+        const QString text(300, letter);
+        ++ready;
+        while (ready < 2)
+            std::this_thread::yield();
+        for (int i = 0; i < count; ++i)
+            log.write(QtInfoMsg, noContext, text);
+    };
+    std::thread other(write, QChar('b'));
+    write(QChar('a'));
+    other.join();
+
+    const QByteArray head = "[Info:14:03:07.215  \"(0)\"]:";
+    const QByteArray lineA = head + QByteArray(300, 'a') + '\r';
+    const QByteArray lineB = head + QByteArray(300, 'b') + '\r';
+    const QList<QByteArray> lines = readFile(dayFile).split('\n');
+    QCOMPARE(lines.count(lineA), count);
+    QCOMPARE(lines.count(lineB), count);
+    QCOMPARE(lines.size(), 2 * count + 1);
+}
 
 void LogFilePosixTest::linesFollowTheChangeToSummerTime()
 {
