@@ -23,6 +23,7 @@ FramelessWindow {
     readonly property var blockingNotices: [windows + "UsePortProcessTips.qml",
                                             windows + "NetworkSetting.qml",
                                             windows + "UpdateGpuDriverTips.qml"]
+    property bool leaving: false
     readonly property bool dialogOpen: subWin.item !== null && subWin.item.visible
 
     function showToast(str, duration) {
@@ -86,8 +87,13 @@ FramelessWindow {
     }
 
     function leave() {
+        if (leaving)
+            return;
+        leaving = true;
         closeDialog();
+        // Sends the last reports, and meanwhile the windows still work.
         orb.closeApp();
+        closeDialog();
         close();
     }
 
@@ -354,6 +360,13 @@ FramelessWindow {
         }
     }
 
+    // A network that is slow to answer is worth a word.
+    Timer {
+        objectName: "leaveTimer"
+        interval: 500
+        running: root.leaving && root.visible
+        onTriggered: root.openDialog(root.windows + "WaitPage.qml", { text: qsTr("正在退出"), limit: 0 })
+    }
     // The one place of a dialog. What a dialog may declare, and what it gets, is
     // told in ARCHITECTURE.md.
     Loader {

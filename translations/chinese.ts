@@ -999,5 +999,9 @@
         <source>设置</source>
         <translation>Settings</translation>
     </message>
+    <message>
+        <source>正在退出</source>
+        <translation>Closing the program</translation>
+    </message>
 </context>
 </TS>

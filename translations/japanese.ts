@@ -999,5 +999,9 @@
         <source>设置</source>
         <translation>設定</translation>
     </message>
+    <message>
+        <source>正在退出</source>
+        <translation>終了しています</translation>
+    </message>
 </context>
 </TS>

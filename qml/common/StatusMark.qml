@@ -1,8 +1,8 @@
 import QtQuick 2.15
 
 // A state as an icon: each has a shape of its own, so that colour alone never
-// tells it. `kind` is one of "busy", "todo", "current", "done", "attention",
-// "failure".
+// tells it. `kind` is one of "busy", "todo", "current", "done", "info",
+// "attention", "failure".
 Item {
     id: mark
 
@@ -11,6 +11,7 @@ Item {
         todo: "orb_todo.png",
         current: "orb_current.png",
         done: "orb_suc.png",
+        info: "orb_tips.png",
         attention: "orb_attention.png",
         failure: "orb_fail.png"
     })

@@ -37,6 +37,7 @@ DialogWindow {
     }
     DialogMessage {
         visible: headsets.count > 0
+        mark: "info"
         text: headsets.count > 1 ? qsTr("发现多个VR眼镜，请选择要连接的眼镜")
                                  : qsTr("请选择要连接的眼镜")
         detail: qsTr("串流设置按眼镜型号保存，连接后自动生效。")

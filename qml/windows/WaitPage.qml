@@ -8,7 +8,7 @@ DialogWindow {
     id: dialog
 
     property string text: qsTr("请稍候")
-    property int limit: 30000 // ms
+    property int limit: 30000 // ms; 0: it never goes by itself
 
     title: qsTr("请稍候")
     width: 480
@@ -19,7 +19,7 @@ DialogWindow {
     Timer {
         objectName: "limitTimer"
         interval: dialog.limit
-        running: dialog.visible
+        running: dialog.visible && dialog.limit > 0
         onTriggered: dialog.close()
     }
     DialogMessage {

@@ -51,6 +51,8 @@ private slots:
     void systemFollowsTheCheck();
     void waitEndsByItself();
     void waitCannotBeSkipped();
+    void slowEndIsToldOf();
+    void programIsLeftOnce();
 
 private:
     static void states()
@@ -426,6 +428,41 @@ void TestDialogs::waitCannotBeSkipped()
     press(pages, Qt::Key_Escape);
     press(pages, Qt::Key_Return);
     QVERIFY(pages.dialog());
+}
+
+void TestDialogs::slowEndIsToldOf()
+{
+    Interface pages;
+    QVERIFY(pages.load());
+    QString file;
+    pages.orb.onCall = [&](const QString &call) {
+        if (call != "closeApp")
+            return;
+        QVERIFY(!pages.dialog());
+        pages.elapse("leaveTimer");
+        file = pages.dialogFile();
+        QVERIFY(pages.dialog());
+        pages.settle();
+        QVERIFY(texts(pages).contains(zh("正在退出")));
+        QVERIFY(!pages.dialog()->findChild<QObject *>("limitTimer")->property("running").toBool());
+    };
+    pages.click("close");
+    QCOMPARE(file, QString("WaitPage.qml"));
+    QVERIFY(!pages.dialog());
+    QVERIFY(!pages.window()->isVisible());
+}
+
+void TestDialogs::programIsLeftOnce()
+{
+    Interface pages;
+    QVERIFY(pages.load());
+    pages.orb.calls.clear();
+    pages.orb.onCall = [&](const QString &) {
+        QCloseEvent again;
+        QCoreApplication::sendEvent(pages.window(), &again);
+    };
+    pages.click("close");
+    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
 }
 
 KOLM_GUI_TEST_MAIN(TestDialogs)
