@@ -77,7 +77,7 @@
     <name>FeedbackPage</name>
     <message>
         <source>用户反馈</source>
-        <translation>フィードバック</translation>
+        <translation>ご意見</translation>
     </message>
     <message>
         <source>取消</source>

@@ -3,8 +3,11 @@
 #include "tests/support/test_case.h"
 
 #include <QColor>
+#include <QFile>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QRawFont>
+#include <QXmlStreamReader>
 
 #include <cmath>
 #include <memory>
@@ -72,6 +75,8 @@ private slots:
     void textsCanBeRead();
     void signsCanBeSeen_data();
     void signsCanBeSeen();
+    void everyCharacterIsInTheFont_data();
+    void everyCharacterIsInTheFont();
 };
 
 void TestLook::tonesAreThoseOfTheProduct()
@@ -124,6 +129,37 @@ void TestLook::signsCanBeSeen()
         const qreal found = contrast(color(sign), color(surface));
         QVERIFY2(found >= 3, qPrintable(QString::number(found)));
     }
+}
+
+void TestLook::everyCharacterIsInTheFont_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("Japanese") << "japanese";
+    QTest::newRow("English") << "chinese";
+}
+
+void TestLook::everyCharacterIsInTheFont()
+{
+    // The system would take a missing one from another font, if it has any.
+    QFETCH(QString, language);
+    const QRawFont font(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"), 20);
+    QVERIFY(font.isValid());
+    QFile file(QStringLiteral(KOLM_SOURCE_DIR "/translations/") + language + ".ts");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&file);
+    int texts = 0;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement ||
+            (xml.name() != QLatin1String("source") && xml.name() != QLatin1String("translation")))
+            continue;
+        ++texts;
+        const QString text = xml.readElementText();
+        for (uint character : text.toUcs4()) {
+            if (character != '\n')
+                QVERIFY2(font.supportsCharacter(character), qPrintable(text));
+        }
+    }
+    QVERIFY(texts > 200);
 }
 
 KOLM_GUI_TEST_MAIN(TestLook)

@@ -68,6 +68,8 @@ private slots:
     void placeholdersAgree_data() { languages(); }
     void placeholdersAgree();
     void englishHoldsNoChinese();
+    void oneTextReadsTheSameEverywhere_data() { languages(); }
+    void oneTextReadsTheSameEverywhere();
     void everyContextIsThere_data() { languages(); }
     void everyContextIsThere();
     void everyTextOfTheProgramIsThere_data() { languages(); }
@@ -113,6 +115,22 @@ void TestTranslations::englishHoldsNoChinese()
     }
 }
 
+void TestTranslations::oneTextReadsTheSameEverywhere()
+{
+    QFETCH(QString, language);
+    QHash<QString, Entry> known;
+    for (const Entry &entry : readEntries(fileOf(language))) {
+        if (entry.type == "vanished" || entry.type == "obsolete")
+            continue;
+        const auto before = known.constFind(entry.source);
+        if (before == known.constEnd())
+            known.insert(entry.source, entry);
+        else
+            QVERIFY2(before->translation == entry.translation,
+                     qPrintable(entry.source + " in " + before->context + " and " + entry.context));
+    }
+}
+
 void TestTranslations::everyContextIsThere()
 {
     QFETCH(QString, language);
@@ -121,8 +139,11 @@ void TestTranslations::everyContextIsThere()
         if (!contexts.contains(entry.context))
             contexts.append(entry.context);
     }
-    for (const char *context : {"ORBManager", "QObject", "SystemInfo", "mainWindow", "PageItem",
-                                "SteamPageItem", "SelectModePage", "SingleAppTip"})
+    for (const char *context :
+         {"ORBManager", "QObject", "SystemInfo", "mainWindow", "PageItem", "SteamPageItem",
+          "SelectModePage", "SingleAppTip", "SettingPage", "MoreSettingPage", "FeedbackPage",
+          "SystemInfoPage", "ConfirmPage", "PowerDownPage", "NetworkSetting", "UsePortProcessTips",
+          "UpdateGpuDriverTips", "UpdatePage", "WaitPage"})
         QVERIFY2(contexts.contains(context), context);
 }
 
