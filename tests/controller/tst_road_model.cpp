@@ -38,9 +38,8 @@ private slots:
         QStringList names;
         for (int row = 0; row < model.rowCount(); ++row)
             names.append(model.data(model.index(row), RoadModel::Name).toString());
-        QCOMPARE(names,
-                 (QStringList{"Steam", "SteamVR", QString::fromUtf8("串流服务"),
-                              QString::fromUtf8("VR眼镜"), QString::fromUtf8("串流连接")}));
+        QCOMPARE(names, (QStringList{"Steam", "SteamVR", QString::fromUtf8("串流服务"),
+                                     QString::fromUtf8("VR眼镜"), QString::fromUtf8("串流连接")}));
         QVERIFY(!model.data(model.index(0), RoadModel::Since).toDateTime().isValid());
         QVERIFY(!model.data(model.index(0), RoadModel::Since + 1).isValid());
         QVERIFY(!model.data(QModelIndex(), RoadModel::Name).isValid());
