@@ -2,6 +2,7 @@
 
 #include "app/close_signals_sim.h"
 #include "app/demonstration_sim.h"
+#include "app/director_sim.h"
 #include "base/clock.h"
 #include "simpc/scenario.h"
 #include "simpc/sim_host.h"
@@ -76,6 +77,7 @@ struct Host::Private
     QMutex mutex; // guards the two below
     QStringList untold;
     std::unique_ptr<Demonstration> demonstration;
+    std::unique_ptr<Director> director;
     std::unique_ptr<CloseSignals> closeSignals;
 };
 
@@ -122,11 +124,18 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
         QMetaObject::invokeMethod(
             &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
     });
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (window && Director::isWanted()) {
+        d->director = std::make_unique<Director>(Clock::system(), *window, road);
+        QObject::connect(d->director.get(), &Director::closeRequested, &engine,
+                         [&engine] { closeProgram(engine); });
+        // Its notifier belongs to the event loop, too.
+        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
+                         d->director.get(), &Director::stop);
+    }
     if (!road)
         return;
 
-    const QObject *root = engine.rootObjects().value(0);
-    auto *window = qobject_cast<QQuickWindow *>(const_cast<QObject *>(root));
     auto demonstration = std::make_unique<Demonstration>(Demonstration::Wishes::fromEnvironment(),
                                                          Clock::system(), *road, window);
     QObject::connect(demonstration.get(), &Demonstration::closeRequested, &engine,
@@ -140,5 +149,9 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 
 int Host::exitCode(int loopResult) const
 {
-    return loopResult != 0 || !d->demonstration ? loopResult : d->demonstration->result();
+    if (loopResult != 0)
+        return loopResult;
+    if (d->director && d->director->result() != 0)
+        return d->director->result();
+    return d->demonstration ? d->demonstration->result() : 0;
 }

@@ -1,0 +1,328 @@
+#include "app/director_sim.h"
+
+#include "base/clock.h"
+#include "controller/connection_road.h"
+#include "link/console.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImage>
+#include <QKeySequence>
+#include <QPainter>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSocketNotifier>
+#include <QUrl>
+
+#include <algorithm>
+
+#include <unistd.h>
+
+// Qt's own way to bring events in as the system does; its test library uses it.
+Q_GUI_EXPORT void qt_handleMouseEvent(QWindow *window, const QPointF &local, const QPointF &global,
+                                      Qt::MouseButtons state, Qt::MouseButton button,
+                                      QEvent::Type type, Qt::KeyboardModifiers modifiers,
+                                      int timestamp);
+Q_GUI_EXPORT void qt_handleKeyEvent(QWindow *window, QEvent::Type type, int key,
+                                    Qt::KeyboardModifiers modifiers, const QString &text,
+                                    bool repeated, ushort count);
+
+namespace {
+
+constexpr int askAgain = 50;        // ms
+constexpr int longestWait = 120000; // ms for a condition
+constexpr int failed = 5;
+
+// The windows that are seen, the one behind first.
+QList<QQuickWindow *> shownWindows(QQuickWindow *main)
+{
+    QList<QQuickWindow *> found;
+    const QWindowList all = QGuiApplication::topLevelWindows();
+    for (QWindow *window : all) {
+        auto *quick = qobject_cast<QQuickWindow *>(window);
+        if (!quick || !quick->isVisible() || quick == main)
+            continue;
+        // A toast is above everything.
+        if (quick->flags() & Qt::WindowDoesNotAcceptFocus)
+            found.append(quick);
+        else
+            found.prepend(quick);
+    }
+    if (main->isVisible())
+        found.prepend(main);
+    return found;
+}
+
+QQuickItem *findShown(QQuickItem *root, const QString &name, int *skip)
+{
+    if (!root->isVisible())
+        return nullptr;
+    if (root->objectName() == name && (*skip)-- == 0)
+        return root;
+    const QList<QQuickItem *> children = root->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findShown(child, name, skip))
+            return found;
+    }
+    return nullptr;
+}
+
+QPointF middleOf(const QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+}
+
+} // namespace
+
+bool Director::isWanted()
+{
+    return qEnvironmentVariableIntValue("SIMPC_DIRECTED") != 0;
+}
+
+Director::Director(Clock &clock, QQuickWindow &window, const ConnectionRoad *road, QObject *parent)
+    : QObject(parent), clock_(clock), window_(window), road_(road)
+{
+    connect(
+        &window_, &QQuickWindow::frameSwapped, this, [this] { ++frames_; }, Qt::DirectConnection);
+    notifier_ = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
+    connect(notifier_, &QSocketNotifier::activated, this, &Director::readLines);
+}
+
+void Director::stop()
+{
+    delete notifier_;
+    notifier_ = nullptr;
+    lines_.clear();
+}
+
+void Director::readLines()
+{
+    char bytes[4096];
+    const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
+    if (count <= 0)
+        notifier_->setEnabled(false);
+    else
+        input_.append(bytes, static_cast<int>(count));
+    for (int end = input_.indexOf('\n'); end >= 0; end = input_.indexOf('\n')) {
+        const QString line = QString::fromUtf8(input_.left(end)).trimmed();
+        input_.remove(0, end + 1);
+        if (!line.isEmpty() && !line.startsWith('#'))
+            lines_.enqueue(line);
+    }
+    if (!busy_)
+        next();
+}
+
+void Director::next()
+{
+    busy_ = !lines_.isEmpty();
+    if (busy_)
+        carryOut(lines_.dequeue());
+}
+
+void Director::carryOut(const QString &line)
+{
+    const QStringList words = line.split(' ', Qt::SkipEmptyParts);
+    const QString verb = words.first();
+    line_ = line;
+    if (verb == QLatin1String("wait")) {
+        clock_.singleShot(static_cast<int>(words.value(1).toDouble() * 1000), this,
+                          [this] { answer(QStringLiteral("ok")); });
+    } else if (verb == QLatin1String("until")) {
+        const std::function<bool()> isSo = condition(words.mid(1));
+        if (isSo)
+            await(isSo);
+        else
+            fail(line, QStringLiteral("there is no such condition"));
+    } else if (verb == QLatin1String("close")) {
+        answer(QStringLiteral("ok"));
+        emit closeRequested();
+    } else if (verb == QLatin1String("picture")) {
+        // A window that is shown but not on the screen yet has nothing to show.
+        await([this] {
+            const QList<QQuickWindow *> windows = shownWindows(&window_);
+            return std::all_of(windows.begin(), windows.end(),
+                               [](const QQuickWindow *window) { return window->isExposed(); });
+        });
+    } else {
+        doNow();
+    }
+}
+
+void Director::await(std::function<bool()> isSo)
+{
+    awaited_ = std::move(isSo);
+    askingSince_ = clock_.elapsed();
+    ask();
+}
+
+void Director::doNow()
+{
+    const QString said = act(line_.section(' ', 0, 0), line_.section(' ', 1));
+    if (said.startsWith('!')) {
+        fail(line_, said.mid(1));
+        return;
+    }
+    // What it caused has happened before the next line.
+    clock_.singleShot(askAgain, this,
+                      [this, said] { answer(said.isEmpty() ? QStringLiteral("ok") : said); });
+}
+
+void Director::ask()
+{
+    if (awaited_())
+        doNow();
+    else if (clock_.elapsed() - askingSince_ > longestWait)
+        fail(line_, QStringLiteral("that did not happen"));
+    else
+        clock_.singleShot(askAgain, this, [this] { ask(); });
+}
+
+void Director::answer(const QString &text)
+{
+    console::echo("directed: " + text.toStdString());
+    next();
+}
+
+void Director::fail(const QString &line, const QString &reason)
+{
+    console::echo("directed: failed: " + line.toStdString() + ": " + reason.toStdString());
+    lines_.clear();
+    busy_ = false;
+    result_ = failed;
+    emit closeRequested();
+}
+
+// What it answers, "" for nothing special; with a "!" in front why it cannot.
+QString Director::act(const QString &verb, const QString &rest)
+{
+    if (verb == QLatin1String("until"))
+        return {};
+    if (verb == QLatin1String("click") || verb == QLatin1String("where"))
+        return point(rest, verb == QLatin1String("click"));
+    if (verb == QLatin1String("key"))
+        return pressKey(rest);
+    if (verb == QLatin1String("type")) {
+        type(rest);
+        return {};
+    }
+    if (verb == QLatin1String("picture"))
+        return takePicture(rest);
+    if (verb == QLatin1String("frames"))
+        return QStringLiteral("frames %1").arg(frames_.exchange(0));
+    if (verb == QLatin1String("minimise"))
+        window_.showMinimized();
+    else if (verb == QLatin1String("activate"))
+        window_.requestActivate();
+    else if (verb == QLatin1String("hide"))
+        window_.hide();
+    else if (verb == QLatin1String("show"))
+        window_.showNormal();
+    else
+        return QStringLiteral("!there is no such word");
+    return {};
+}
+
+// Empty when the words make no sense.
+std::function<bool()> Director::condition(const QStringList &words) const
+{
+    const QString what = words.value(0);
+    const QString name = words.value(1);
+    if (what == QLatin1String("shown") || what == QLatin1String("hidden")) {
+        const bool shown = what == QLatin1String("shown");
+        return [this, name, shown] { return (find(name) != nullptr) == shown; };
+    }
+    if (what == QLatin1String("dialog") || what == QLatin1String("nodialog")) {
+        return [this, name] {
+            const QObject *place = window_.findChild<QObject *>(QStringLiteral("subWin"));
+            const QUrl file = place ? place->property("source").toUrl() : QUrl();
+            return QFileInfo(file.path()).baseName() == name;
+        };
+    }
+    if (what == QLatin1String("toast")) {
+        return [this, name] {
+            const auto *toast = window_.findChild<QWindow *>(QStringLiteral("toast"));
+            return toast && toast->isVisible() != (name == QLatin1String("gone"));
+        };
+    }
+    static const QStringList stages = {QStringLiteral("steam"), QStringLiteral("steamvr"),
+                                       QStringLiteral("server"), QStringLiteral("headset"),
+                                       QStringLiteral("linked")};
+    const int stage = stages.indexOf(what);
+    if (stage >= 0 && road_)
+        return [this, stage] { return road_->reached(static_cast<ConnectionRoad::Stage>(stage)); };
+    return {};
+}
+
+// "name" or "name 2" for the second one of that name. The window in front comes
+// first.
+QQuickItem *Director::find(const QString &name) const
+{
+    int skip = qMax(name.section(' ', 1).toInt() - 1, 0);
+    const QList<QQuickWindow *> windows = shownWindows(&window_);
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        if (QQuickItem *found = findShown((*window)->contentItem(), name.section(' ', 0, 0), &skip))
+            return found;
+    }
+    return nullptr;
+}
+
+QString Director::point(const QString &name, bool click)
+{
+    const QQuickItem *item = find(name);
+    if (!item)
+        return QStringLiteral("!nothing of that name is shown");
+    const QPointF local = middleOf(item);
+    QQuickWindow *window = item->window();
+    const QPoint global = window->mapToGlobal(local.toPoint());
+    if (!click)
+        return QStringLiteral("at %1 %2").arg(global.x()).arg(global.y());
+    qt_handleMouseEvent(window, local, global, Qt::NoButton, Qt::NoButton, QEvent::MouseMove,
+                        Qt::NoModifier, 0);
+    qt_handleMouseEvent(window, local, global, Qt::LeftButton, Qt::LeftButton,
+                        QEvent::MouseButtonPress, Qt::NoModifier, 0);
+    qt_handleMouseEvent(window, local, global, Qt::NoButton, Qt::LeftButton,
+                        QEvent::MouseButtonRelease, Qt::NoModifier, 0);
+    return {};
+}
+
+QString Director::pressKey(const QString &name)
+{
+    const QKeySequence keys(name);
+    QWindow *window = QGuiApplication::focusWindow();
+    if (keys.isEmpty() || keys[0] == Qt::Key_unknown)
+        return QStringLiteral("!there is no such key");
+    if (!window)
+        return QStringLiteral("!no window has the keyboard");
+    const int key = keys[0] & ~int(Qt::KeyboardModifierMask);
+    const auto modifiers = Qt::KeyboardModifiers(keys[0] & int(Qt::KeyboardModifierMask));
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+        qt_handleKeyEvent(window, type, key, modifiers, QString(), false, 1);
+    return {};
+}
+
+void Director::type(const QString &text)
+{
+    QWindow *window = QGuiApplication::focusWindow();
+    for (const QChar letter : text) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            qt_handleKeyEvent(window, type, Qt::Key_unknown, Qt::NoModifier, letter, false, 1);
+    }
+}
+
+QString Director::takePicture(const QString &path)
+{
+    const QList<QQuickWindow *> windows = shownWindows(&window_);
+    if (windows.isEmpty())
+        return QStringLiteral("!no window is shown");
+    QImage picture;
+    for (QQuickWindow *window : windows) {
+        const QImage part = window->grabWindow();
+        if (picture.isNull())
+            picture = part;
+        else
+            QPainter(&picture).drawImage(window->position() - windows.first()->position(), part);
+    }
+    return picture.save(path) ? QString() : QStringLiteral("!it cannot be saved");
+}
