@@ -29,9 +29,9 @@ ListView {
     }
     function restore() {
         let row = count - 1;
-        while (row > 0 && model.data(model.index(row, 0), nameRole) !== currentName)
+        while (row >= 0 && model.data(model.index(row, 0), nameRole) !== currentName)
             --row;
-        currentIndex = row;
+        currentIndex = row >= 0 ? row : Math.min(likelyRow, count - 1);
     }
     function activateCurrent() {
         if (currentItem)
@@ -39,7 +39,10 @@ ListView {
     }
 
     objectName: "headsets"
-    Component.onCompleted: findLikely()
+    Component.onCompleted: {
+        findLikely();
+        restore();
+    }
     model: orb.vrLists
     clip: true
     spacing: utils.grid
