@@ -1,0 +1,138 @@
+#include "tests/link/adb_pc.h"
+
+#include "sysinfo/system_info.h"
+#include "tests/link/adb_pc_platform.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+
+namespace {
+
+constexpr int limit = 20000; // ms
+
+quint16 freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+QString path(const QString &world, const char *name)
+{
+    return world + '/' + name;
+}
+
+void write(const QString &file, const QByteArray &content)
+{
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size())
+        qFatal("the stand-in's world cannot be written");
+}
+
+} // namespace
+
+struct AdbPc::Private
+{
+    explicit Private(quint16 port) : platform(port) {}
+
+    AdbPcPlatform platform;
+};
+
+AdbPc::AdbPc(const QString &world) : world_(world), port_(freePort())
+{
+    QDir().mkpath(world);
+    qputenv("ADB_SIM_FOLDER", QDir::toNativeSeparators(world).toUtf8());
+    qputenv("ANDROID_ADB_SERVER_PORT", QByteArray::number(port_));
+    d = std::make_unique<Private>(port_);
+}
+
+AdbPc::~AdbPc()
+{
+    SystemInfo::killProcesses({QStringLiteral("adb.exe")});
+    qunsetenv("ADB_SIM_FOLDER");
+    qunsetenv("ANDROID_ADB_SERVER_PORT");
+}
+
+void AdbPc::setSearchPath(const QString &folder)
+{
+    d->platform.setSearchPath(folder);
+}
+
+QString AdbPc::install(const QString &folder)
+{
+    QDir().mkpath(folder);
+    const QString program = folder + QStringLiteral("/adb.exe");
+    if (!QFile::copy(ADB_SIM, program))
+        qFatal("the stand-in cannot be copied");
+    return program;
+}
+
+bool AdbPc::startServer(const QString &program)
+{
+    QProcess server;
+    server.setProgram(program);
+    server.setArguments({"-L", QString("tcp:%1").arg(port_), "fork-server", "server"});
+    server.setStandardOutputFile(QProcess::nullDevice());
+    server.setStandardErrorFile(QProcess::nullDevice());
+    return server.startDetached() && QTest::qWaitFor([this] { return serverRuns(); }, limit);
+}
+
+bool AdbPc::serverRuns() const
+{
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", port_);
+    return socket.waitForConnected(limit);
+}
+
+void AdbPc::plug(const QByteArray &devices) const
+{
+    write(path(world_, "devices"), devices);
+}
+
+void AdbPc::hang(bool hangs) const
+{
+    if (hangs)
+        write(path(world_, "hang"), {});
+    else
+        QFile::remove(path(world_, "hang"));
+}
+
+QStringList AdbPc::calls() const
+{
+    QStringList lines;
+    QFile file(path(world_, "calls"));
+    if (!file.open(QIODevice::ReadOnly))
+        return lines;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const QJsonObject call = QJsonDocument::fromJson(line).object();
+        if (call.isEmpty())
+            continue;
+        QString text = QFileInfo(call.value("program").toString()).canonicalFilePath();
+        for (const QJsonValue &argument : call.value("arguments").toArray())
+            text += " [" + argument.toString() + ']';
+        lines << text;
+    }
+    return lines;
+}
+
+QString AdbPc::ask(const QStringList &arguments) const
+{
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", port_);
+    if (!socket.waitForConnected(limit))
+        return {};
+    socket.write(
+        QJsonDocument(QJsonArray::fromStringList(arguments)).toJson(QJsonDocument::Compact) + '\n');
+    QByteArray reply;
+    while (!reply.endsWith('\n') && socket.waitForReadyRead(limit))
+        reply += socket.readAll();
+    return QJsonDocument::fromJson(reply).object().value("out").toString();
+}

@@ -1,0 +1,19 @@
+// What AdbPc needs that differs between the systems.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class AdbPcPlatform
+{
+public:
+    explicit AdbPcPlatform(quint16 adbPort);
+    ~AdbPcPlatform();
+
+    void setSearchPath(const QString &folder);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
