@@ -4,6 +4,7 @@
 #include "tests/link/adb_pc_platform.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -12,7 +13,6 @@
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTest>
 
 namespace {
 
@@ -82,7 +82,12 @@ bool AdbPc::startServer(const QString &program)
     server.setArguments({"-L", QString("tcp:%1").arg(port_), "fork-server", "server"});
     server.setStandardOutputFile(QProcess::nullDevice());
     server.setStandardErrorFile(QProcess::nullDevice());
-    return server.startDetached() && QTest::qWaitFor([this] { return serverRuns(); }, limit);
+    QElapsedTimer timer;
+    timer.start();
+    bool reached = false;
+    for (bool started = server.startDetached(); started && !reached && !timer.hasExpired(limit);)
+        reached = serverRuns();
+    return reached;
 }
 
 bool AdbPc::serverRuns() const

@@ -5,6 +5,7 @@
 #include "tests/support/genuine_adb.h"
 #include "tests/support/test_case.h"
 
+#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -46,17 +47,19 @@ struct Pc
     // Lets it look as often as it takes, each look with time enough for adb.
     bool looksUntil(const std::function<bool()> &condition)
     {
-        return QTest::qWaitFor(
-            [&] {
-                manager->checkDevice();
-                for (int i = 0; i < 10; ++i) {
-                    clock.advance(500);
-                    QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-                    manager->findChild<QProcess *>()->waitForFinished(200);
-                }
-                return condition();
-            },
-            limit);
+        QElapsedTimer timer;
+        timer.start();
+        do {
+            manager->checkDevice();
+            for (int i = 0; i < 10; ++i) {
+                clock.advance(500);
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+                manager->findChild<QProcess *>()->waitForFinished(200);
+            }
+            if (condition())
+                return true;
+        } while (!timer.hasExpired(limit));
+        return false;
     }
 
     // adb's processes inherit these.
