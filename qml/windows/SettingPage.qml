@@ -27,8 +27,8 @@ DialogWindow {
     // What the store said when the page was filled.
     property var stored: ({})
 
-    function readAll() {
-        stored = {
+    function inStore() {
+        return {
             definition: orb.definitionIndex,
             fps: orb.fpsIndex === 1 ? 1 : 0,
             encoder: orb.encodeType,
@@ -36,6 +36,10 @@ DialogWindow {
             scale: orb.videoRatio,
             bitRate: orb.bitRate
         };
+    }
+
+    function readAll() {
+        stored = inStore();
         definition.value = offered(definition, stored.definition, 1);
         fps.value = stored.fps;
         encoder.value = offered(encoder, stored.encoder, hevc);
@@ -43,6 +47,15 @@ DialogWindow {
         audio.installing = false;
         scale.value = stored.scale > 0 ? stored.scale : 100;
         bitRate.value = stored.bitRate > 0 ? stored.bitRate : 50;
+    }
+
+    // The controller announces the settings with every look at a connected
+    // headset. What the user is about to change stays, unless they are others.
+    function readChanges() {
+        const now = inStore();
+        if (Object.keys(now).some(key => now[key] !== stored[key]))
+            readAll();
+        encoder.value = offered(encoder, encoder.value, hevc);
     }
 
     function offered(choice, value, otherwise) {
@@ -181,15 +194,17 @@ DialogWindow {
         Segments {
             id: encoder
 
-            // The values are the same in each list.
-            readonly property var basic: [{ text: "H.264", value: 0 },
-                                          { text: "HEVC", value: dialog.hevc }]
-            readonly property var nvidia: basic.concat([{ text: "HEVC 10-bit", value: 2 }])
-            readonly property var av1: nvidia.concat([{ text: "AV1", value: 3 }])
+            // The values are the same in each list. A number changes only when
+            // the list does, so that the keyboard stays where it is.
+            readonly property var all: [{ text: "H.264", value: 0 },
+                                        { text: "HEVC", value: dialog.hevc },
+                                        { text: "HEVC 10-bit", value: 2 },
+                                        { text: "AV1", value: 3 }]
+            readonly property int available: orb.AV1available ? 4 : orb.nvidiaAvailable ? 3 : 2
 
             objectName: "encoder"
             name: qsTr("视频编码")
-            options: orb.AV1available ? av1 : orb.nvidiaAvailable ? nvidia : basic
+            options: all.slice(0, available)
             Layout.fillWidth: true
         }
     }
@@ -231,7 +246,7 @@ DialogWindow {
     }
     Connections {
         target: orb
-        // Another headset is connected, with settings of its own.
-        function onEffectChange() { dialog.readAll(); }
+        function onEffectChange() { dialog.readChanges(); }
+        function onWiredChange() { dialog.readChanges(); }
     }
 }

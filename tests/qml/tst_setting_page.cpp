@@ -2,6 +2,7 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
+#include <QSignalBlocker>
 #include <QWheelEvent>
 
 namespace {
@@ -50,6 +51,9 @@ private slots:
     void slidersOnlyBelongToTheCustomDefinition();
     void bitRateIsThatOfTheLink();
     void settingsOfAnotherHeadsetAreRead();
+    void announcedSettingsLeaveWhatTheUserIsAt();
+    void encoderThatIsOfferedNoMoreBecomesHevc();
+    void otherLinkBringsItsBitRate();
 
     void sliderStaysInItsSteps_data();
     void sliderStaysInItsSteps();
@@ -77,12 +81,15 @@ private:
     }
     static void choose(Interface &pages, const QString &setting, int value)
     {
-        QQuickItem *segments = pages.inDialog(setting);
-        for (QQuickItem *item : Interface::shownItems(segments)) {
+        pages.click(option(pages, setting, value));
+    }
+    static QQuickItem *option(Interface &pages, const QString &setting, int value)
+    {
+        for (QQuickItem *item : Interface::shownItems(pages.inDialog(setting))) {
             if (item->objectName() == QStringLiteral("option%1").arg(value))
-                return pages.click(item);
+                return item;
         }
-        QFAIL(qPrintable("no such option of " + setting));
+        return nullptr;
     }
     static int chosen(Interface &pages, const QString &setting, const char *property = "value")
     {
@@ -461,6 +468,50 @@ void TestSettingPage::settingsOfAnotherHeadsetAreRead()
     QCOMPARE(chosen(pages, "fps"), 1);
     QCOMPARE(chosen(pages, "encoder"), 3);
     QCOMPARE(chosen(pages, "scale"), 130);
+    QCOMPARE(chosen(pages, "bitRate"), 150);
+}
+
+void TestSettingPage::announcedSettingsLeaveWhatTheUserIsAt()
+{
+    Interface pages;
+    FakeOrb::Settings settings = custom(110, 80);
+    settings.av1 = true;
+    open(pages, settings);
+    slide(pages, "bitRate", 95);
+    choose(pages, "encoder", 3);
+    QQuickItem *focused = option(pages, "encoder", 3);
+    focused->forceActiveFocus(Qt::TabFocusReason);
+    pages.orb.becomeSettings(settings); // as each poll does
+    pages.settle();
+    QCOMPARE(chosen(pages, "bitRate"), 95);
+    QCOMPARE(chosen(pages, "encoder"), 3);
+    QCOMPARE(option(pages, "encoder", 3), focused);
+    QVERIFY(focused->hasActiveFocus());
+}
+
+void TestSettingPage::encoderThatIsOfferedNoMoreBecomesHevc()
+{
+    Interface pages;
+    FakeOrb::Settings settings;
+    settings.av1 = true;
+    settings.nvidia = true;
+    open(pages, settings);
+    choose(pages, "encoder", 3);
+    settings.av1 = false; // a headset of another model, with the same settings
+    pages.orb.becomeSettings(settings);
+    QCOMPARE(chosen(pages, "encoder"), 1);
+}
+
+void TestSettingPage::otherLinkBringsItsBitRate()
+{
+    Interface pages;
+    open(pages, custom(110, 80));
+    FakeOrb::Settings cable = custom(110, 150);
+    QSignalBlocker quiet(pages.orb);
+    pages.orb.becomeSettings(cable);
+    quiet.unblock();
+    QCOMPARE(chosen(pages, "bitRate"), 80);
+    pages.orb.becomeWired(true);
     QCOMPARE(chosen(pages, "bitRate"), 150);
 }
 
