@@ -30,7 +30,7 @@ RowLayout {
 
     Label {
         text: slider.name
-        Layout.preferredWidth: 18 * utils.grid
+        Layout.preferredWidth: utils.settingNameWidth
         Accessible.ignored: true
     }
     Item {
