@@ -280,7 +280,7 @@ FramelessWindow {
                     root.ispullDown = false;
             }
         }
-        RowLayout {
+        Row {
             id: sheet
             objectName: "sheet"
 
@@ -288,6 +288,8 @@ FramelessWindow {
             readonly property int normalY: above + 22
             // The same place, with the banner and without.
             readonly property int pulledDownY: above + (banner.visible ? 488 : 488 + 56)
+
+            readonly property int cardWidth: (width - 2 * spacing) / 3
 
             x: utils.margin
             y: root.ispullDown ? pulledDownY : normalY
@@ -300,27 +302,24 @@ FramelessWindow {
                 id: systemPage
                 objectName: "systemPage"
                 collapsed: root.ispullDown
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.preferredWidth: 1
+                width: sheet.cardWidth
+                height: sheet.height
                 onMore: root.openDialog(root.windows + "SystemInfoPage.qml")
             }
             SteamPageItem {
                 id: steamPage
                 objectName: "steamPage"
                 collapsed: root.ispullDown
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.preferredWidth: 1
+                width: sheet.cardWidth
+                height: sheet.height
             }
             PageItem {
                 id: headsetPage
                 objectName: "headsetPage"
                 collapsed: root.ispullDown
                 road: root.road
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Layout.preferredWidth: 1
+                width: sheet.cardWidth
+                height: sheet.height
                 onToast: root.showToast(text)
                 onShowConfirmPage: root.askToSwitch(wired)
             }

@@ -589,6 +589,7 @@ void TestCards::detailsAreBehindTheTab()
     pages.orb.becomeConnected(true);
     QCOMPARE(pages.item("sheet")->y(), 90.0 + 56 + 22);
     QCOMPARE(pages.item("sheet")->height(), 875.0 - 168 - 30);
+    QCOMPARE(pages.item("systemPage")->width(), pages.item("headsetPage")->width());
     QVERIFY(!pages.item("details")->property("item").value<QObject *>());
     QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_down.png"));
     QCOMPARE(pages.item("drawerTab")->size(), QSizeF(60, 16));
@@ -597,6 +598,11 @@ void TestCards::detailsAreBehindTheTab()
     QVERIFY(pages.window()->property("ispullDown").toBool());
     QCOMPARE(pages.item("sheet")->y(), 90.0 + 56 + 488);
     QCOMPARE(pages.item("sheet")->height(), 875.0 - 634 - 30);
+    for (const char *card : {"systemPage", "steamPage", "headsetPage"}) {
+        const QRectF place = pages.item(card)->mapRectToScene(pages.item(card)->boundingRect());
+        QCOMPARE(place.top(), 634.0);
+        QCOMPARE(place.bottom(), 875.0 - 30);
+    }
     QVERIFY(pages.shown("details"));
     QVERIFY(pages.item("details")->property("item").value<QObject *>());
     QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_up.png"));
