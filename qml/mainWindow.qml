@@ -32,7 +32,8 @@ FramelessWindow {
         toast.y = root.y + 400;
         toastTimer.interval = duration || 2000;
         toastTimer.restart();
-        toast.visible = true;
+        // What it announces may keep the program busy for seconds.
+        toast.showNow();
     }
 
     function showTips(icon, tips) {

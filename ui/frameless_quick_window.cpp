@@ -2,6 +2,7 @@
 
 #include "ui/window_frame.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QMouseEvent>
 #include <QQmlEngine>
@@ -105,6 +106,16 @@ void FramelessQuickWindow::addIgnore(QQuickItem *item)
 void FramelessQuickWindow::reqActive()
 {
     requestActivate();
+}
+
+void FramelessQuickWindow::showNow()
+{
+    setVisible(true);
+    if (!isExposed())
+        window_frame::putOnScreen(*this);
+    // What changed since the last frame is drawn now instead of soon.
+    QEvent update(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(this, &update);
 }
 
 bool FramelessQuickWindow::close()

@@ -38,6 +38,11 @@ void applyShadow(QWindow &window, bool needShadow);
 // as a message of its own.
 bool closeEventIsRequest();
 
+// Brings a window that was just shown onto the screen before anything else
+// happens, for when the GUI thread will be busy. Where the window system can
+// only tell that later, other events (but no input) may be handled meanwhile.
+void putOnScreen(QWindow &window);
+
 // Moves or resizes the window along with the mouse from now until the button
 // is released; `code` says by which part. False where the system begins that by
 // itself after its hit test, or cannot do it.

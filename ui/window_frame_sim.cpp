@@ -1,5 +1,7 @@
 #include "ui/window_frame_sim.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QWindow>
 
 namespace window_frame {
@@ -75,6 +77,17 @@ void applyShadow(QWindow &window, bool needShadow)
 bool closeEventIsRequest()
 {
     return true;
+}
+
+void putOnScreen(QWindow &window)
+{
+    constexpr int longest = 200; // ms
+    note(QStringLiteral("put on screen"));
+    QElapsedTimer waited;
+    for (waited.start(); !window.isExposed() && waited.elapsed() < longest;) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::ExcludeSocketNotifiers);
+    }
 }
 
 bool startDrag(QWindow &window, hit_test::Code code)

@@ -67,6 +67,12 @@ bool closeEventIsRequest()
     return false;
 }
 
+void putOnScreen(QWindow &window)
+{
+    // Has the window painted at once instead of when no other message waits.
+    ::UpdateWindow(reinterpret_cast<HWND>(window.winId()));
+}
+
 bool startDrag(QWindow &, hit_test::Code)
 {
     return false;

@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QLocale>
+#include <QSignalSpy>
 
 class TestMainWindow : public TestCase
 {
@@ -41,6 +42,7 @@ private slots:
     void toastStandsInTheMiddleOfTheWindow();
     void toastHidesWhenItsTimeIsOver();
     void laterToastReplacesTheEarlier();
+    void toastIsOnTheScreenBeforeAnythingElseHappens();
     void toastLeavesTheWindowActive();
     void closeRequestHidesTheToast();
 };
@@ -372,6 +374,22 @@ void TestMainWindow::laterToastReplacesTheEarlier()
     emit pages.orb.showToast("second", 2000);
     QCOMPARE(pages.text("toastContent"), QStringLiteral("second"));
     QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 2000);
+}
+
+// Whoever announces it may keep the event loop waiting for many seconds.
+void TestMainWindow::toastIsOnTheScreenBeforeAnythingElseHappens()
+{
+    Interface pages;
+    pages.load();
+    pages.settle();
+    auto *toast = qobject_cast<QQuickWindow *>(pages.find("toast"));
+    const QSignalSpy frames(toast, &QQuickWindow::afterRendering);
+    emit pages.orb.showToast("hello", 2000);
+    QVERIFY(toast->isExposed());
+    const int first = frames.count();
+    QVERIFY(first > 0);
+    emit pages.orb.showToast("something else", 2000);
+    QVERIFY(frames.count() > first);
 }
 
 void TestMainWindow::toastLeavesTheWindowActive()

@@ -114,6 +114,7 @@ private slots:
     void shadowFollowsNeedShadow();
     void shadowIsRenewedAfterTheFrameMayBeReset();
     void shadowNeedsANativeWindow();
+    void showNowIsSeenBeforeTheEventLoopRuns();
     void destroyedWindowRenewsNoShadow();
 
     void mousePressOnTheCaptionDrags();
@@ -152,7 +153,7 @@ void TestFramelessQuickWindow::interfaceIsInOrder()
              (QStringList{"parentWinChanged()", "titleBarChanged()", "resizeableChanged()",
                           "needShadowChanged()", "borderWidthChanged()", "transientParentChanged()",
                           "closeAll()"}));
-    QCOMPARE(methods, (QStringList{"addIgnore(QQuickItem*)", "reqActive()", "close()"}));
+    QCOMPARE(methods, (QStringList{"addIgnore(QQuickItem*)", "reqActive()", "close()", "showNow()"}));
 }
 
 void TestFramelessQuickWindow::propertiesAreAsDeclared_data()
@@ -534,6 +535,23 @@ void TestFramelessQuickWindow::shadowIsRenewedAfterTheFrameMayBeReset()
     window.tell(Message::Kind::CloseRequest);
     clock.advance(1000);
     QCOMPARE(window_frame::sim::journal(), QStringList("shadow on"));
+}
+
+void TestFramelessQuickWindow::showNowIsSeenBeforeTheEventLoopRuns()
+{
+    Window window;
+    window.resize(100, 100);
+    const QSignalSpy frames(&window, &QQuickWindow::afterRendering);
+    window.showNow();
+    QVERIFY(window.isVisible());
+    QVERIFY(window.isExposed());
+    QVERIFY(frames.count() > 0);
+
+    // What changes while it is shown is seen as well.
+    const int before = frames.count();
+    window.setColor(Qt::red);
+    window.showNow();
+    QVERIFY(frames.count() > before);
 }
 
 void TestFramelessQuickWindow::shadowNeedsANativeWindow()
