@@ -94,13 +94,18 @@ PcCheck::Verdict PcCheck::judge() const
         qCritical("system not match");
         return verdict;
     }
-    if (ConfigManager::hardwareScore(cpuName_, gpuName_) < enoughScore) {
+    if (!isEnough(ConfigManager::hardwareScore(cpuName_, gpuName_))) {
         qCritical("cpu or gpu not match");
         return verdict;
     }
     verdict.canRun = true;
     verdict.driverTooOld = SystemInfo::needGpuDriverUpdate();
     return verdict;
+}
+
+bool PcCheck::isEnough(int score)
+{
+    return score >= enoughScore;
 }
 
 QStringList PcCheck::portBlockers()

@@ -34,6 +34,9 @@ public:
     // Asks for system version, rules and drivers anew.
     Verdict judge() const;
 
+    // Whether hardware of this score can stream.
+    static bool isEnough(int score);
+
     // The programs that hold the streaming server's ports and are no part of
     // streaming, by name, as the system lists them.
     static QStringList portBlockers();

@@ -1,4 +1,5 @@
 #include "config/recent_headsets.h"
+#include "controller/help_links.h"
 #include "controller/vr_list_model.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
@@ -488,6 +489,25 @@ private slots:
             {"duration", 5}, {"streamingApp", "Game"}, {"streamingType", "wireless"},
             {"fps", 72},     {"microphoneOn", true},   {"graphicsQuality", "High"}};
         QCOMPARE(f.events.last().second, expected);
+    }
+
+    void theGuideIsInTheLanguageThatIsNearest_data()
+    {
+        QTest::addColumn<QLocale::Language>("language");
+        QTest::addColumn<bool>("chinese");
+        QTest::newRow("Chinese") << QLocale::Chinese << true;
+        QTest::newRow("English") << QLocale::English << false;
+        QTest::newRow("Japanese") << QLocale::Japanese << false;
+        QTest::newRow("none") << QLocale::C << false;
+    }
+    void theGuideIsInTheLanguageThatIsNearest()
+    {
+        QFETCH(QLocale::Language, language);
+        QFETCH(bool, chinese);
+        const QUrl inChinese = help_links::userGuide(QLocale::Chinese);
+        const QUrl inEnglish = help_links::userGuide(QLocale::English);
+        QVERIFY(inChinese.isValid() && inEnglish.isValid() && inChinese != inEnglish);
+        QCOMPARE(help_links::userGuide(language), chinese ? inChinese : inEnglish);
     }
 
     void webPagesAreOpened()

@@ -223,6 +223,12 @@ private slots:
         QVERIFY(!check.judge().canRun);
     }
 
+    void everyScoreBelowEightIsTooLow()
+    {
+        for (int score = 0; score <= 12; ++score)
+            QCOMPARE(PcCheck::isEnough(score), score >= 8);
+    }
+
     void withoutANameNoFragmentMatches()
     {
         const ScenarioPc pc("one-headset", dir());
