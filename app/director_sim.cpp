@@ -54,18 +54,15 @@ QList<QQuickWindow *> shownWindows(QQuickWindow *main)
     return found;
 }
 
-QQuickItem *findShown(QQuickItem *root, const QString &name, int *skip)
+void findShown(QQuickItem *root, const QString &name, QList<QQuickItem *> *found)
 {
     if (!root->isVisible())
-        return nullptr;
-    if (root->objectName() == name && (*skip)-- == 0)
-        return root;
+        return;
+    if (root->objectName() == name)
+        found->append(root);
     const QList<QQuickItem *> children = root->childItems();
-    for (QQuickItem *child : children) {
-        if (QQuickItem *found = findShown(child, name, skip))
-            return found;
-    }
-    return nullptr;
+    for (QQuickItem *child : children)
+        findShown(child, name, found);
 }
 
 QPointF middleOf(const QQuickItem *item)
@@ -236,8 +233,12 @@ std::function<bool()> Director::condition(const QStringList &words) const
     if (what == QLatin1String("dialog") || what == QLatin1String("nodialog")) {
         return [this, name] {
             const QObject *place = window_.findChild<QObject *>(QStringLiteral("subWin"));
-            const QUrl file = place ? place->property("source").toUrl() : QUrl();
-            return QFileInfo(file.path()).baseName() == name;
+            const auto *dialog =
+                place ? qobject_cast<QWindow *>(place->property("item").value<QObject *>())
+                      : nullptr;
+            const bool shown = dialog && dialog->isVisible();
+            return name == (shown ? QFileInfo(place->property("source").toUrl().path()).baseName()
+                                  : QString());
         };
     }
     if (what == QLatin1String("toast")) {
@@ -255,17 +256,22 @@ std::function<bool()> Director::condition(const QStringList &words) const
     return {};
 }
 
-// "name" or "name 2" for the second one of that name. The window in front comes
-// first.
+// "name" or "name 2" for the second one of that name from above. The window in
+// front comes first.
 QQuickItem *Director::find(const QString &name) const
 {
-    int skip = qMax(name.section(' ', 1).toInt() - 1, 0);
+    const int index = qMax(name.section(' ', 1).toInt() - 1, 0);
     const QList<QQuickWindow *> windows = shownWindows(&window_);
+    QList<QQuickItem *> found;
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
-        if (QQuickItem *found = findShown((*window)->contentItem(), name.section(' ', 0, 0), &skip))
-            return found;
+        QList<QQuickItem *> here;
+        findShown((*window)->contentItem(), name.section(' ', 0, 0), &here);
+        std::sort(here.begin(), here.end(), [](const QQuickItem *a, const QQuickItem *b) {
+            return middleOf(a).y() < middleOf(b).y();
+        });
+        found += here;
     }
-    return nullptr;
+    return found.value(index);
 }
 
 QString Director::point(const QString &name, bool click)

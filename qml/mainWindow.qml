@@ -81,12 +81,6 @@ FramelessWindow {
             subWin.item.close();
     }
 
-    // Keeps only a dialog that is seen.
-    function dropHiddenDialog() {
-        if (!dialogOpen)
-            subWin.source = "";
-    }
-
     function leave() {
         if (leaving)
             return;
@@ -116,10 +110,6 @@ FramelessWindow {
         if (activity && dialogOpen)
             subWin.item.reqActive();
     }
-    onDialogOpenChanged: {
-        if (!dialogOpen)
-            Qt.callLater(dropHiddenDialog);
-    }
     Component.onCompleted: {
         addIgnore(logo);
         addIgnore(version);
@@ -137,6 +127,7 @@ FramelessWindow {
     }
 
     Rectangle {
+        objectName: "window"
         anchors.fill: parent
         color: utils.orb_backgroundcolor
 
@@ -374,6 +365,14 @@ FramelessWindow {
         objectName: "subWin"
         onLoaded: item.parentWin = root
     }
+    // A dialog that is not seen is not kept. Whatever it still does while it
+    // closes, and that may take a while, is over by then.
+    Timer {
+        objectName: "dropTimer"
+        interval: 1000
+        running: subWin.item !== null && !root.dialogOpen
+        onTriggered: subWin.source = ""
+    }
     Connections {
         target: subWin.item
         ignoreUnknownSignals: true
@@ -383,6 +382,9 @@ FramelessWindow {
             root.closeDialog();
             root.close();
         }
+        // Leaving may take seconds in which the dialog's place is wanted: not
+        // before it has done what it is doing.
+        function onLeaveProgram() { Qt.callLater(root.leave); }
         function onAccepted() { root.switchLink(); }
     }
 

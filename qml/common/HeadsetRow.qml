@@ -70,6 +70,7 @@ Rectangle {
         }
         PushButton {
             id: button
+            objectName: "connect"
             text: row.connected ? qsTr("已连接") : qsTr("连接")
             primary: row.likely && !row.connected
             activeFocusOnTab: false // the list is one stop; its arrows choose the row

@@ -16,6 +16,8 @@ DialogWindow {
 
     // The main window has to close.
     signal closeMain()
+    // The whole program has to end as with its close button.
+    signal leaveProgram()
 
     function install() {
         if (!orbupdate.setup()) {
@@ -55,8 +57,7 @@ DialogWindow {
             visible: dialog.isForce
             onClicked: {
                 dialog.close();
-                orb.closeApp();
-                dialog.closeMain();
+                dialog.leaveProgram();
             }
         },
         PushButton {

@@ -80,6 +80,19 @@ bool Program::waitForOutput(const QString &text, int times, int milliseconds)
     return true;
 }
 
+QString Program::tell(const QString &line, int milliseconds)
+{
+    const QString mark = QStringLiteral("directed: ");
+    const int answers = output().count(mark);
+    process_.write(line.toUtf8() + '\n');
+    waitForOutput(mark, answers + 1, milliseconds);
+    // The line of the answer may still be on its way.
+    QString said = output().section(mark, answers + 1, answers + 1);
+    while (!said.contains('\n') && process_.waitForReadyRead(1000))
+        said = output().section(mark, answers + 1, answers + 1);
+    return said.section('\n', 0, 0);
+}
+
 int Program::close()
 {
     if (process_.state() != QProcess::NotRunning)

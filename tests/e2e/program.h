@@ -26,6 +26,9 @@ public:
     int wait(int milliseconds = 60000);
     // Waits until the standard output holds `text`, `times` times.
     bool waitForOutput(const QString &text, int times = 1, int milliseconds = 60000);
+    // With SIMPC_DIRECTED: has it do what the line says and waits until that is
+    // done; what it answers, or why it could not, or empty when it says nothing.
+    QString tell(const QString &line, int milliseconds = 60000);
     // Asks it to close like its close button, and waits.
     int close();
     void kill();

@@ -15,6 +15,7 @@ FramelessWindow {
     signal toast(string text, int duration)
     signal openPage(string page, var properties)
     signal closeMain()
+    signal leaveProgram()
 
     width: 480
     height: 320

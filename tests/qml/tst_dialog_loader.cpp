@@ -51,6 +51,7 @@ private slots:
     void dialogMayShowAToast();
     void dialogMayOpenAnother();
     void dialogMayCloseTheProgram();
+    void dialogMayLeaveTheProgramAndIsDoneBefore();
     void closeRequestClosesTheDialogFirst();
     void closeRequestOfTheDialogLeavesTheWindow();
     void portsAreAskedForWhenTheWindowIsThere();
@@ -276,9 +277,13 @@ void TestDialogLoader::hiddenDialogIsDestroyed()
     pages.load();
     emit pages.orb.showPowerTip();
     const QPointer<QWindow> dialog = pages.dialog();
+    QVERIFY(!pages.find("dropTimer")->property("running").toBool());
     dialog->close();
+    QVERIFY(pages.find("dropTimer")->property("running").toBool());
+    pages.elapse("dropTimer");
     QTRY_VERIFY(!dialog);
     QCOMPARE(pages.dialogFile(), QString());
+    QVERIFY(!pages.find("dropTimer")->property("running").toBool());
 }
 
 void TestDialogLoader::namesOfProgramsAreHandedOver()
@@ -414,6 +419,20 @@ void TestDialogLoader::dialogMayCloseTheProgram()
     QVERIFY(!pages.dialog());
     QVERIFY(!window->isVisible());
     QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestDialogLoader::dialogMayLeaveTheProgramAndIsDoneBefore()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    FramelessQuickWindow *window = pages.load();
+    emit pages.update.updateSignal("new", true);
+    pages.orb.calls.clear();
+    QMetaObject::invokeMethod(pages.dialog(), "leaveProgram");
+    QCOMPARE(pages.orb.calls, QStringList());
+    QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
+    QVERIFY(!pages.dialog());
+    QVERIFY(!window->isVisible());
 }
 
 void TestDialogLoader::closeRequestClosesTheDialogFirst()

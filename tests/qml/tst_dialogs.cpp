@@ -337,7 +337,7 @@ void TestDialogs::declinedForcedUpdateLeavesTheProgram()
     } else {
         pages.click(pages.inDialog("leave"));
     }
-    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+    QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
     QVERIFY(!pages.dialog());
     QVERIFY(!pages.window()->isVisible());
 }
