@@ -23,6 +23,7 @@ Text {
     MouseArea {
         id: mouse
         anchors.fill: parent
+        anchors.margins: -utils.grid / 2
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
         onClicked: link.clicked()
