@@ -153,7 +153,8 @@ void TestFramelessQuickWindow::interfaceIsInOrder()
              (QStringList{"parentWinChanged()", "titleBarChanged()", "resizeableChanged()",
                           "needShadowChanged()", "borderWidthChanged()", "transientParentChanged()",
                           "closeAll()"}));
-    QCOMPARE(methods, (QStringList{"addIgnore(QQuickItem*)", "reqActive()", "close()", "showNow()"}));
+    QCOMPARE(methods,
+             (QStringList{"addIgnore(QQuickItem*)", "reqActive()", "close()", "showNow()"}));
 }
 
 void TestFramelessQuickWindow::propertiesAreAsDeclared_data()

@@ -54,6 +54,22 @@ def colours(tree):
                                             f"in {LOOK} and use that")
 
 
+_GUI_THREAD = re.compile(r"\b((?:Number|Property|Color|Rotation|Smoothed|Spring|Vector3d|Anchor|"
+                         r"Parent|Path)Animation)\b")
+
+
+def animators(tree):
+    """movement by the render thread"""
+    for path in tree.qml():
+        if not path.startswith("qml/"):
+            continue
+        for number, line in enumerate(_without_comments(tree.text(path)).split("\n"), 1):
+            match = _GUI_THREAD.search(line)
+            if match:
+                yield Problem(path, number, f"{match.group(1)} stands still while the GUI thread "
+                                            "waits: use an Animator")
+
+
 def qmllint(tree):
     """QML that parses"""
     files = tree.qml()
