@@ -22,8 +22,10 @@ Rectangle {
         picked(value);
     }
 
+    // Makes the chosen one the first to have the keyboard in a window that is
+    // not shown yet: to force it there would confuse the window.
     function focusChosen() {
-        parts.itemAt(Math.max(0, index)).forceActiveFocus(Qt.OtherFocusReason);
+        parts.itemAt(Math.max(0, index)).focus = true;
     }
 
     function move(at) {

@@ -49,9 +49,9 @@ DialogWindow {
         // The keyboard stays on something that is seen.
         function passFocus() {
             if (count === 0 && focus)
-                later.forceActiveFocus(Qt.OtherFocusReason);
+                later.focus = true;
             else if (count > 0 && later.focus)
-                forceActiveFocus(Qt.OtherFocusReason);
+                focus = true;
         }
 
         visible: count > 0
