@@ -4,9 +4,6 @@ import QtQuick 2.15
 // that stands for itself makes one with the id "utils"; whatever it shows finds
 // it by that id.
 QtObject {
-    // Whether the window has the user's attention; what turns stands still else.
-    property bool inFront: true
-
     readonly property string orb_font: "Source Han Sans CN Medium"
     readonly property color orb_backgroundcolor: "#1A1B21"
     readonly property color orb_itemdowncolor: "#22242C"

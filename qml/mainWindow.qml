@@ -123,7 +123,6 @@ FramelessWindow {
 
     Utils {
         id: utils
-        inFront: root.activity
     }
 
     Rectangle {
