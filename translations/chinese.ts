@@ -636,7 +636,7 @@
     </message>
     <message>
         <source>关闭</source>
-        <translation>Close</translation>
+        <translation type="vanished">Close</translation>
     </message>
     <message>
         <source>应用程序已打开</source>

@@ -636,7 +636,7 @@
     </message>
     <message>
         <source>关闭</source>
-        <translation>閉じる</translation>
+        <translation type="vanished">閉じる</translation>
     </message>
     <message>
         <source>应用程序已打开</source>

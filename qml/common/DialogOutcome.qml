@@ -41,6 +41,7 @@ ColumnLayout {
     Label {
         id: explanation
         objectName: "detail"
+        visible: text !== ""
         color: utils.textSecondary
         lineHeight: 1.2
         horizontalAlignment: Text.AlignHCenter

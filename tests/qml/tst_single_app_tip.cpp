@@ -18,7 +18,8 @@ private slots:
     void buttonAndIconCloseIt();
     void closesByItselfAfterFourSeconds();
     void closeRequestClosesIt();
-    void enterClosesIt();
+    void keysCloseIt_data();
+    void keysCloseIt();
     void asksNothingOfTheController();
 };
 
@@ -85,13 +86,21 @@ void TestSingleAppTip::closeRequestClosesIt()
     QVERIFY(!window->isVisible());
 }
 
-void TestSingleAppTip::enterClosesIt()
+void TestSingleAppTip::keysCloseIt_data()
 {
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("Escape") << int(Qt::Key_Escape);
+}
+
+void TestSingleAppTip::keysCloseIt()
+{
+    QFETCH(int, key);
     Interface pages;
     FramelessQuickWindow *window = pages.loadAlone(url);
     window->requestActivate();
     QTRY_VERIFY(window->isActive());
-    QTest::keyClick(window, Qt::Key_Return);
+    QTest::keyClick(window, Qt::Key(key));
     QVERIFY(!window->isVisible());
 }
 
