@@ -12,6 +12,7 @@
 #include <QIcon>
 #include <QLocale>
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -28,6 +29,10 @@ int main(int argc, char *argv[])
         if (!qEnvironmentVariableIsSet(side))
             qputenv(side, "512");
     }
+
+    // Letters as the system draws them: sharper at these sizes than those that
+    // Qt Quick makes for scaling, and there much sooner.
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 
     Host host;
     QGuiApplication app(argc, argv);

@@ -309,7 +309,7 @@ FramelessWindow {
                 objectName: "headsetPage"
                 collapsed: root.ispullDown
                 road: root.road
-                width: sheet.cardWidth
+                width: sheet.width - 2 * (sheet.cardWidth + sheet.spacing)
                 height: sheet.height
                 onToast: root.showToast(text)
                 onShowConfirmPage: root.askToSwitch(wired)

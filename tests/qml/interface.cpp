@@ -6,6 +6,7 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQmlContext>
+#include <QQuickWindow>
 #include <QTest>
 
 // Q_INIT_RESOURCE declares a function of the global namespace.
@@ -16,6 +17,7 @@ static void initTestPages()
 
 void registerInterface()
 {
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     initTestPages();
     res::initResources();
     qml::initResources();

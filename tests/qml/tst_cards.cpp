@@ -589,7 +589,11 @@ void TestCards::detailsAreBehindTheTab()
     pages.orb.becomeConnected(true);
     QCOMPARE(pages.item("sheet")->y(), 90.0 + 56 + 22);
     QCOMPARE(pages.item("sheet")->height(), 875.0 - 168 - 30);
-    QCOMPARE(pages.item("systemPage")->width(), pages.item("headsetPage")->width());
+    QCOMPARE(pages.item("systemPage")->width(), pages.item("steamPage")->width());
+    QVERIFY(pages.item("headsetPage")->width() - pages.item("systemPage")->width() <= 2);
+    QCOMPARE(pages.item("headsetPage")->mapToScene(QPointF()).x() +
+                 pages.item("headsetPage")->width(),
+             1360.0 - 30);
     QVERIFY(!pages.item("details")->property("item").value<QObject *>());
     QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_down.png"));
     QCOMPARE(pages.item("drawerTab")->size(), QSizeF(60, 16));
