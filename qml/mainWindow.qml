@@ -284,7 +284,7 @@ FramelessWindow {
 
             x: utils.margin
             y: root.ispullDown ? pulledDownY : normalY
-            width: parent.width - 2 * utils.margin
+            width: root.fixedWidth - 2 * utils.margin
             height: root.fixedHeight - y - 30
             visible: !selectMode.visible
             spacing: 3 * utils.grid
