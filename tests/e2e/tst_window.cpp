@@ -36,6 +36,7 @@ private slots:
     void blockingNoticeOutlastsAnother();
     void powerNoticeGoesWithItsCause();
     void forcedUpdateIsLeftOnlyWithTheProgram();
+    void feedbackThatIsWrittenReachesTheCloud();
     void linkIsSwitchedAfterAQuestion();
     void detailsOpenWhileConnected();
     void closeButtonEndsTheProgram();
@@ -235,6 +236,42 @@ void TestWindow::forcedUpdateIsLeftOnlyWithTheProgram()
     const QStringList place = tell("where leave").split(' ');
     xdo({"mousemove", place.value(1), place.value(2), "click", "1"});
     QCOMPARE(program.wait(), 0);
+}
+
+void TestWindow::feedbackThatIsWrittenReachesTheCloud()
+{
+    CloudPeer cloud;
+    QVERIFY(cloud.isUp());
+    cloud.begin(QStringLiteral("normal"));
+    Program &program = start("one-headset");
+    program.environment.insert("SIMPC_CLOUD_HOST", cloud.host());
+    QVERIFY(program.start());
+    QCOMPARE(tell("until linked"), QString("ok"));
+    clickOn("feedback");
+    QCOMPARE(tell("until dialog FeedbackPage"), QString("ok"));
+    // The text has the keyboard already, the contact is the next stop.
+    xdo({"type", "--delay", "60", "It stutters"});
+    press({"Tab"});
+    xdo({"type", "--delay", "60", "me"});
+    press({"Return"});
+    QCOMPARE(tell("until shown thanks"), QString("ok"));
+    press({"Return"});
+    QCOMPARE(tell("until nodialog"), QString("ok"));
+
+    const auto uploads = [&cloud] {
+        QList<Received> found;
+        for (const Received &request : cloud.received()) {
+            if (request.target.endsWith("/upload"))
+                found.append(request);
+        }
+        return found;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(uploads().size(), 1, 30000);
+    QVERIFY(uploads().first().body.contains("It stutters"));
+    const QJsonObject written = program.json(program.dataDir() + "/feedback.json");
+    QCOMPARE(written.value("content").toString(), QString("It stutters"));
+    QCOMPARE(written.value("contact").toString(), QString("me"));
+    QVERIFY(written.contains("cpu"));
 }
 
 void TestWindow::linkIsSwitchedAfterAQuestion()
