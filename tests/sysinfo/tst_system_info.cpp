@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <thread>
+
 namespace {
 
 const QString localMachine = QStringLiteral("HKEY_LOCAL_MACHINE\\");
@@ -137,6 +139,23 @@ private slots:
         QCOMPARE(info.toJson().value("deciveSN").toString(), QString("D3A1"));
         info.setDeviceSN("D3B2");
         QCOMPARE(info.toJson().value("deciveSN").toString(), QString("D3B2"));
+    }
+
+    void anyThreadMayAskForTheDescription()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        SystemInfo info;
+        info.setDeviceSN("0");
+        std::thread asking([&info] {
+            QString serial;
+            while (serial != "100")
+                serial = info.toJson().value("deciveSN").toString();
+        });
+        for (int i = 1; i <= 100; ++i)
+            info.setDeviceSN(QString::number(i));
+        asking.join();
+        QCOMPARE(info.toJson().value("deciveSN").toString(), QString("100"));
     }
 
     void publicWinsOverPrivate_data()
