@@ -1,12 +1,10 @@
 // Keeping what was downloaded.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
-class QIODevice;
-
-// Replaces the file at `path` by everything that `body` still holds, as one
-// step: afterwards the new file is there whole, or what was there before. Takes
-// no second copy into memory. Says why on the standard error stream when the
-// file cannot be opened.
-bool saveBody(QIODevice &body, const QString &path);
+// Replaces the content of the file at `path` as one step: afterwards the new
+// file is there whole, or what was there before. Says why on the standard error
+// stream when the file cannot be opened.
+bool saveBody(const QByteArray &body, const QString &path);

@@ -16,6 +16,8 @@ QSsl::SslProtocol widestProtocol()
     return openSsl ? QSsl::TlsV1SslV3 : QSsl::TlsV1_0OrLater;
 }
 
+constexpr qint64 underWay = 1 << 18; // bytes
+
 } // namespace
 
 PeerCheck builtPeerCheck()
@@ -54,17 +56,20 @@ bool isRedirect(const QNetworkReply &reply)
     }
 }
 
-void limitSize(QNetworkReply *reply, qint64 bytes)
+std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most)
 {
-    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, bytes] {
-        if (reply->bytesAvailable() > bytes)
+    // What Qt holds for us is held in the pieces in which it came, and a server
+    // may choose them small. So little is left to it.
+    reply->setReadBufferSize(underWay);
+    const auto body = std::make_shared<QByteArray>();
+    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, body, most] {
+        body->append(reply->readAll());
+        if (body->size() > most) {
+            body->clear();
             reply->abort();
+        }
     });
-}
-
-QByteArray bodyOf(QNetworkReply &reply)
-{
-    return reply.isOpen() ? reply.readAll() : QByteArray();
+    return body;
 }
 
 } // namespace cloud

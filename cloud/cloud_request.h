@@ -5,6 +5,8 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
+#include <memory>
+
 class QNetworkReply;
 
 namespace cloud {
@@ -23,11 +25,9 @@ QNetworkRequest request(const QUrl &url, PeerCheck check);
 // Whether the answer points elsewhere. Nobody follows it there.
 bool isRedirect(const QNetworkReply &reply);
 
-// Aborts `reply` as soon as it holds more than `bytes` that nobody has read, so
-// that no server can fill the memory.
-void limitSize(QNetworkReply *reply, qint64 bytes);
-
-// What there is to read of an answer; nothing after it was aborted.
-QByteArray bodyOf(QNetworkReply &reply);
+// The body of an answer as it comes in; whole when the reply has finished. An
+// answer of more than `most` bytes is aborted, and nothing of it is kept: so no
+// server can fill the memory.
+std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most);
 
 } // namespace cloud

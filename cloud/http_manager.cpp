@@ -110,10 +110,11 @@ void HttpManager::sendEvents(bool asynchronous)
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("application/json;charset=UTF-8"));
     QNetworkReply *const reply = networkManager_->post(request, batch);
-    bound(reply, asynchronous ? answerLimit : flushLimit);
+    const auto body = cloud::collectBody(reply, longestAnswer);
+    abortAfter(asynchronous ? answerLimit : flushLimit, reply);
     if (asynchronous) {
         connect(reply, &QNetworkReply::finished, this,
-                [this, reply, batch] { handleBatchReply(reply, batch); });
+                [this, reply, body, batch] { handleBatchReply(reply, *body, batch); });
         return;
     }
     QEventLoop loop;
@@ -121,13 +122,14 @@ void HttpManager::sendEvents(bool asynchronous)
     loop.exec();
     // The loop ends early when the whole program is told to end.
     reply->abort();
-    handleBatchReply(reply, batch);
+    handleBatchReply(reply, *body, batch);
 }
 
-void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &batch)
+void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &body,
+                                   const QByteArray &batch)
 {
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(body, &error);
     if (error.error != QJsonParseError::NoError) {
         qCritical().noquote().nospace()
             << "error evnetid: " << QString::fromUtf8(batch) << " json parse fail";
@@ -140,27 +142,29 @@ void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &batch
 
 void HttpManager::uploadFile(const QString &path, const QString &fileName)
 {
-    auto body = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
-    auto *const file = new QFile(path, body.get());
+    auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
+    auto *const file = new QFile(path, form.get());
     if (!file->open(QIODevice::ReadOnly)) {
         qInfo().noquote().nospace() << path << " cannot be uploaded: " << file->errorString();
         return;
     }
-    body->append(filePart(file));
-    body->append(namePart(fileName));
+    form->append(filePart(file));
+    form->append(namePart(fileName));
     const QNetworkRequest request =
         cloud::request(QUrl(environment_.baseAddress + uploadPath), environment_.peerCheck);
-    QNetworkReply *const reply = networkManager_->post(request, body.get());
-    body.release()->setParent(reply);
-    bound(reply, answerLimit);
-    connect(reply, &QNetworkReply::finished, this, [this, reply] { handleUploadReply(reply); });
+    QNetworkReply *const reply = networkManager_->post(request, form.get());
+    form.release()->setParent(reply);
+    const auto body = cloud::collectBody(reply, longestAnswer);
+    abortAfter(answerLimit, reply);
+    connect(reply, &QNetworkReply::finished, this,
+            [this, reply, body] { handleUploadReply(reply, *body); });
 }
 
-void HttpManager::handleUploadReply(QNetworkReply *reply)
+void HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body)
 {
     const QString address = reply->url().toString();
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(body, &error);
     if (error.error != QJsonParseError::NoError) {
         qInfo().noquote().nospace() << address << " json parse fail";
     } else if (document.object().value(errCode).toInt() != 0) {
@@ -170,10 +174,8 @@ void HttpManager::handleUploadReply(QNetworkReply *reply)
     reply->deleteLater();
 }
 
-// No reply lasts longer or grows larger than it may.
-void HttpManager::bound(QNetworkReply *reply, int milliseconds)
+void HttpManager::abortAfter(int milliseconds, QNetworkReply *reply)
 {
-    cloud::limitSize(reply, longestAnswer);
     environment_.clock.singleShot(milliseconds, reply, [reply] { reply->abort(); });
 }
 

@@ -60,9 +60,9 @@ protected:
 
 private:
     QByteArray takeBatch();
-    void handleBatchReply(QNetworkReply *reply, const QByteArray &batch);
-    void handleUploadReply(QNetworkReply *reply);
-    void bound(QNetworkReply *reply, int milliseconds);
+    void handleBatchReply(QNetworkReply *reply, const QByteArray &body, const QByteArray &batch);
+    void handleUploadReply(QNetworkReply *reply, const QByteArray &body);
+    void abortAfter(int milliseconds, QNetworkReply *reply);
 
     const Environment environment_;
     QNetworkAccessManager *networkManager_;

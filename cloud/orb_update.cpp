@@ -74,15 +74,15 @@ void ORBUpdate::fetchTable()
     // started.
     const QString target = QDir::currentPath() + QStringLiteral("/compare.json");
     QNetworkReply *const reply = get(addressAt(environment_.host, tablePath));
-    cloud::limitSize(reply, longestTable);
-    connect(reply, &QNetworkReply::finished, this, [reply, target] {
+    const auto body = cloud::collectBody(reply, longestTable);
+    connect(reply, &QNetworkReply::finished, this, [reply, body, target] {
         reply->deleteLater();
         if (hasFailed(*reply))
             return;
         if (cloud::isRedirect(*reply)) {
             qInfo().noquote().nospace()
                 << reply->request().url().toString() << "Request was redirected.\n";
-        } else if (!saveBody(*reply, target)) {
+        } else if (!saveBody(*body, target)) {
             qInfo("down compare.json fail");
         }
     });
@@ -110,7 +110,7 @@ void ORBUpdate::readVersion(QNetworkReply *reply)
     if (reply->error() != QNetworkReply::NoError)
         return;
     QJsonParseError error = {};
-    const QJsonDocument document = QJsonDocument::fromJson(cloud::bodyOf(*reply), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(reply->readAll(), &error);
     if (error.error != QJsonParseError::NoError) {
         qInfo("json parseError");
         return;
@@ -156,17 +156,17 @@ void ORBUpdate::fetchInstaller()
         return;
     }
     QNetworkReply *const reply = get(url);
-    cloud::limitSize(reply, environment_.longestInstaller);
+    const auto body = cloud::collectBody(reply, environment_.longestInstaller);
     connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
         if (total != 0)
             emit processStatus(static_cast<float>(received) / static_cast<float>(total));
     });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+    connect(reply, &QNetworkReply::finished, this, [this, reply, body] {
         reply->deleteLater();
         if (!hasFailed(*reply)) {
             if (cloud::isRedirect(*reply))
                 qInfo("Request was redirected.\n");
-            else if (saveBody(*reply, installerPath_))
+            else if (saveBody(*body, installerPath_))
                 emit updateSignal(note_, isForce_);
         }
         emit downExeFinish();

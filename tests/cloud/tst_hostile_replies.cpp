@@ -233,9 +233,7 @@ class TestHostileReplies : public TestCase
                 "\r\nContent-Length: 2\r\n\r\n[x"),
             NotJson);
         row("a NUL in a header",
-            raw(QByteArray("HTTP/1.1 200 OK\r\nX: \0\r\nContent-Length: 2"
-                           "\r\n\r\n[x",
-                           49)),
+            raw("HTTP/1.1 200 OK\r\nX: " + QByteArray(1, '\0') + "\r\nContent-Length: 2\r\n\r\n[x"),
             NotJson);
     }
 

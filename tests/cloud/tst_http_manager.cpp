@@ -354,7 +354,8 @@ private slots:
     void anUploadLooksLikeThisOnTheWire()
     {
         useNamed("normal");
-        const QByteArray content("{\"content\":\"\xe5\xa5\xbd\"}\r\n--x\0", 26);
+        const QByteArray content =
+            QByteArray("{\"content\":\"\xe5\xa5\xbd\"}\r\n--x") + QByteArray(2, '\0');
         writeFile("feedback.json", content);
         manager_->uploadFile(path("feedback.json"), "2024-05-17 14:03:07_D3_中 & é\"");
         QTRY_VERIFY(!isBusy());

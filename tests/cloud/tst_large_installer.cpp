@@ -63,7 +63,7 @@ private slots:
             return; // nobody counts here
         // It is held once on the way, and not at all afterwards.
         QVERIFY(most - before > size / 2);
-        QVERIFY2(most - before < size + size / 4, qPrintable(QString::number(most - before)));
+        QVERIFY2(most - before < size + size / 2, qPrintable(QString::number(most - before)));
         QVERIFY2(memory::inUse() - before < size / 20,
                  qPrintable(QString::number(memory::inUse() - before)));
     }
