@@ -16,8 +16,6 @@ QSsl::SslProtocol widestProtocol()
     return openSsl ? QSsl::TlsV1SslV3 : QSsl::TlsV1_0OrLater;
 }
 
-constexpr qint64 underWay = 1 << 18; // bytes
-
 } // namespace
 
 PeerCheck builtPeerCheck()
@@ -56,11 +54,18 @@ bool isRedirect(const QNetworkReply &reply)
     }
 }
 
+void limitUnderWay(QNetworkReply *reply, qint64 bytes)
+{
+    // A request with a body starts with the next turn of the event loop, and
+    // what is said to it before that is not heard.
+    QMetaObject::invokeMethod(
+        reply, [reply, bytes] { reply->setReadBufferSize(bytes); }, Qt::QueuedConnection);
+}
+
 std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most)
 {
-    // What Qt holds for us is held in the pieces in which it came, and a server
-    // may choose them small. So little is left to it.
-    reply->setReadBufferSize(underWay);
+    // Less of it would slow down a large one.
+    limitUnderWay(reply, most > (1 << 20) ? 1 << 18 : 1 << 16);
     const auto body = std::make_shared<QByteArray>();
     QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, body, most] {
         body->append(reply->readAll());

@@ -23,9 +23,8 @@ const QString versionPath = QStringLiteral("/vrmcsys/appstore/getAlvrVerInfo");
 const QString errCode = QStringLiteral("errCode");
 const QString data = QStringLiteral("data");
 
-// What nobody needs more of; an endless answer ends here.
 constexpr qint64 longestTable = 1LL << 20;   // bytes
-constexpr qint64 longestVersion = 1LL << 20; // bytes
+constexpr qint64 longestVersion = 1LL << 16; // bytes
 
 QUrl addressAt(const QString &host, const QString &path)
 {
@@ -95,7 +94,7 @@ void ORBUpdate::queryVersion()
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("text/plain;charset=UTF-8"));
     QNetworkReply *const reply = networkManager_->post(request, QByteArrayLiteral("{}"));
-    reply->setReadBufferSize(longestVersion);
+    cloud::limitUnderWay(reply, longestVersion);
     // Read once: what does not come in one piece is not understood.
     connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
         reply->disconnect(this);

@@ -1,4 +1,5 @@
-// What this process has in memory, in bytes; 0 where nobody counts it.
+// What this process has in memory, in bytes; 0 where nobody counts
+// it, and where a sanitizer adds its own.
 #pragma once
 
 #include <QtGlobal>
