@@ -32,7 +32,9 @@ AdbManger::AdbManger(const Environment &environment, QObject *parent)
     : QObject(parent), clock_(environment.clock), start_(environment.start),
       process_(new QProcess(this))
 {
-    process_->setEnvironment(QProcess::systemEnvironment());
+    // The same as QProcess::systemEnvironment(), but on Windows that one loses
+    // the letters of folders that the system's code page lacks.
+    process_->setProcessEnvironment(QProcessEnvironment::systemEnvironment());
     chooseAdb();
     connect(process_, &QProcess::readyReadStandardOutput, this, &AdbManger::onOutput);
     connect(this, &AdbManger::checkdevice, this, &AdbManger::checkDevice);

@@ -11,7 +11,7 @@ QString word(const QString &path)
 {
     QString escaped;
     for (const QChar c : path) {
-        if (QStringLiteral("&()^|<>").contains(c))
+        if (QStringLiteral("&^|<>").contains(c))
             escaped += '^';
         escaped += c;
     }

@@ -13,6 +13,7 @@
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -23,11 +24,6 @@ quint16 freePort()
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
     return server.serverPort();
-}
-
-QString path(const QString &world, const char *name)
-{
-    return world + '/' + name;
 }
 
 void write(const QString &file, const QByteArray &content)
@@ -41,17 +37,19 @@ void write(const QString &file, const QByteArray &content)
 
 struct AdbPc::Private
 {
-    explicit Private(quint16 port) : platform(port) {}
+    QString file(const char *name) const { return world.filePath(name); }
 
-    AdbPcPlatform platform;
+    // Its name goes through the environment, which does not carry every letter
+    // on every system.
+    QTemporaryDir world{QDir::tempPath() + "/kolm-adb-XXXXXX"};
+    quint16 port = freePort();
+    AdbPcPlatform platform{port};
 };
 
-AdbPc::AdbPc(const QString &world) : world_(world), port_(freePort())
+AdbPc::AdbPc() : d(std::make_unique<Private>())
 {
-    QDir().mkpath(world);
-    qputenv("ADB_SIM_FOLDER", QDir::toNativeSeparators(world).toUtf8());
-    qputenv("ANDROID_ADB_SERVER_PORT", QByteArray::number(port_));
-    d = std::make_unique<Private>(port_);
+    qputenv("ADB_SIM_FOLDER", QDir::toNativeSeparators(d->world.path()).toUtf8());
+    qputenv("ANDROID_ADB_SERVER_PORT", QByteArray::number(d->port));
 }
 
 AdbPc::~AdbPc()
@@ -72,6 +70,7 @@ QString AdbPc::install(const QString &folder)
     const QString program = folder + QStringLiteral("/adb.exe");
     if (!QFile::copy(ADB_SIM, program))
         qFatal("the stand-in cannot be copied");
+    AdbPcPlatform::letFind(program);
     return program;
 }
 
@@ -79,7 +78,7 @@ bool AdbPc::startServer(const QString &program)
 {
     QProcess server;
     server.setProgram(program);
-    server.setArguments({"-L", QString("tcp:%1").arg(port_), "fork-server", "server"});
+    server.setArguments({"-L", QString("tcp:%1").arg(d->port), "fork-server", "server"});
     server.setStandardOutputFile(QProcess::nullDevice());
     server.setStandardErrorFile(QProcess::nullDevice());
     QElapsedTimer timer;
@@ -93,27 +92,27 @@ bool AdbPc::startServer(const QString &program)
 bool AdbPc::serverRuns() const
 {
     QTcpSocket socket;
-    socket.connectToHost("127.0.0.1", port_);
+    socket.connectToHost("127.0.0.1", d->port);
     return socket.waitForConnected(limit);
 }
 
 void AdbPc::plug(const QByteArray &devices) const
 {
-    write(path(world_, "devices"), devices);
+    write(d->file("devices"), devices);
 }
 
 void AdbPc::hang(bool hangs) const
 {
     if (hangs)
-        write(path(world_, "hang"), {});
+        write(d->file("hang"), {});
     else
-        QFile::remove(path(world_, "hang"));
+        QFile::remove(d->file("hang"));
 }
 
 QStringList AdbPc::calls() const
 {
     QStringList lines;
-    QFile file(path(world_, "calls"));
+    QFile file(d->file("calls"));
     if (!file.open(QIODevice::ReadOnly))
         return lines;
     for (const QByteArray &line : file.readAll().split('\n')) {
@@ -131,7 +130,7 @@ QStringList AdbPc::calls() const
 QString AdbPc::ask(const QStringList &arguments) const
 {
     QTcpSocket socket;
-    socket.connectToHost("127.0.0.1", port_);
+    socket.connectToHost("127.0.0.1", d->port);
     if (!socket.waitForConnected(limit))
         return {};
     socket.write(

@@ -11,8 +11,7 @@
 class AdbPc
 {
 public:
-    // `world` is the stand-in's folder, made when missing.
-    explicit AdbPc(const QString &world);
+    AdbPc();
     // Ends every adb of this PC.
     ~AdbPc();
 
@@ -35,6 +34,4 @@ public:
 private:
     struct Private;
     std::unique_ptr<Private> d;
-    QString world_;
-    quint16 port_ = 0;
 };

@@ -12,6 +12,8 @@ public:
     ~AdbPcPlatform();
 
     void setSearchPath(const QString &folder);
+    // Lets "adb" be found where a program adb.exe lies.
+    static void letFind(const QString &program);
 
 private:
     struct Private;

@@ -4,6 +4,9 @@
 #include "simpc/adb_processes.h"
 #include "simpc/sim_pc.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 struct AdbPcPlatform::Private
 {
     ManualClock clock;
@@ -16,6 +19,11 @@ AdbPcPlatform::AdbPcPlatform(quint16 adbPort) : d(std::make_unique<Private>())
 }
 
 AdbPcPlatform::~AdbPcPlatform() = default;
+
+void AdbPcPlatform::letFind(const QString &program)
+{
+    QFile::link(program, QFileInfo(program).path() + QStringLiteral("/adb"));
+}
 
 void AdbPcPlatform::setSearchPath(const QString &folder)
 {
