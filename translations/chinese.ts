@@ -39,12 +39,8 @@
         <translation>Wireless (Wi-Fi)</translation>
     </message>
     <message>
-        <source>刷新率</source>
-        <translation>Refresh rate</translation>
-    </message>
-    <message>
         <source>码率</source>
-        <translation>Bit rate</translation>
+        <translation>Bitrate</translation>
     </message>
     <message>
         <source>连接进度</source>
@@ -53,6 +49,10 @@
     <message>
         <source>连接详情</source>
         <translation>Connection details</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>Frame rate</translation>
     </message>
 </context>
 <context>
@@ -221,13 +221,6 @@
     <message>
         <source>在公用网络上，Windows会对其他设备隐藏这台电脑，眼镜可能找不到它。请打开网络设置，把当前网络的类型改为“专用”。</source>
         <translation>On public networks, Windows hides this PC from other devices, so the headset may not find it. Open the network settings and set the profile of this network to &quot;Private&quot;.</translation>
-    </message>
-</context>
-<context>
-    <name>NoticeList</name>
-    <message>
-        <source>知道了</source>
-        <translation type="vanished">Got it</translation>
     </message>
 </context>
 <context>
@@ -548,18 +541,6 @@
         <translation>Quality</translation>
     </message>
     <message>
-        <source>码率20 Mbps，适合较弱的网络</source>
-        <translation type="vanished">20 Mbps, for weak networks</translation>
-    </message>
-    <message>
-        <source>码率50 Mbps，兼顾画质和延迟</source>
-        <translation type="vanished">50 Mbps, good picture at low latency</translation>
-    </message>
-    <message>
-        <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
-        <translation type="vanished">100 Mbps, for a cable or fast Wi-Fi</translation>
-    </message>
-    <message>
         <source>流畅</source>
         <translation>Smooth</translation>
     </message>
@@ -633,10 +614,6 @@
     <message>
         <source>提示</source>
         <translation>Notice</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation type="vanished">Close</translation>
     </message>
     <message>
         <source>应用程序已打开</source>
@@ -900,10 +877,6 @@
 <context>
     <name>mainWindow</name>
     <message>
-        <source>安装失败请重试！</source>
-        <translation type="vanished">Installation failed, please try again!</translation>
-    </message>
-    <message>
         <source>串流助手</source>
         <translation>Streaming Assistant</translation>
     </message>
@@ -938,58 +911,6 @@
     <message>
         <source>确定切换为有线串流</source>
         <translation>Switch to wired streaming?</translation>
-    </message>
-    <message>
-        <source>确定</source>
-        <translation type="vanished">OK</translation>
-    </message>
-    <message>
-        <source>取消</source>
-        <translation type="vanished">Cancel</translation>
-    </message>
-    <message>
-        <source>电脑正在使用电池，性能可能受限，请连接电源</source>
-        <translation type="vanished">The PC runs on battery, which may limit its performance. Please plug it in</translation>
-    </message>
-    <message>
-        <source>发现多个VR眼镜，请在列表中选择要连接的眼镜</source>
-        <translation type="vanished">Several VR headsets were found. Choose the one to connect from the list</translation>
-    </message>
-    <message>
-        <source>当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络</source>
-        <translation type="vanished">This network is set to public, so the PC may not find the headset. Please set it to private</translation>
-    </message>
-    <message>
-        <source>打开网络设置</source>
-        <translation type="vanished">Network settings</translation>
-    </message>
-    <message>
-        <source>以下程序占用了串流所需的端口，请将其关闭：%1</source>
-        <translation type="vanished">These programs use ports that streaming needs. Please close them: %1</translation>
-    </message>
-    <message>
-        <source>显卡驱动版本过低，请更新显卡驱动</source>
-        <translation type="vanished">The graphics driver is too old. Please update it</translation>
-    </message>
-    <message>
-        <source>需要更新到新版本才能继续使用：%1</source>
-        <translation type="vanished">A new version is required to continue: %1</translation>
-    </message>
-    <message>
-        <source>发现新版本：%1</source>
-        <translation type="vanished">A new version is available: %1</translation>
-    </message>
-    <message>
-        <source>立即更新</source>
-        <translation type="vanished">Update now</translation>
-    </message>
-    <message>
-        <source>退出</source>
-        <translation type="vanished">Exit</translation>
-    </message>
-    <message>
-        <source>以后再说</source>
-        <translation type="vanished">Later</translation>
     </message>
     <message>
         <source>用户反馈</source>

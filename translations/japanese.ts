@@ -39,10 +39,6 @@
         <translation>ワイヤレス（Wi-Fi）</translation>
     </message>
     <message>
-        <source>刷新率</source>
-        <translation>リフレッシュレート</translation>
-    </message>
-    <message>
         <source>码率</source>
         <translation>ビットレート</translation>
     </message>
@@ -53,6 +49,10 @@
     <message>
         <source>连接详情</source>
         <translation>接続の詳細</translation>
+    </message>
+    <message>
+        <source>帧率</source>
+        <translation>フレームレート</translation>
     </message>
 </context>
 <context>
@@ -221,13 +221,6 @@
     <message>
         <source>在公用网络上，Windows会对其他设备隐藏这台电脑，眼镜可能找不到它。请打开网络设置，把当前网络的类型改为“专用”。</source>
         <translation>パブリックネットワークでは、WindowsがこのPCを他のデバイスから隠すため、ヘッドセットから見つからないことがあります。ネットワーク設定を開き、このネットワークのプロファイルを「プライベート」に変更してください。</translation>
-    </message>
-</context>
-<context>
-    <name>NoticeList</name>
-    <message>
-        <source>知道了</source>
-        <translation type="vanished">了解</translation>
     </message>
 </context>
 <context>
@@ -548,18 +541,6 @@
         <translation>画質</translation>
     </message>
     <message>
-        <source>码率20 Mbps，适合较弱的网络</source>
-        <translation type="vanished">20 Mbps。電波の弱いネットワーク向け</translation>
-    </message>
-    <message>
-        <source>码率50 Mbps，兼顾画质和延迟</source>
-        <translation type="vanished">50 Mbps。画質と遅延のバランス重視</translation>
-    </message>
-    <message>
-        <source>码率100 Mbps，适合有线连接或高速Wi-Fi</source>
-        <translation type="vanished">100 Mbps。有線接続や高速なWi-Fi向け</translation>
-    </message>
-    <message>
         <source>流畅</source>
         <translation>なめらか</translation>
     </message>
@@ -633,10 +614,6 @@
     <message>
         <source>提示</source>
         <translation>お知らせ</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation type="vanished">閉じる</translation>
     </message>
     <message>
         <source>应用程序已打开</source>
@@ -900,10 +877,6 @@
 <context>
     <name>mainWindow</name>
     <message>
-        <source>安装失败请重试！</source>
-        <translation type="vanished">インストールに失敗しました。もう一度お試しください。</translation>
-    </message>
-    <message>
         <source>串流助手</source>
         <translation>ストリーミングアシスタント</translation>
     </message>
@@ -938,58 +911,6 @@
     <message>
         <source>确定切换为有线串流</source>
         <translation>有線ストリーミングに切り替えますか？</translation>
-    </message>
-    <message>
-        <source>确定</source>
-        <translation type="vanished">OK</translation>
-    </message>
-    <message>
-        <source>取消</source>
-        <translation type="vanished">キャンセル</translation>
-    </message>
-    <message>
-        <source>电脑正在使用电池，性能可能受限，请连接电源</source>
-        <translation type="vanished">PCがバッテリーで動作しており、性能が制限される場合があります。電源に接続してください</translation>
-    </message>
-    <message>
-        <source>发现多个VR眼镜，请在列表中选择要连接的眼镜</source>
-        <translation type="vanished">複数のVRヘッドセットが見つかりました。接続するものを一覧から選択してください</translation>
-    </message>
-    <message>
-        <source>当前网络为公用网络，电脑可能无法发现眼镜，请将其设为专用网络</source>
-        <translation type="vanished">現在のネットワークはパブリックに設定されているため、ヘッドセットが見つからない場合があります。プライベートに設定してください</translation>
-    </message>
-    <message>
-        <source>打开网络设置</source>
-        <translation type="vanished">ネットワーク設定</translation>
-    </message>
-    <message>
-        <source>以下程序占用了串流所需的端口，请将其关闭：%1</source>
-        <translation type="vanished">次のプログラムがストリーミングに必要なポートを使用しています。終了してください：%1</translation>
-    </message>
-    <message>
-        <source>显卡驱动版本过低，请更新显卡驱动</source>
-        <translation type="vanished">グラフィックドライバーが古すぎます。更新してください</translation>
-    </message>
-    <message>
-        <source>需要更新到新版本才能继续使用：%1</source>
-        <translation type="vanished">続けて使用するには新しいバージョンへの更新が必要です：%1</translation>
-    </message>
-    <message>
-        <source>发现新版本：%1</source>
-        <translation type="vanished">新しいバージョンがあります：%1</translation>
-    </message>
-    <message>
-        <source>立即更新</source>
-        <translation type="vanished">今すぐ更新</translation>
-    </message>
-    <message>
-        <source>退出</source>
-        <translation type="vanished">終了</translation>
-    </message>
-    <message>
-        <source>以后再说</source>
-        <translation type="vanished">後で</translation>
     </message>
     <message>
         <source>用户反馈</source>

@@ -11,7 +11,7 @@ RowLayout {
     readonly property var facts: [
         { label: qsTr("眼镜"), value: orb.vrName },
         { label: qsTr("串流方式"), value: orb.wired ? qsTr("有线（USB）") : qsTr("无线（Wi-Fi）") },
-        { label: qsTr("刷新率"), value: orb.fpsIndex === 1 ? "90 Hz" : "72 Hz" },
+        { label: qsTr("帧率"), value: orb.fpsIndex === 1 ? "90 Hz" : "72 Hz" },
         { label: qsTr("码率"), value: orb.bitRate + " Mbps" }
     ]
 
