@@ -76,6 +76,15 @@ bool fillRegistry()
                QStringLiteral("\"%1\\steam.exe\" \"%2\"").arg(steamFolder, QStringLiteral("%1")));
 }
 
+// Wine shows the processor of the machine that it runs on.
+bool nameTheProcessor()
+{
+    return setText(HKEY_LOCAL_MACHINE,
+                   QStringLiteral("HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0"),
+                   QStringLiteral("ProcessorNameString"),
+                   QStringLiteral("Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"));
+}
+
 bool installSteam()
 {
     const QString from = QStringLiteral(STAND_INS "/");
@@ -92,22 +101,17 @@ bool installSteam()
     return ok;
 }
 
-struct Processes
+// Calls `use` with every process.
+void eachProcess(const std::function<void(const QString &name, DWORD pid)> &use)
 {
-    // Calls `use` with every process of that name.
-    static void each(const QString &name, const std::function<void(DWORD pid)> &use)
-    {
-        const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-        PROCESSENTRY32W entry = {};
-        entry.dwSize = sizeof entry;
-        for (BOOL more = Process32FirstW(snapshot, &entry); more;
-             more = Process32NextW(snapshot, &entry)) {
-            if (name == QString::fromWCharArray(entry.szExeFile))
-                use(entry.th32ProcessID);
-        }
-        CloseHandle(snapshot);
-    }
-};
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry))
+        use(QString::fromWCharArray(entry.szExeFile), entry.th32ProcessID);
+    CloseHandle(snapshot);
+}
 
 struct Search
 {
@@ -170,7 +174,8 @@ bool layOutFiles(bool modeChosen)
     const auto seed = [](const char *name) {
         return content(QStringLiteral(SEED_FILES "/") + QLatin1String(name));
     };
-    return QDir().mkpath(dataFolder()) &&
+    return QDir().mkpath(dataFolder()) && nameTheProcessor() &&
+           writeFile(programFolder() + "/compare.json", seed("compare.json")) &&
            (!modeChosen || writeFile(dataFolder() + "/set.json", seed("set.json"))) &&
            writeFile(dataFolder() + "/setting.inf", seed("setting.inf")) &&
            writeFile(programFolder() + "/session.json", seed("session.json")) &&
@@ -179,14 +184,21 @@ bool layOutFiles(bool modeChosen)
 
 bool runs(const QString &name)
 {
-    bool found = false;
-    Processes::each(name, [&found](DWORD) { found = true; });
-    return found;
+    return allProcesses().contains(name);
+}
+
+QStringList allProcesses()
+{
+    QStringList names;
+    eachProcess([&names](const QString &name, DWORD) { names.append(name); });
+    return names;
 }
 
 void end(const QString &name)
 {
-    Processes::each(name, [](DWORD pid) {
+    eachProcess([&name](const QString &other, DWORD pid) {
+        if (other != name)
+            return;
         const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, pid);
         TerminateProcess(process, 1);
         CloseHandle(process);

@@ -32,6 +32,7 @@ bool layOutFiles(bool modeChosen);
 
 // Whether a process of that name runs.
 bool runs(const QString &name);
+QStringList allProcesses();
 // Ends every process of that name.
 void end(const QString &name);
 

@@ -84,6 +84,9 @@ void ProgramWinTest::initTestCase()
 
 void ProgramWinTest::cleanup()
 {
+    if (QTest::currentTestFailed())
+        qInfo().noquote() << "The program's log:\n" + log() + "The streaming server:\n" +
+                                 content(serverLog()) + "Processes: " + allProcesses().join(' ');
     for (const QString &name : steamVrProcesses)
         end(name);
     end("streaming-server-sim.exe");
