@@ -25,8 +25,7 @@ constexpr GUID watchedClasses[] = {
     {0xAD498944, 0x762F, 0x11D0, {0x8D, 0xCB, 0x00, 0xC0, 0x4F, 0xC3, 0x35, 0x8C}},
 };
 
-// Of the only watcher; set before its thread starts.
-std::function<void()> *changedHandler = nullptr;
+using Handler = std::function<void()>;
 
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM event, LPARAM data)
 {
@@ -38,12 +37,14 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM event, LPARAM
     if (!broadcast || broadcast->dbch_devicetype != DBT_DEVTYP_DEVICEINTERFACE)
         return 0;
     const auto *device = reinterpret_cast<const DEV_BROADCAST_DEVICEINTERFACE_W *>(broadcast);
-    if (usb_identity::isHeadset(QString::fromWCharArray(device->dbcc_name)))
-        (*changedHandler)();
+    const auto *changed =
+        reinterpret_cast<const Handler *>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (changed && usb_identity::isHeadset(QString::fromWCharArray(device->dbcc_name)))
+        (*changed)();
     return 0;
 }
 
-DWORD WINAPI watch(void *)
+DWORD WINAPI watch(void *handler)
 {
     const HINSTANCE program = GetModuleHandleW(nullptr);
     WNDCLASSW windowClass = {};
@@ -57,6 +58,7 @@ DWORD WINAPI watch(void *)
                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, program, nullptr);
     if (!window)
         return static_cast<DWORD>(-1);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(handler));
     for (const GUID &watched : watchedClasses) {
         DEV_BROADCAST_DEVICEINTERFACE_W filter = {};
         filter.dbcc_size = sizeof filter;
@@ -80,7 +82,7 @@ DWORD WINAPI watch(void *)
 
 struct UsbWatcher::Private
 {
-    std::function<void()> changed;
+    Handler changed;
     DWORD threadId = 0;
     HANDLE thread = nullptr;
 };
@@ -88,8 +90,7 @@ struct UsbWatcher::Private
 UsbWatcher::UsbWatcher(std::function<void()> changed) : d(std::make_unique<Private>())
 {
     d->changed = std::move(changed);
-    changedHandler = &d->changed;
-    d->thread = CreateThread(nullptr, 0, watch, nullptr, 0, &d->threadId);
+    d->thread = CreateThread(nullptr, 0, watch, &d->changed, 0, &d->threadId);
 }
 
 UsbWatcher::~UsbWatcher()
