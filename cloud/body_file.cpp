@@ -12,5 +12,7 @@ bool saveBody(const QByteArray &body, const QString &path)
                      qPrintable(file.errorString()));
         return false;
     }
-    return file.write(body) == body.size() && file.commit();
+    // commit() takes no notice of a flush that fails: on a full disk it would
+    // put an empty file in the place of the old one.
+    return file.write(body) == body.size() && file.flush() && file.commit();
 }

@@ -1,3 +1,4 @@
+#include "tests/support/small_disk.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -7,7 +8,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QStorageInfo>
 #include <QTemporaryFile>
 
 // Whatever happens while a file is saved, afterwards the old or the new one is
@@ -126,48 +126,6 @@ private:
     QString folder_;
     bool finished_ = false;
     QString errors_;
-};
-
-// A disk of half a megabyte at `path`, while it lives.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(const QString &path) : path_(path)
-    {
-        QDir().mkpath(path_);
-        mounted_ = run("mount", {"-t", "tmpfs", "-o", "size=512k", "kolm", path_});
-    }
-    ~SmallDisk()
-    {
-        if (mounted_)
-            run("umount", {path_});
-    }
-    Q_DISABLE_COPY(SmallDisk)
-
-    bool works() const { return mounted_; }
-    QString path() const { return path_; }
-
-    // Leaves so many bytes free.
-    bool fillUp(qint64 left) const
-    {
-        QFile filler(path_ + "/filler");
-        const qint64 size = QStorageInfo(path_).bytesAvailable() - left;
-        return filler.open(QIODevice::WriteOnly) &&
-               filler.write(QByteArray(static_cast<int>(size), 'f')) == size;
-    }
-    void makeRoom() const { QFile::remove(path_ + "/filler"); }
-
-private:
-    static bool run(const QString &program, const QStringList &arguments)
-    {
-        QProcess process;
-        process.start(program, arguments);
-        return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
-               process.exitCode() == 0;
-    }
-
-    QString path_;
-    bool mounted_ = false;
 };
 
 } // namespace
