@@ -33,13 +33,13 @@ QString compact(const QJsonObject &object)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-QHttpPart filePart(QFile *file)
+QHttpPart filePart(const QByteArray &content)
 {
     QHttpPart part;
     part.setHeader(QNetworkRequest::ContentDispositionHeader,
                    QStringLiteral("form-data;name=\"file\";filename=\".json\""));
     part.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("multipart/form-data;"));
-    part.setBodyDevice(file);
+    part.setBody(content);
     return part;
 }
 
@@ -142,13 +142,16 @@ void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &body,
 
 void HttpManager::uploadFile(const QString &path, const QString &fileName)
 {
-    auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
-    auto *const file = new QFile(path, form.get());
-    if (!file->open(QIODevice::ReadOnly)) {
-        qInfo().noquote().nospace() << path << " cannot be uploaded: " << file->errorString();
+    // Not left open: whoever writes the next such file must be able to replace
+    // it while this one is still under way.
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qInfo().noquote().nospace() << path << " cannot be uploaded: " << file.errorString();
         return;
     }
-    form->append(filePart(file));
+    auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
+    form->append(filePart(file.readAll()));
+    file.close();
     form->append(namePart(fileName));
     const QNetworkRequest request =
         cloud::request(QUrl(environment_.baseAddress + uploadPath), environment_.peerCheck);

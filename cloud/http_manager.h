@@ -47,8 +47,8 @@ public:
     // the cloud has answered, five seconds at most.
     void sendEvents(bool asynchronous);
 
-    // Sends the file in the background; `fileName` is how the cloud calls it.
-    // A file that cannot be read is not sent.
+    // Sends the file, as it is now, in the background; `fileName` is how the
+    // cloud calls it. A file that cannot be read is not sent.
     void uploadFile(const QString &path, const QString &fileName);
 
     // Drops all requests and connections. For the end of the program, before

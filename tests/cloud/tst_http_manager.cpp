@@ -1,5 +1,6 @@
 #include "cloud/http_manager.h"
 
+#include "base/file_io.h"
 #include "base/manual_clock.h"
 #include "tests/cloud/cloud_peer.h"
 #include "tests/support/test_case.h"
@@ -410,6 +411,21 @@ private slots:
         QVERIFY(!isBusy());
         QCOMPARE(logged().size(), 1);
         QVERIFY(logged().first().startsWith("missing.json cannot be uploaded: "));
+    }
+
+    void aFileIsSentAsItWasAndMayBeReplacedMeanwhile()
+    {
+        useNamed("silent");
+        for (const char *content : {"first", "second"}) {
+            QCOMPARE(replaceFile("feedback.json", content), WriteResult::Ok);
+            manager_->uploadFile("feedback.json", "name");
+        }
+        writeFile("feedback.json", "overwritten");
+        QTRY_COMPARE(cloud_->receivedCount(), 2);
+        QVERIFY(isWaiting());
+        const QList<Received> requests = cloud_->received();
+        QVERIFY(requests[0].body.contains("\r\n\r\nfirst\r\n"));
+        QVERIFY(requests[1].body.contains("\r\n\r\nsecond\r\n"));
     }
 
     void eventsMayComeFromEveryThread()
