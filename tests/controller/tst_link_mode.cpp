@@ -3,6 +3,8 @@
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMutex>
 #include <QSignalSpy>
 
@@ -16,6 +18,12 @@ struct Mode
         QObject::connect(&mode, &LinkMode::wiredChanged, [this] { done << "wiredChanged"; });
         QObject::connect(&mode, &LinkMode::toast, [this](const QString &text, int duration) {
             done << QStringLiteral("toast(%1,%2)").arg(text).arg(duration);
+            if (pc.pc.isRunning("vrserver.exe"))
+                done << "SteamVR still runs";
+            if (lock.tryLock()) {
+                lock.unlock();
+                done << "not locked yet";
+            }
         });
     }
 
@@ -42,6 +50,18 @@ struct Mode
 class TestLinkMode : public TestCase
 {
     Q_OBJECT
+
+    // Bit rates that no definition has.
+    void storeBitRates() const
+    {
+        writeFile(
+            "set.json",
+            R"({"lastSn":"D3A","D3":{"definitionIndex":1,"bitRate":"61","bitRate_wired":"62"}})");
+    }
+    QJsonObject stored() const
+    {
+        return QJsonDocument::fromJson(readFile("set.json")).object().value("D3").toObject();
+    }
 
 private slots:
     void theFirstWirelessChoiceStartsUpAndChangesNothingElse()
@@ -77,7 +97,7 @@ private slots:
         m.done.clear();
         m.pc.clock.advance(3999);
         m.mode.choose(true);
-        QCOMPARE(m.done, QStringList{"toast(切换模式中，请稍后再试,2000)"});
+        QCOMPARE(m.done, QStringList({"toast(切换模式中，请稍后再试,2000)", "not locked yet"}));
         QVERIFY(!m.mode.wired());
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         m.pc.clock.advance(1);
@@ -97,8 +117,9 @@ private slots:
         m.pc.pc.after(1500, [&] { m.pc.pc.endProcesses("vrserver.exe"); });
         const qint64 slept = m.pc.clock.slept();
         m.mode.choose(true);
-        QCOMPARE(m.done, QStringList({"hookAdb", "toast(正在重启，请稍候,13000)", "wiredChanged",
-                                      "enterWired"}));
+        QCOMPARE(m.done,
+                 QStringList({"hookAdb", "toast(正在重启，请稍候,13000)", "SteamVR still runs",
+                              "not locked yet", "wiredChanged", "enterWired"}));
         QVERIFY(m.pc.pc.journal().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!m.pc.pc.isRunning("vrserver.exe"));
         QVERIFY(m.pc.clock.slept() - slept >= 1500 + 2500 + 500);
@@ -109,6 +130,57 @@ private slots:
         QVERIFY(m.pc.pc.journal().isEmpty());
         m.pc.clock.advance(1);
         QCOMPARE(m.pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+    }
+
+    void theBitRateOfTheNewLinkIsWritten_data()
+    {
+        QTest::addColumn<bool>("wired");
+        QTest::newRow("wired") << true;
+        QTest::newRow("wireless") << false;
+    }
+    void theBitRateOfTheNewLinkIsWritten()
+    {
+        QFETCH(bool, wired);
+        storeBitRates();
+        {
+            Mode m(dir());
+            m.mode.choose(wired); // the first choice
+        }
+        QCOMPARE(stored().value("bitRate").toString(), QString(wired ? "61" : "50"));
+        QCOMPARE(stored().value("bitRate_wired").toString(), QString(wired ? "50" : "62"));
+
+        Mode m(dir());
+        m.mode.choose(!wired);
+        m.pc.clock.advance(20000);
+        m.pc.config.setBitRate(61, false, 3);
+        m.pc.config.setBitRate(62, true, 3);
+        m.mode.choose(wired); // a switch
+        QCOMPARE(stored().value("bitRate").toString(), QString(wired ? "61" : "50"));
+        QCOMPARE(stored().value("bitRate_wired").toString(), QString(wired ? "50" : "62"));
+    }
+
+    void theSwitchIsLockedFromTheStopToTheFiles()
+    {
+        Mode m(dir());
+        writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":60}}})");
+        m.mode.choose(false);
+        m.pc.clock.advance(4000);
+        m.pc.pc.startProcess("vrserver.exe");
+        writeFile("session.json", "{}");
+        QStringList stops;
+        m.pc.pc.onJournal([&](const QString &line) {
+            if (!line.contains("-shutdown"))
+                return;
+            stops << line;
+            QVERIFY(!m.lock.tryLock());
+            QCOMPARE(readFile("session.json"), QByteArray("{}"));
+            QCOMPARE(m.pc.config.wiredOrWireless(), 2);
+        });
+        m.mode.choose(true);
+        QCOMPARE(stops.size(), 1);
+        QVERIFY(readFile("session.json") != QByteArray("{}"));
+        QVERIFY(m.lock.tryLock());
+        m.lock.unlock();
     }
 
     void theSameModeAgainStoresItAndLocksButRestartsNothing()
@@ -125,7 +197,7 @@ private slots:
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         m.pc.clock.advance(3999);
         m.mode.choose(false);
-        QCOMPARE(m.done.size(), 1); // still locked: a toast
+        QVERIFY(!m.done.isEmpty()); // still switching: a toast
     }
 
     void adbIsHookedOncePerRun()

@@ -102,6 +102,19 @@ private slots:
         s.lock.unlock();
     }
 
+    void theFilesAreWrittenHalfASecondAfterTheStop()
+    {
+        Settings s(dir());
+        int writes = 0;
+        s.settings.restartAround([&] {
+            ++writes;
+            QCOMPARE(s.pc.clock.slept(), 500);
+            QVERIFY(!s.lock.tryLock());
+            QCOMPARE(loggedCount("[steam] stopSteamVR"), 1);
+        });
+        QCOMPARE(writes, 1);
+    }
+
     void theSerialIsMadeCurrentBeforeTheValuesAreStored()
     {
         Settings s(dir());
