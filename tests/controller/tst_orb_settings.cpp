@@ -70,8 +70,8 @@ private slots:
         f.emitted.clear();
         f.orb().setEffects(2, 0, 3, true, false, true, true);
         QCOMPARE(f.emitted.first(), QString("showToast(steamVR重启设置中，请勿操作,15000)"));
-        QCOMPARE(f.count("effectChange()"), 0);
-        QCOMPARE(f.count("av1AvailableChanged()"), 0);
+        QCOMPARE(f.count("effectChange"), 0);
+        QCOMPARE(f.count("av1AvailableChanged"), 0);
         QCOMPARE(f.orb().definitionIndex(), 2);
         QCOMPARE(f.orb().fpsIndex(), 0);
         QCOMPARE(f.orb().encodeType(), 3);

@@ -71,10 +71,12 @@ private slots:
         p.run(); // one miss is none
         p.pc.pc.setWaveOuts({});
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        p.flow.ask(false); // the headset is known, but nobody looks
+        p.pc.server.received.clear();
         p.run();
         QCOMPARE(p.run(), QStringList());
         QCOMPARE(p.model.rowCount(), 0);
-        QVERIFY(p.pc.server.received.isEmpty());
+        QCOMPARE(p.pc.server.received, QStringList());
     }
 
     void powerIsLookedAtEvenThen()
@@ -138,9 +140,12 @@ private slots:
         p.pc.pc.startProcess("vrmonitor.exe");
         p.wired = true;
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        p.flow.ask(false); // a headset on Wi-Fi is known
         p.pc.server.usbConnected = true;
         p.flow.ask(true);
+        p.pc.server.received.clear();
         QCOMPARE(p.run(), QStringList({"steam", "steamVR", "connection", "checkUsb", "list"}));
+        QCOMPARE(p.pc.server.received, QStringList());
         QVERIFY(p.flow.isConnected());
         QCOMPARE(p.model.rowCount(), 0);
     }
