@@ -60,6 +60,17 @@ bool keepResult(const QString &from, const char *as)
     return QFile::copy(from, to);
 }
 
+// For whoever measures (bench/windows_idle): says that the headset is connected
+// and goes on when that file is there.
+void stayConnected()
+{
+    const QString goOn = qEnvironmentVariable("KOLM_STAY_CONNECTED_UNTIL");
+    if (goOn.isEmpty())
+        return;
+    QVERIFY(QFile(goOn + ".connected").open(QIODevice::WriteOnly));
+    QVERIFY(waitUntil([&] { return QFile::exists(goOn); }));
+}
+
 } // namespace
 
 // The installed program among stand-ins, from outside.
@@ -120,6 +131,7 @@ void ProgramWinTest::aHeadsetConnectsAndEverythingIsLeftInOrder()
         return coloursIn(picture) > 50;
     }));
     QVERIFY(picture.save(QStringLiteral(RESULT "/window.png")));
+    stayConnected();
 
     program.askToClose();
     const std::optional<int> code = program.waitForEnd();
