@@ -43,18 +43,14 @@ AdbManger::AdbManger(const Environment &environment, QObject *parent)
 
 AdbManger::~AdbManger()
 {
+    dropCommand();
     if (now_.mode == adb_rules::AlreadyRunning)
         takePortsBack();
     else
         killAdb();
     if (!watcher_->stop())
         qInfo("install winproc fail");
-    // Its command may hang; nobody waits for it any more.
-    process_->disconnect(this);
-    if (process_->state() != QProcess::NotRunning) {
-        process_->kill();
-        process_->waitForFinished(lastCommandLimit);
-    }
+    dropCommand();
 }
 
 AdbManger &AdbManger::instance()
@@ -176,15 +172,21 @@ void AdbManger::setUpPorts()
     });
 }
 
+// Ends the command interpreter that is at work. It may be waiting for an adb
+// that hangs, and would start a new server if adb was ended under it.
+void AdbManger::dropCommand()
+{
+    process_->disconnect(this);
+    if (process_->state() == QProcess::NotRunning)
+        return;
+    process_->kill();
+    process_->waitForFinished(lastCommandLimit);
+}
+
 // The only command that is waited for: with this object ends the process that
 // runs it.
 void AdbManger::takePortsBack()
 {
-    process_->disconnect(this);
-    if (process_->state() != QProcess::NotRunning) {
-        process_->kill();
-        process_->waitForFinished(lastCommandLimit);
-    }
     runAdb(QStringLiteral("adb forward --remove-all && adb reverse --remove-all"));
     process_->waitForFinished(lastCommandLimit);
 }

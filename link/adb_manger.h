@@ -70,6 +70,7 @@ private:
     void useAdb(const QString &path, const QString &folder);
     void start(const QString &line);
     void setUpPorts();
+    void dropCommand();
     void takePortsBack();
     void onOutput();
 
