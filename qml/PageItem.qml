@@ -8,7 +8,8 @@ Card {
     id: page
 
     readonly property bool connected: orb.vrIsConnect
-    property bool userDisconnected: false
+    // Whether the one headset that is listed is about to be connected.
+    property bool awaited: false
     readonly property string phase: {
         if (connected)
             return "connected";
@@ -17,7 +18,7 @@ Card {
         if (headsets.count > 1)
             return "choose";
         if (headsets.count === 1)
-            return userDisconnected ? "chooseOne" : "connecting";
+            return awaited ? "connecting" : "chooseOne";
         return "searching";
     }
 
@@ -30,8 +31,15 @@ Card {
     function switchConnection(name, ip, connect) {
         toast(qsTr("连接设备中，请稍后"));
         orb.connectVR(name, ip, connect);
+        look();
+    }
+    // The controller waits for the first of the list, or for nobody. Without an
+    // address nobody can be reached.
+    function look() {
+        awaited = headsets.firstAddress() !== "" && orb.isHasConnectedDevice();
     }
 
+    Component.onCompleted: look()
     title: orb.vrName
     status: {
         switch (phase) {
@@ -94,7 +102,7 @@ Card {
         Layout.minimumHeight: 9 * utils.grid
         Layout.preferredHeight: contentHeight + topMargin + bottomMargin
         Layout.maximumHeight: Layout.preferredHeight
-        Layout.margins: -4
+        Layout.margins: -ringRoom
         onActivated: page.switchConnection(name, address, connect)
     }
     StepList {
@@ -124,8 +132,10 @@ Card {
     }
     Connections {
         target: orb
-        function onShowVrList(isConnect, hasDisConnect) {
-            page.userDisconnected = hasDisConnect;
-        }
+        function onShowVrList() { page.look(); }
+    }
+    Connections {
+        target: headsets.model
+        function onModelReset() { page.look(); }
     }
 }

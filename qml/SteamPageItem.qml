@@ -71,8 +71,9 @@ Card {
         Layout.fillHeight: true
     }
 
-    // The controller looks at Steam 1000 ms after the link type was chosen.
-    // When it finds nothing new it says nothing, so silence is an answer too.
+    // The controller tells at once whether Steam is installed, but looks whether
+    // it runs 1000 ms after the link type was chosen. When it finds nothing new
+    // it says nothing, so silence is an answer too.
     Timer {
         objectName: "steamCheckTimer"
         interval: 1500
@@ -81,7 +82,6 @@ Card {
     }
     Connections {
         target: orb
-        function onSteamStateChange() { page.check(); }
         function onHaslaunchSteamChange() { page.check(); }
         function onHaslaunchSteamVRChange() { page.check(); }
     }

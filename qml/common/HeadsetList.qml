@@ -6,7 +6,10 @@ ListView {
     id: headsets
 
     readonly property int nameRole: 257 // "vrName" of the list
+    readonly property int addressRole: 258 // "ip"
     readonly property int recentRole: 259 // "isRecent"
+    // Around the rows, for the ring of the one that the keyboard is on.
+    readonly property int ringRoom: 4
 
     // The row that most likely is wanted: the first that was connected before.
     property int likelyRow: 0
@@ -23,6 +26,10 @@ ListView {
         while (row > 0 && !model.data(model.index(row, 0), recentRole))
             --row;
         likelyRow = Math.max(row, 0);
+    }
+    // Empty also when there is nobody.
+    function firstAddress() {
+        return model.rowCount() > 0 ? model.data(model.index(0, 0), addressRole) : "";
     }
     function remember() {
         currentName = currentItem ? currentItem.name : "";
@@ -47,10 +54,10 @@ ListView {
     clip: true
     spacing: utils.grid
     boundsBehavior: Flickable.StopAtBounds
-    leftMargin: 4
-    rightMargin: 4
-    topMargin: 4
-    bottomMargin: 4
+    leftMargin: ringRoom
+    rightMargin: ringRoom
+    topMargin: ringRoom
+    bottomMargin: ringRoom
 
     activeFocusOnTab: true
     Keys.onReturnPressed: activateCurrent()
@@ -61,7 +68,7 @@ ListView {
     Accessible.focusable: true
 
     delegate: HeadsetRow {
-        width: ListView.view.width - 8
+        width: ListView.view.width - 2 * ListView.view.ringRoom
         name: model.vrName
         address: model.ip
         connected: model.vrState

@@ -60,7 +60,7 @@ DialogWindow {
         Component.onCompleted: passFocus()
         Layout.fillWidth: true
         Layout.fillHeight: true
-        Layout.margins: -4
+        Layout.margins: -ringRoom
         onActivated: {
             dialog.toast(qsTr("连接设备中，请稍后"), 2000);
             dialog.close();

@@ -208,6 +208,14 @@ void FakeOrb::setVideoBitRate(int bitrate)
     note(QStringLiteral("setVideoBitRate %1").arg(bitrate));
 }
 
+bool FakeOrb::isHasConnectedDevice() const
+{
+    const QString first = headsets.rowCount() > 0
+                              ? headsets.data(headsets.index(0, 0), Qt::UserRole + 1).toString()
+                              : QString();
+    return reconnectSerial == first;
+}
+
 bool FakeOrb::isHideSelectPage()
 {
     note(QStringLiteral("isHideSelectPage"));

@@ -141,6 +141,8 @@ public:
     // Called with each new line.
     std::function<void(const QString &)> onCall;
     bool hideSelectPage = true;
+    // Which headset the controller wants to be connected, if any.
+    QString reconnectSerial;
     int hardwareReads = 0;
     bool audioInstalled = true; // the answer of installAudio()
     // What holds the ports; checkPortUsage() announces it when there is any.
@@ -187,6 +189,7 @@ public:
     Q_INVOKABLE void setVideoQuilty(int scale, int bitrate);
     Q_INVOKABLE void setVideoBitRate(int bitrate);
     Q_INVOKABLE bool isHideSelectPage();
+    Q_INVOKABLE bool isHasConnectedDevice() const;
 
 private:
     void note(const QString &call);

@@ -60,8 +60,10 @@ int main(int argc, char *argv[])
     }
 
     take(folder, QStringLiteral("1_start"), [](Interface &) {});
-    take(folder, QStringLiteral("2_no_steam"),
-         [](Interface &pages) { pages.orb.becomeSteamState(FakeOrb::NoneSteam); });
+    take(folder, QStringLiteral("2_no_steam"), [](Interface &pages) {
+        pages.orb.becomeSteamState(FakeOrb::NoneSteam);
+        pages.orb.becomeSteam(false);
+    });
     take(folder, QStringLiteral("3_choose"), [](Interface &pages) {
         pages.orb.becomeSteam(true);
         pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", false, true},

@@ -36,6 +36,7 @@ private slots:
     void steamIsLookedForAtFirst();
     void anyNewsEndsTheSearchForSteam_data();
     void anyNewsEndsTheSearchForSteam();
+    void whatIsInstalledDoesNotEndTheSearchForSteam();
     void silenceEndsTheSearchForSteam();
     void searchForSteamBeginsWhenTheCardIsSeen();
     void steamRowsFollowTheController_data();
@@ -48,6 +49,10 @@ private slots:
     void headsetCardShowsItsName();
     void statusOfTheHeadset_data();
     void statusOfTheHeadset();
+    void oneHeadsetIsConnectedOnlyWhenItIsAwaited_data();
+    void oneHeadsetIsConnectedOnlyWhenItIsAwaited();
+    void nobodyIsConnectedWhenOneOfTwoLeaves();
+    void chosenHeadsetIsConnectedAtOnce();
     void statusIsNotToldByColourAlone_data();
     void statusIsNotToldByColourAlone();
     void listShowsNameAddressAndMark();
@@ -209,25 +214,35 @@ void TestCards::steamIsLookedForAtFirst()
 
 void TestCards::anyNewsEndsTheSearchForSteam_data()
 {
-    QTest::addColumn<int>("news");
-    QTest::newRow("steam state") << 0;
-    QTest::newRow("Steam") << 1;
-    QTest::newRow("SteamVR") << 2;
+    QTest::addColumn<bool>("isSteam");
+    QTest::newRow("Steam") << true;
+    QTest::newRow("SteamVR") << false;
 }
 
 void TestCards::anyNewsEndsTheSearchForSteam()
 {
-    QFETCH(int, news);
+    QFETCH(bool, isSteam);
     Interface pages;
     pages.load();
-    if (news == 0)
-        pages.orb.becomeSteamState(FakeOrb::Pass);
-    else if (news == 1)
+    if (isSteam)
         pages.orb.becomeSteam(false);
     else
         pages.orb.becomeSteamVR(false);
     QCOMPARE(pages.text("steamPage", "status"), zh("请按以下步骤操作"));
     QVERIFY(!pages.find("steamCheckTimer")->property("running").toBool());
+}
+
+// What is installed is known before what runs.
+void TestCards::whatIsInstalledDoesNotEndTheSearchForSteam()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.becomeSteamState(FakeOrb::Pass);
+    QCOMPARE(pages.text("steamPage", "status"), zh("检测中"));
+    QCOMPARE(pages.text("steamItem", "phase"), QStringLiteral("busy"));
+    QVERIFY(pages.find("steamCheckTimer")->property("running").toBool());
+    pages.orb.becomeSteam(true);
+    QCOMPARE(pages.text("steamPage", "status"), zh("请按以下步骤操作"));
 }
 
 void TestCards::silenceEndsTheSearchForSteam()
@@ -325,6 +340,7 @@ void TestCards::steamButtonsCall()
     Interface pages;
     pages.load();
     pages.orb.becomeSteamState(state);
+    pages.orb.becomeSteam(false);
     pages.orb.calls.clear();
     QQuickItem *button = pages.button(zh("安装"), pages.item(row));
     if (!button)
@@ -376,7 +392,7 @@ void TestCards::statusOfTheHeadset_data()
     const QString connected = zh("已连接，戴上眼镜开始串流吧！");
     QTest::newRow("wireless, none") << false << false << 0 << false << false << zh("搜索中");
     QTest::newRow("wireless, none, let go") << false << false << 0 << false << true << zh("搜索中");
-    QTest::newRow("wireless, one") << false << false << 1 << false << false << zh("连接中");
+    QTest::newRow("wireless, one") << false << false << 1 << false << false << zh("请选择眼镜连接");
     QTest::newRow("wireless, one that was let go")
         << false << false << 1 << false << true << zh("请选择眼镜连接");
     QTest::newRow("wireless, several")
@@ -409,6 +425,69 @@ void TestCards::statusOfTheHeadset()
     emit pages.orb.showVrList(connected, userDisconnected);
 
     QCOMPARE(pages.text("headsetPage", "status"), status);
+}
+
+void TestCards::oneHeadsetIsConnectedOnlyWhenItIsAwaited_data()
+{
+    QTest::addColumn<QString>("awaited");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("status");
+
+    QTest::newRow("awaited") << "A"
+                             << "1.2.3.4" << zh("连接中");
+    QTest::newRow("nobody is awaited") << ""
+                                       << "1.2.3.4" << zh("请选择眼镜连接");
+    QTest::newRow("another is awaited") << "B"
+                                        << "1.2.3.4" << zh("请选择眼镜连接");
+    QTest::newRow("without an address") << "A"
+                                        << "" << zh("请选择眼镜连接");
+}
+
+void TestCards::oneHeadsetIsConnectedOnlyWhenItIsAwaited()
+{
+    QFETCH(QString, awaited);
+    QFETCH(QString, address);
+    QFETCH(QString, status);
+
+    Interface pages;
+    pages.load();
+    // The list is filled before the controller decides.
+    pages.orb.headsets.fill({{"A", address, false, false}});
+    pages.orb.reconnectSerial = awaited;
+    emit pages.orb.showVrList(false, false);
+    QCOMPARE(pages.text("headsetPage", "status"), status);
+    QCOMPARE(pages.text("headsetPage", "mark"), status == zh("连接中") ? "busy" : "attention");
+
+    // Whoever comes in its place is not awaited.
+    pages.orb.headsets.fill({{"C", "1.2.3.5", false, false}});
+    QCOMPARE(pages.text("headsetPage", "status"), zh("请选择眼镜连接"));
+}
+
+void TestCards::nobodyIsConnectedWhenOneOfTwoLeaves()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"A", "1.2.3.4", false, false}, {"B", "1.2.3.5", false, false}});
+    emit pages.orb.showVrList(false, false);
+    QCOMPARE(pages.text("headsetPage", "status"), zh("请选择设备连接"));
+    pages.orb.headsets.fill({{"B", "1.2.3.5", false, false}});
+    emit pages.orb.showVrList(false, false);
+    QCOMPARE(pages.text("headsetPage", "status"), zh("请选择眼镜连接"));
+}
+
+void TestCards::chosenHeadsetIsConnectedAtOnce()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"B", "1.2.3.5", false, false}});
+    emit pages.orb.showVrList(false, true);
+    pages.settle();
+    pages.orb.onCall = [&](const QString &call) {
+        if (call.startsWith("connectVR"))
+            pages.orb.reconnectSerial = "B";
+    };
+    pages.click(pages.button(zh("连接"), pages.item("headsets")));
+    QCOMPARE(pages.text("headsetPage", "status"), zh("连接中"));
 }
 
 void TestCards::statusIsNotToldByColourAlone_data()

@@ -56,6 +56,7 @@ void TestFit::set(Interface &pages, const QString &state)
     pages.road.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
     if (state == "no steam") {
         pages.orb.becomeSteamState(FakeOrb::NoneSteam);
+        pages.orb.becomeSteam(false);
     } else if (state == "several headsets") {
         pages.orb.becomeSteam(true);
         pages.orb.headsets.fill({{"D3A0017C4B2F91AA55", "192.168.100.123", false, true},
