@@ -24,6 +24,9 @@ FramelessWindow {
                                             windows + "NetworkSetting.qml",
                                             windows + "UpdateGpuDriverTips.qml"]
     property bool leaving: false
+    // The controller asks once a run which headset it shall be. When that comes
+    // while a blocking notice is read, it waits until that is closed.
+    property bool choiceWaits: false
     readonly property bool dialogOpen: subWin.item !== null && subWin.item.visible
 
     function showToast(str, duration) {
@@ -50,6 +53,19 @@ FramelessWindow {
         subWin.setSource(page, properties || {});
         showSubWin();
         return subWin.item !== null;
+    }
+
+    function chooseHeadset() {
+        choiceWaits = !openDialog(windows + "MoreSettingPage.qml");
+    }
+
+    function chooseLate() {
+        if (!choiceWaits || leaving || !visible)
+            return;
+        if (orb.wired || orb.vrIsConnect)
+            choiceWaits = false; // nobody is asked any more
+        else
+            chooseHeadset();
     }
 
     function showSubWin() {
@@ -105,6 +121,11 @@ FramelessWindow {
         }
     }
     onCloseAll: leave()
+    // Not before the notice has done what it does while it closes.
+    onDialogOpenChanged: {
+        if (!dialogOpen)
+            Qt.callLater(chooseLate);
+    }
     // The keyboard belongs to the dialog.
     onActivityChanged: {
         if (activity && dialogOpen)
@@ -418,7 +439,7 @@ FramelessWindow {
         target: orb
         function onShowToast(tips, duration) { root.showToast(tips, duration); }
         function onShowPowerTip() { root.openDialog(root.windows + "PowerDownPage.qml"); }
-        function onShowMoreHMD() { root.openDialog(root.windows + "MoreSettingPage.qml"); }
+        function onShowMoreHMD() { root.chooseHeadset(); }
         function onShowNetWorkSetting() { root.openDialog(root.windows + "NetworkSetting.qml"); }
         function onShowUseProtPage(names) {
             root.openDialog(root.windows + "UsePortProcessTips.qml", { names: names });

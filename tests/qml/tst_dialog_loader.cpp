@@ -34,6 +34,11 @@ private slots:
     void laterWishReplacesAnOrdinaryDialog();
     void blockingNoticeStays_data();
     void blockingNoticeStays();
+    void choiceOfTheHeadsetWaitsForTheNotice();
+    void onlyTheChoiceOfTheHeadsetWaits_data();
+    void onlyTheChoiceOfTheHeadsetWaits();
+    void choiceOfTheHeadsetMayBeOver_data();
+    void choiceOfTheHeadsetMayBeOver();
     void closedBlockingNoticeIsNoHindrance();
     void sameDialogIsMadeAnew();
     void hiddenDialogIsDestroyed();
@@ -242,6 +247,74 @@ void TestDialogLoader::blockingNoticeStays()
 
     QCOMPARE(pages.dialog(), first);
     QCOMPARE(pages.dialogFile(), file);
+}
+
+// It is asked for only once a run.
+void TestDialogLoader::choiceOfTheHeadsetWaitsForTheNotice()
+{
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    wish(pages, "ports");
+    wish(pages, "headsets");
+    wish(pages, "power");
+    pages.dialog()->close();
+    QVERIFY(!pages.dialog());
+    QTRY_VERIFY(pages.dialog());
+    QCOMPARE(pages.dialogFile(), QStringLiteral("MoreSettingPage.qml"));
+
+    pages.dialog()->close();
+    QCoreApplication::processEvents();
+    QVERIFY(!pages.dialog());
+}
+
+void TestDialogLoader::onlyTheChoiceOfTheHeadsetWaits_data()
+{
+    QTest::addColumn<QString>("what");
+    for (const char *what : {"power", "network", "gpu", "update"})
+        QTest::newRow(what) << what;
+}
+
+void TestDialogLoader::onlyTheChoiceOfTheHeadsetWaits()
+{
+    QFETCH(QString, what);
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    wish(pages, "ports");
+    wish(pages, what);
+    pages.dialog()->close();
+    QCoreApplication::processEvents();
+    QVERIFY(!pages.dialog());
+}
+
+void TestDialogLoader::choiceOfTheHeadsetMayBeOver_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : {"connected", "wired", "leaving", "closed"})
+        QTest::newRow(how) << how;
+}
+
+void TestDialogLoader::choiceOfTheHeadsetMayBeOver()
+{
+    QFETCH(QString, how);
+    Interface pages;
+    pages.realDialogs = false;
+    pages.load();
+    wish(pages, "ports");
+    wish(pages, "headsets");
+    if (how == "connected")
+        pages.orb.becomeConnected(true);
+    else if (how == "wired")
+        pages.orb.becomeWired(true);
+    if (how == "leaving")
+        pages.click("close");
+    else if (how == "closed")
+        emit pages.orb.closeExe();
+    else
+        pages.dialog()->close();
+    QCoreApplication::processEvents();
+    QVERIFY(!pages.dialog());
 }
 
 void TestDialogLoader::closedBlockingNoticeIsNoHindrance()
