@@ -22,6 +22,9 @@ Rectangle {
     Accessible.role: Accessible.ListItem
     Accessible.name: recent ? name + " " + recentMark.text : name
     Accessible.description: button.text
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: current
     Accessible.onPressAction: row.activated()
 
     RowLayout {

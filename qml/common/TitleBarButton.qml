@@ -13,7 +13,8 @@ Rectangle {
     implicitWidth: utils.controlHeight
     implicitHeight: utils.controlHeight
     radius: utils.itemRadius
-    color: mouse.containsMouse ? hoverColor : "transparent"
+    color: mouse.pressed ? Qt.darker(hoverColor, 1.4)
+         : mouse.containsMouse ? hoverColor : "transparent"
 
     activeFocusOnTab: true
     Keys.onReturnPressed: clicked()
@@ -32,6 +33,7 @@ Rectangle {
         id: mouse
         anchors.fill: parent
         hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
         onClicked: button.clicked()
     }
     FocusRing {}

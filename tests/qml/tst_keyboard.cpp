@@ -2,6 +2,7 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
+#include <QAccessible>
 #include <QQmlProperty>
 
 namespace {
@@ -41,6 +42,7 @@ private slots:
     void keysPressTheControl();
     void disabledButtonsArePassedOver();
     void arrowsChooseAHeadset();
+    void chosenHeadsetIsToldToThoseWhoCannotSee();
     void chosenHeadsetStaysChosenWhenTheListIsFilledAnew();
     void clickLeavesNoRing();
     void everythingThatCanBePressedHasAName_data();
@@ -157,6 +159,34 @@ void TestKeyboard::arrowsChooseAHeadset()
 
     QCOMPARE(pages.orb.calls,
              (QStringList{"connectVR 'B' '10.0.0.2' true", "connectVR 'C' '10.0.0.3' false"}));
+}
+
+void TestKeyboard::chosenHeadsetIsToldToThoseWhoCannotSee()
+{
+    Interface pages;
+    pages.load();
+    pages.orb.headsets.fill({{"A", "10.0.0.1", false, false}, {"B", "10.0.0.2", false, false}});
+    activate(pages);
+    pages.settle();
+    const auto selected = [&pages] {
+        QStringList names;
+        for (QQuickItem *item : Interface::shownItems(pages.item("headsets"))) {
+            QAccessibleInterface *const row = QAccessible::queryAccessibleInterface(item);
+            if (!row || row->role() != QAccessible::ListItem)
+                continue;
+            const QAccessible::State state = row->state();
+            if (!state.focusable || !state.selectable)
+                names << "out of reach";
+            if (state.selected)
+                names << row->text(QAccessible::Name);
+        }
+        return names;
+    };
+    QCOMPARE(selected(), QStringList());
+    pages.item("headsets")->forceActiveFocus(Qt::TabFocusReason);
+    QCOMPARE(selected(), QStringList("A"));
+    QTest::keyClick(pages.window(), Qt::Key_Down);
+    QCOMPARE(selected(), QStringList("B"));
 }
 
 void TestKeyboard::chosenHeadsetStaysChosenWhenTheListIsFilledAnew()

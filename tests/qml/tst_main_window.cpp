@@ -25,6 +25,7 @@ private slots:
     void titleRowDragsTheWindowExceptOnButtons_data();
     void titleRowDragsTheWindowExceptOnButtons();
     void helpOpensTheUserGuide();
+    void titleBarButtonsAnswerTheMouse();
     void labelsOfPillButtonsAreBoldUnlessHovered();
 
     void minimiseMinimises();
@@ -179,13 +180,42 @@ void TestMainWindow::helpOpensTheUserGuide()
     QCOMPARE(pages.orb.calls, QStringList("gotoWeb 1"));
 }
 
+void TestMainWindow::titleBarButtonsAnswerTheMouse()
+{
+    Interface pages;
+    FramelessQuickWindow *window = pages.load();
+    pages.settle();
+    for (const char *name : {"minimise", "close"}) {
+        QQuickItem *button = pages.item(name);
+        const auto tone = [button] { return button->property("color").value<QColor>(); };
+        const QPoint middle = button->mapToScene(QPointF(20, 20)).toPoint();
+        QTest::mouseMove(window, QPoint(5, 5));
+        QTRY_COMPARE(tone(), QColor(Qt::transparent));
+        QTest::mouseMove(window, middle);
+        QTRY_COMPARE(tone(), button->property("hoverColor").value<QColor>());
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, middle);
+        QVERIFY(tone().lightness() < button->property("hoverColor").value<QColor>().lightness());
+        // Let go elsewhere, it was not pressed.
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+        QCOMPARE(window->visibility(), QWindow::Windowed);
+        const auto areas = button->childItems();
+        QVERIFY(std::any_of(areas.begin(), areas.end(), [](const QQuickItem *item) {
+            return item->cursor().shape() == Qt::PointingHandCursor;
+        }));
+    }
+}
+
 void TestMainWindow::labelsOfPillButtonsAreBoldUnlessHovered()
 {
     Interface pages;
     FramelessQuickWindow *window = pages.load();
     pages.settle();
     QQuickItem *help = pages.item("help");
-    QCOMPARE(help->size(), QSizeF(140, 40));
+    for (const char *pill : {"help", "feedback", "setting"}) {
+        QCOMPARE(pages.item(pill)->size(), QSizeF(140, 40));
+        QCOMPARE(pages.item(pill)->property("radius").toReal(), 20.0);
+        QCOMPARE(pages.item(pill)->property("color").value<QColor>(), QColor("#393939"));
+    }
     QQuickItem *label = nullptr;
     for (QQuickItem *item : Interface::shownItems(help)) {
         if (item != help && item->property("text").toString() == QString::fromUtf8("使用帮助"))
@@ -279,6 +309,7 @@ void TestMainWindow::bannerSaysHowFarThingsAre()
     pages.orb.becomeConnected(headset);
 
     QVERIFY(pages.shown("banner"));
+    QCOMPARE(pages.item("banner")->property("color").value<QColor>(), QColor("#22242C"));
     QCOMPARE(pages.text("bannerIcon", "source"), "qrc:/res/image/" + icon);
     QCOMPARE(pages.text("bannerText"), text);
 }
