@@ -62,7 +62,7 @@ private:
     const Environment environment_;
     QNetworkAccessManager *networkManager_;
     QString downloadUrl_;
-    QString note_; // as HTML
+    QString note_; // lines separated by "<br>"
     QString installerPath_;
     bool isForce_ = false;
     bool setupStarted_ = false;
