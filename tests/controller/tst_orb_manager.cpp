@@ -389,6 +389,54 @@ private slots:
         QVERIFY(f.emitted.isEmpty());
     }
 
+    void everyWiredPollLetsAdbLookAndWhatItFindsIsTheHeadset()
+    {
+        writeFile("set.json", storedMode(wired));
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        QCOMPARE(f.adbLines, QStringList{"adb --version"});
+        f.adb.take("Android Debug Bridge version 1.0.41\r\n");
+        f.pass(11000); // the start's look, and those of two polls
+        const QString look = "adb devices && adb forward --list";
+        QVERIFY(f.adbLines.count(look) >= 1);
+        f.emitted.clear();
+        f.adb.take("List of devices attached\r\nD2USB\tdevice\r\n\r\n");
+        QCOMPARE(f.count("hasEnumdevicesChange"), 1);
+        QVERIFY(f.orb().hasEnumdevices());
+        QVERIFY(f.orb().isD2());
+        const int looks = f.adbLines.count(look);
+        f.pass(6000);
+        QCOMPARE(f.adbLines.count(look), looks + 1);
+        f.adb.take("List of devices attached\r\n\r\n");
+        QVERIFY(!f.orb().hasEnumdevices());
+    }
+
+    void adbIsHookedOnceHoweverOftenTheModeChanges()
+    {
+        writeFile("set.json", storedMode(wired));
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        announce("[steam] hasLaunchSteamVR:false; switch: 1"); // between stop and start
+        f.pass(5000);
+        for (const bool usb : {false, true}) {
+            f.orb().setProperty("wired", usb);
+            f.pass(15000);
+        }
+        f.emitted.clear();
+        emit f.adb.deviceConnect(true, "D2USB");
+        QCOMPARE(f.count("hasEnumdevicesChange"), 1);
+    }
+
+    void inWirelessModeNobodyAsksAdb()
+    {
+        writeFile("set.json", storedMode(wireless));
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.adb.take("Android Debug Bridge version 1.0.41\r\n");
+        f.pass(20000);
+        QCOMPARE(f.adbLines, QStringList{"adb --version"});
+    }
+
     void theSerialOfAUsbHeadsetIsStoredOnARestart()
     {
         writeFile("set.json", storedMode(wired));

@@ -85,6 +85,7 @@ private slots:
 
     void aCheckAsksAfterAMoment();
     void aHeadsetIsReportedOnceAndGetsItsPorts();
+    void whileThePortsAreListedACheckOnlyMakesItIdle();
     void aHeadsetThatIsThereAgainIsReportedAgain();
     void aSecondHeadsetReplacesTheFirst();
     void twoHeadsetsAreReportedAsOneText();
@@ -292,6 +293,26 @@ void AdbMangerTest::aHeadsetIsReportedOnceAndGetsItsPorts()
     clock_.advance(5000);
     QCOMPARE(adb.said, QStringList{"connect PA7910"});
     QCOMPARE(adb.lines.size(), 4);
+}
+
+void AdbMangerTest::whileThePortsAreListedACheckOnlyMakesItIdle()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check(device("A"), "\r\n");
+    adb.manager->checkDevice(); // while they wait to be set up
+    clock_.advance(1200);       // now they are listed
+    QCOMPARE(adb.lines, (QStringList{list, forward, listPorts}));
+    adb.manager->take(device("B")); // no answer to a question of its own
+    QCOMPARE(adb.said, QStringList{"connect A"});
+    adb.manager->checkDevice();
+    clock_.advance(800);
+    QCOMPARE(adb.lines.size(), 3);
+    adb.manager->checkDevice();
+    clock_.advance(800);
+    QCOMPARE(adb.lines.size(), 4);
+    QCOMPARE(adb.lines.last(), list);
 }
 
 void AdbMangerTest::aHeadsetThatIsThereAgainIsReportedAgain()
