@@ -125,16 +125,16 @@ void ORBUpdate::readVersion(QNetworkReply *reply)
 }
 
 // Makes the newer version's installer ready, if it is newer.
-void ORBUpdate::offer(const QJsonObject &data)
+void ORBUpdate::offer(const QJsonObject &latest)
 {
-    const QString remote = data.value(QLatin1String("version")).toString();
+    const QString remote = latest.value(QLatin1String("version")).toString();
     if (!isNewerVersion(SystemInfo::assistantVersion(), remote))
         return;
     qInfo("start update");
-    isForce_ = data.value(QLatin1String("forced")).toInt() == 1;
-    note_ = data.value(QLatin1String("note")).toString();
+    isForce_ = latest.value(QLatin1String("forced")).toInt() == 1;
+    note_ = latest.value(QLatin1String("note")).toString();
     note_.replace(QLatin1String("/n"), QLatin1String("<br>"));
-    downloadUrl_ = data.value(QLatin1String("url")).toString();
+    downloadUrl_ = latest.value(QLatin1String("url")).toString();
 
     const QString folder = environment_.dataDir + QStringLiteral("/download/");
     installerPath_ = folder + installerName(QUrl(downloadUrl_));

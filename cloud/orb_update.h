@@ -56,7 +56,7 @@ private:
     void fetchTable();
     void queryVersion();
     void readVersion(QNetworkReply *reply);
-    void offer(const QJsonObject &data);
+    void offer(const QJsonObject &latest);
     void fetchInstaller();
 
     const Environment environment_;

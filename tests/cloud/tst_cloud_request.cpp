@@ -1,5 +1,6 @@
 #include "cloud/cloud_request.h"
 
+#include "cloud/cloud_host.h"
 #include "tests/support/test_case.h"
 
 #include <QSslConfiguration>
@@ -10,6 +11,13 @@ class TestCloudRequest : public TestCase
     Q_OBJECT
 
 private slots:
+    void theBuildDecidesAboutTheCheckAndTheHost()
+    {
+        QCOMPARE(cloud::builtPeerCheck() == cloud::PeerCheck::On, bool(VERIFY_PEER));
+        qunsetenv("SIMPC_CLOUD_HOST");
+        QCOMPARE(cloud::host(), QString(CLOUD_HOST));
+    }
+
     void withoutAPeerCheckEveryProtocolWillDo()
     {
         const QSslConfiguration tls =

@@ -151,6 +151,7 @@ private slots:
         manager_->addEvent("id2", {});
         manager_->sendEvents(true);
         QTRY_VERIFY(!isBusy());
+        QCOMPARE(cloud_->receivedCount(), 1);
         const Received request = cloud_->received().first();
         QCOMPARE(request.method, QByteArray("POST"));
         QCOMPARE(request.target, QByteArray("/vrmcsys/datacenter/streaming_data_upload"));
