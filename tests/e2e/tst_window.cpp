@@ -3,6 +3,7 @@
 #include "tests/support/test_case.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QRegularExpression>
@@ -37,6 +38,7 @@ private slots:
     void powerNoticeGoesWithItsCause();
     void forcedUpdateIsLeftOnlyWithTheProgram();
     void feedbackThatIsWrittenReachesTheCloud();
+    void acceptedUpdateIsStartedAndTheProgramEnds();
     void linkIsSwitchedAfterAQuestion();
     void detailsOpenWhileConnected();
     void closeButtonEndsTheProgram();
@@ -267,11 +269,38 @@ void TestWindow::feedbackThatIsWrittenReachesTheCloud()
         return found;
     };
     QTRY_COMPARE_WITH_TIMEOUT(uploads().size(), 1, 30000);
-    QVERIFY(uploads().first().body.contains("It stutters"));
+    // The document, and what the cloud is to call it.
+    const QByteArray body = uploads().first().body;
+    QVERIFY(
+        body.contains("\r\n\r\n" + program.read(program.dataDir() + "/feedback.json") + "\r\n--"));
+    const QRegularExpression name("name=\"fileName\"\r\n\r\n"
+                                  "\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d_D3SIM00001_me\r\n");
+    QVERIFY2(name.match(QString::fromUtf8(body)).hasMatch(), body);
     const QJsonObject written = program.json(program.dataDir() + "/feedback.json");
     QCOMPARE(written.value("content").toString(), QString("It stutters"));
     QCOMPARE(written.value("contact").toString(), QString("me"));
     QVERIFY(written.contains("cpu"));
+}
+
+void TestWindow::acceptedUpdateIsStartedAndTheProgramEnds()
+{
+    CloudPeer cloud;
+    QVERIFY(cloud.isUp());
+    cloud.begin(QStringLiteral("newer"));
+    Program &program = start("one-headset");
+    program.environment.insert("SIMPC_CLOUD_HOST", cloud.host());
+    QVERIFY(program.start());
+    QCOMPARE(tell("until dialog UpdatePage"), QString("ok"));
+    const QString installer = program.dataDir() + "/download/KOLM_Setup_1.1.17.exe";
+    QVERIFY(QFileInfo(installer).isFile());
+    QCOMPARE(program.journal().filter("KOLM_Setup"), QStringList());
+
+    xdo({"key", "Return"});
+
+    QCOMPARE(program.wait(), 0);
+    const QStringList launches = program.journal().filter("KOLM_Setup");
+    QCOMPARE(launches.size(), 1);
+    QVERIFY2(launches.first().contains(installer), qPrintable(launches.first()));
 }
 
 void TestWindow::linkIsSwitchedAfterAQuestion()
