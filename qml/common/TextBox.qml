@@ -1,8 +1,8 @@
 import QtQuick 2.15
 
 // A field to write one line or several into, with a limit. The tabulator moves
-// on, since nobody writes tables here, and Enter breaks the line where there may
-// be several.
+// on, since nobody writes tables here. Enter breaks the line where there may be
+// several, and with Ctrl it does there what it does in a single line.
 FocusScope {
     id: box
 
@@ -13,7 +13,7 @@ FocusScope {
     property int limit: 100 // characters
     readonly property int length: text.length
 
-    // Enter was pressed in a field of one line.
+    // The user is done writing.
     signal confirmed()
 
     // Takes out what is too much, which is what was written last: it ends at
@@ -64,8 +64,8 @@ FocusScope {
                     flick.contentX = at.x + 1 - flick.width;
             }
 
-            function enter() {
-                if (box.multiline)
+            function enter(modifiers) {
+                if (box.multiline && !(modifiers & Qt.ControlModifier))
                     insert(cursorPosition, "\n");
                 else
                     box.confirmed();
@@ -99,8 +99,8 @@ FocusScope {
             }
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-            Keys.onReturnPressed: enter()
-            Keys.onEnterPressed: enter()
+            Keys.onReturnPressed: enter(event.modifiers)
+            Keys.onEnterPressed: enter(event.modifiers)
 
             Accessible.role: Accessible.EditableText
             Accessible.name: box.name

@@ -85,6 +85,7 @@ DialogWindow {
         focus: true
         name: qsTr("问题或建议")
         placeholder: qsTr("请描述您遇到的问题，或告诉我们您的想法")
+        onConfirmed: dialog.confirmed()
         Layout.fillWidth: true
         Layout.fillHeight: true
     }

@@ -35,6 +35,7 @@ private slots:
     void pageIsReadyToWrite();
     void tabulatorMovesOn();
     void enterBreaksALineInTheText();
+    void controlAndEnterInTheTextSend();
     void enterInTheContactSends();
     void escapeLeaves();
 
@@ -234,6 +235,17 @@ void TestFeedbackPage::enterBreaksALineInTheText()
     QTest::keyClick(pages.dialog(), 'b');
     QCOMPARE(written(pages, "content"), QString("a\nb"));
     QCOMPARE(pages.orb.calls, QStringList());
+}
+
+void TestFeedbackPage::controlAndEnterInTheTextSend()
+{
+    Interface pages;
+    open(pages);
+    QTest::keyClick(pages.dialog(), Qt::Key_Return, Qt::ControlModifier); // nothing yet
+    QTest::keyClick(pages.dialog(), 'a');
+    QTest::keyClick(pages.dialog(), Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(pages.orb.calls, QStringList("sendFeecback 'a' ''"));
+    QVERIFY(pages.inDialog("thanks"));
 }
 
 void TestFeedbackPage::enterInTheContactSends()
