@@ -411,22 +411,6 @@ private slots:
         QVERIFY(!f.orb().hasEnumdevices());
     }
 
-    void adbIsHookedOnceHoweverOftenTheModeChanges()
-    {
-        writeFile("set.json", storedMode(wired));
-        ControllerFixture f(dir(), steamRunning());
-        f.orb();
-        announce("[steam] hasLaunchSteamVR:false; switch: 1"); // between stop and start
-        f.pass(5000);
-        for (const bool usb : {false, true}) {
-            f.orb().setProperty("wired", usb);
-            f.pass(15000);
-        }
-        f.emitted.clear();
-        emit f.adb.deviceConnect(true, "D2USB");
-        QCOMPARE(f.count("hasEnumdevicesChange"), 1);
-    }
-
     void inWirelessModeNobodyAsksAdb()
     {
         writeFile("set.json", storedMode(wireless));

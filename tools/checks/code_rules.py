@@ -16,7 +16,7 @@ ON_TOP = ["tests", "peers", "bench", "tools", "packaging"]
 INSTANCE_USERS = {
     # Tests of the instance itself.
     "tests/config/tst_settings_store.cpp": ["ConfigManager"],
-    "tests/link/tst_adb_manger.cpp": ["AdbManger"],
+    "tests/link/adb_user_win.cpp": ["AdbManger"],
     "tests/link/tst_control_port.cpp": ["SysManager"],
 }
 
