@@ -16,6 +16,10 @@ class TestWindowFrameWin : public TestCase
 private slots:
     void edgesAnswerTheHitTest_data();
     void edgesAnswerTheHitTest();
+    void fixedWidthLeavesTopAndBottom_data();
+    void fixedWidthLeavesTopAndBottom();
+    void withoutABandThereAreNoEdges();
+    void edgesComeBeforeTheTitleBar();
     void negativeCoordinatesAreSigned();
     void titleBarAnswersTheHitTest_data();
     void titleBarAnswersTheHitTest();
@@ -24,6 +28,7 @@ private slots:
     void ownCloseCloses();
     void styleFollowsTheShadow();
     void styleIsRenewedAfterShowing();
+    void showNowIsSeenBeforeTheEventLoopRuns();
 
 private:
     static HWND handleOf(QWindow &window) { return reinterpret_cast<HWND>(window.winId()); }
@@ -79,6 +84,71 @@ void TestWindowFrameWin::edgesAnswerTheHitTest()
     RECT rect = {};
     ::GetWindowRect(handleOf(window), &rect);
     QCOMPARE(int(ask(window, rect.left + fromLeft, rect.top + fromTop)), code);
+}
+
+void TestWindowFrameWin::fixedWidthLeavesTopAndBottom_data()
+{
+    QTest::addColumn<int>("fromLeft");
+    QTest::addColumn<int>("fromTop");
+    QTest::addColumn<int>("code");
+
+    QTest::newRow("left") << 0 << 150 << HTCLIENT;
+    QTest::newRow("right") << 399 << 150 << HTCLIENT;
+    QTest::newRow("top") << 200 << 0 << HTTOP;
+    QTest::newRow("bottom") << 200 << 299 << HTBOTTOM;
+    QTest::newRow("top left") << 0 << 0 << HTTOP;
+    QTest::newRow("bottom right") << 399 << 299 << HTBOTTOM;
+}
+
+void TestWindowFrameWin::fixedWidthLeavesTopAndBottom()
+{
+    QFETCH(int, fromLeft);
+    QFETCH(int, fromTop);
+    QFETCH(int, code);
+
+    FramelessQuickWindow window;
+    window.setResizeable(true);
+    window.setBorderWidth(8);
+    window.setMinimumWidth(400);
+    window.setMaximumWidth(400);
+    create(window);
+    RECT rect = {};
+    ::GetWindowRect(handleOf(window), &rect);
+    QCOMPARE(int(ask(window, rect.left + fromLeft, rect.top + fromTop)), code);
+}
+
+void TestWindowFrameWin::withoutABandThereAreNoEdges()
+{
+    FramelessQuickWindow window;
+    window.setResizeable(true);
+    create(window);
+    RECT rect = {};
+    ::GetWindowRect(handleOf(window), &rect);
+    for (int x : {0, 200, 399}) {
+        for (int y : {0, 150, 299})
+            QCOMPARE(int(ask(window, rect.left + x, rect.top + y)), HTCLIENT);
+    }
+}
+
+void TestWindowFrameWin::edgesComeBeforeTheTitleBar()
+{
+    FramelessQuickWindow window;
+    window.setResizeable(true);
+    window.setBorderWidth(8);
+    QQuickItem bar(window.contentItem());
+    bar.setSize(QSizeF(400, 40));
+    window.setTitleBar(&bar);
+    create(window);
+
+    QPoint point = window.mapToGlobal(QPoint(200, 3));
+    QCursor::setPos(point);
+    QTRY_COMPARE(QCursor::pos(), point);
+    QCOMPARE(int(ask(window, point.x(), point.y())), HTTOP);
+
+    point = window.mapToGlobal(QPoint(200, 20));
+    QCursor::setPos(point);
+    QTRY_COMPARE(QCursor::pos(), point);
+    QCOMPARE(int(ask(window, point.x(), point.y())), HTCAPTION);
 }
 
 void TestWindowFrameWin::negativeCoordinatesAreSigned()
@@ -175,6 +245,20 @@ void TestWindowFrameWin::styleIsRenewedAfterShowing()
     ::SetWindowLongW(handleOf(window), GWL_STYLE, style | WS_MINIMIZEBOX);
     show(window);
     QTRY_VERIFY(!canMinimise(window));
+}
+
+void TestWindowFrameWin::showNowIsSeenBeforeTheEventLoopRuns()
+{
+    FramelessQuickWindow window;
+    window.setGeometry(100, 120, 400, 300);
+    const QSignalSpy frames(&window, &QQuickWindow::afterRendering);
+    window.showNow();
+    QVERIFY(window.isExposed());
+    QVERIFY(frames.count() > 0);
+    const int before = frames.count();
+    window.setColor(Qt::red);
+    window.showNow();
+    QVERIFY(frames.count() > before);
 }
 
 KOLM_GUI_TEST_MAIN(TestWindowFrameWin)
