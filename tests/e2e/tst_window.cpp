@@ -44,6 +44,8 @@ private slots:
     void closeButtonEndsTheProgram();
     void secondCopyIsClosedByItsButton();
     void toastIsSeenWhileTheProgramWaits();
+    void marksTurnWhileTheProgramWaits();
+    void lineThatMeansNothingIsNamed();
     void hiddenWindowDrawsNothing_data();
     void hiddenWindowDrawsNothing();
     void idleWindowDrawsHardlyAnything();
@@ -378,6 +380,32 @@ void TestWindow::toastIsSeenWhileTheProgramWaits()
     QTRY_VERIFY(toastIsSeen());
     QVERIFY(!program_->output().contains("steam://rungameid"));
     QVERIFY(toastIsSeen());
+}
+
+void TestWindow::marksTurnWhileTheProgramWaits()
+{
+    // The window has to be there before the wait begins.
+    start("one-headset").environment.insert("SIMPC_SPEED", "1");
+    // The one that has a render thread.
+    program_->environment.remove("QT_QUICK_BACKEND");
+    program_->environment.insert("LIBGL_ALWAYS_SOFTWARE", "1");
+    QVERIFY(program_->start());
+    QCOMPARE(tell("until shown headsetPage"), QString("ok"));
+    QCOMPARE(tell("activate"), QString("ok"));
+    QVERIFY(program_->waitForOutput("steam.exe"));
+    // Answered after the wait for Steam: the second one holds its frames only.
+    tell("frames");
+    QCOMPARE(tell("until toast"), QString("ok"));
+    const int drawn = frames(tell("frames"));
+    QVERIFY2(drawn > 20, qPrintable(QString::number(drawn)));
+}
+
+void TestWindow::lineThatMeansNothingIsNamed()
+{
+    QVERIFY(start("external-server").start());
+    QCOMPARE(tell("click nothing"),
+             QString("failed: click nothing: nothing of that name is shown"));
+    QCOMPARE(program_->wait(), 5);
 }
 
 void TestWindow::hiddenWindowDrawsNothing_data()
