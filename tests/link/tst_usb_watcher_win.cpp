@@ -1,6 +1,7 @@
 #include "base/manual_clock.h"
 #include "link/adb_manger.h"
 #include "link/usb_watcher.h"
+#include "tests/link/captured_streams.h"
 #include "tests/support/test_case.h"
 
 #include <QThread>
@@ -159,8 +160,10 @@ void UsbWatcherWinTest::otherMessagesAreTheSystemsToHandle()
 void UsbWatcherWinTest::aWatcherWithoutAWindowEndsAtOnce()
 {
     // The window's class is taken, so there is no second window.
+    const CapturedStreams streams;
     UsbWatcher second([] {});
     QVERIFY(second.stop());
+    QCOMPARE(streams.echo(), QByteArray()); // no message ended it
     QVERIFY(!second.stop());
     tell(DBT_DEVICEARRIVAL, headset); // the first one's is as it was
     QTRY_COMPARE(checks_, 1);
@@ -172,7 +175,9 @@ void UsbWatcherWinTest::theEndOfTheManagerEndsTheThread()
     const HANDLE handle = OpenThread(SYNCHRONIZE, FALSE, thread);
     QVERIFY(handle);
     QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_TIMEOUT));
+    const CapturedStreams streams;
     manager_.reset();
+    QCOMPARE(streams.echo(), QByteArray("worker receive the exiting Message...\n"));
     QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_OBJECT_0));
     CloseHandle(handle);
     QVERIFY(!watcherWindow());
