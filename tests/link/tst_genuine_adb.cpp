@@ -11,7 +11,26 @@
 
 namespace {
 
-constexpr int limit = 20000; // ms
+constexpr int limit = 20000;     // ms
+constexpr int portLimit = 60000; // ms; as long as other tests may take
+
+// The system may have given the port to a connection of something else that
+// runs, and keeps it for a minute after that. adb tries both of the PC's own
+// addresses.
+bool listens(QTcpServer &server, quint16 port)
+{
+    return server.isListening() || server.listen(QHostAddress::LocalHost, port) ||
+           server.listen(QHostAddress::LocalHostIPv6, port);
+}
+
+// Whose sockets have this port, in the system's words.
+QString holders(quint16 port)
+{
+    QProcess ss;
+    ss.start("ss", {"-anpHt", QString("( sport = :%1 )").arg(port)});
+    ss.waitForFinished(limit);
+    return QString("%1: %2").arg(port).arg(QString::fromLocal8Bit(ss.readAllStandardOutput()));
+}
 
 // A PC on which adb is the genuine one.
 struct Pc
@@ -120,7 +139,7 @@ void GenuineAdbTest::aHeadsetGetsItsPortsAndBothSidesUseThem()
     }
     for (const quint16 port : {50000, 50001}) {
         QTcpServer pcs;
-        QVERIFY(pcs.listen(QHostAddress::LocalHost, port));
+        QTRY_VERIFY2_WITH_TIMEOUT(listens(pcs, port), qPrintable(holders(port)), portLimit);
         QTcpSocket headsets; // a connection that is made on the headset
         headsets.connectToHost("127.0.0.2", port);
         QVERIFY(headsets.waitForConnected(limit));
