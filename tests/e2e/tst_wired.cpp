@@ -1,4 +1,5 @@
 #include "tests/e2e/program.h"
+#include "tests/support/free_port.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -6,7 +7,6 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 #include <csignal>
@@ -14,13 +14,6 @@
 namespace {
 
 const QString list = QStringLiteral("adb devices && adb forward --list");
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
 
 // The stand-in adb of one test: its folder and its server's port are known, so
 // that one can look at them afterwards.

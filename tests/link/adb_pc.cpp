@@ -2,6 +2,7 @@
 
 #include "sysinfo/system_info.h"
 #include "tests/link/adb_pc_platform.h"
+#include "tests/support/free_port.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -11,20 +12,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
 namespace {
 
 constexpr int limit = 20000; // ms
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
 
 void write(const QString &file, const QByteArray &content)
 {

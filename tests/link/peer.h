@@ -1,9 +1,10 @@
 // The other end of the control link in a test: a blocking TCP client.
 #pragma once
 
+#include "tests/support/free_port.h"
+
 #include <QHostAddress>
 #include <QNetworkProxy>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 // Every call waits for what it says, ten seconds at most.
@@ -87,12 +88,3 @@ private:
     QTcpSocket socket_;
     QByteArray received_;
 };
-
-// A port of this PC that nobody listens on at the moment.
-inline int freePort()
-{
-    QTcpServer server;
-    server.setProxy(QNetworkProxy::NoProxy);
-    server.listen(QHostAddress(QHostAddress::LocalHost), 0);
-    return server.serverPort();
-}

@@ -1,3 +1,4 @@
+#include "tests/support/free_port.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -6,17 +7,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 namespace {
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
 
 struct Result
 {

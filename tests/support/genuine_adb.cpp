@@ -1,25 +1,19 @@
 #include "tests/support/genuine_adb.h"
 
+#include "tests/support/free_port.h"
+
 #include <QFileInfo>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 namespace {
 
 constexpr int limit = 20000; // ms
 
-QString freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return QString::number(server.serverPort());
-}
-
 } // namespace
 
 GenuineAdb::GenuineAdb(const QString &dir) : environment_(QProcessEnvironment::systemEnvironment())
 {
-    environment_.insert("ANDROID_ADB_SERVER_PORT", freePort());
+    environment_.insert("ANDROID_ADB_SERVER_PORT", QString::number(freePort()));
     environment_.insert("HOME", dir);
     environment_.insert("TMPDIR", dir);
 }
