@@ -7,6 +7,8 @@ Call call(const QString &line)
     return {QStringLiteral("cmd"), {QStringLiteral("/c"), line}};
 }
 
+// Ordinary paths stay as they are. A folder may well be called "q&a", though:
+// without the caret the line would end there and adb never run.
 QString word(const QString &path)
 {
     QString escaped;
