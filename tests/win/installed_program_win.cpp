@@ -117,12 +117,13 @@ struct Search
 {
     DWORD pid;
     HWND found;
+    LONG area;
 };
 
-// The program's one window that can be seen.
+// The largest of the program's windows that can be seen: dialogs are smaller.
 HWND windowOf(qint64 pid)
 {
-    Search search{static_cast<DWORD>(pid), nullptr};
+    Search search{static_cast<DWORD>(pid), nullptr, 0};
     EnumWindows(
         [](HWND window, LPARAM parameter) -> BOOL {
             auto *wanted = reinterpret_cast<Search *>(parameter);
@@ -130,8 +131,14 @@ HWND windowOf(qint64 pid)
             GetWindowThreadProcessId(window, &owner);
             if (owner != wanted->pid || !IsWindowVisible(window))
                 return TRUE;
-            wanted->found = window;
-            return FALSE;
+            RECT rect = {};
+            GetWindowRect(window, &rect);
+            const LONG area = (rect.right - rect.left) * (rect.bottom - rect.top);
+            if (area > wanted->area) {
+                wanted->found = window;
+                wanted->area = area;
+            }
+            return TRUE;
         },
         reinterpret_cast<LPARAM>(&search));
     return search.found;

@@ -95,14 +95,16 @@ void ProgramWinTest::initTestCase()
 
 void ProgramWinTest::cleanup()
 {
-    if (QTest::currentTestFailed())
-        qInfo().noquote() << "The program's log:\n" + log() + "The streaming server:\n" +
-                                 content(serverLog()) + "Processes: " + allProcesses().join(' ');
+    const bool failed = QTest::currentTestFailed();
+    const QStringList running = allProcesses();
     for (const QString &name : steamVrProcesses)
         end(name);
     end("streaming-server-sim.exe");
     end("steam.exe");
     TestCase::cleanup();
+    if (failed)
+        qInfo().noquote() << "The program's log:\n" + log() + "The streaming server:\n" +
+                                 content(serverLog()) + "Processes: " + running.join(' ');
 }
 
 void ProgramWinTest::aHeadsetConnectsAndEverythingIsLeftInOrder()
