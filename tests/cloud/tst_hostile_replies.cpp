@@ -43,6 +43,13 @@ QJsonObject raw(const QByteArray &bytes)
     return {{"raw", QString::fromLatin1(bytes.toBase64())}};
 }
 
+// 256 MiB of blanks, packed into one thousandth.
+QByteArray bomb()
+{
+    static const QByteArray packed = qCompress(QByteArray(256 << 20, ' '), 9).mid(4);
+    return packed;
+}
+
 constexpr qint64 memoryLimit = 64LL << 20;
 constexpr qint64 longestInstaller = 8LL << 20;
 
@@ -237,12 +244,34 @@ class TestHostileReplies : public TestCase
             NotJson);
     }
 
+    // Has the program look away for a while as soon as something of an answer is
+    // there; not for longer than it takes to fill the memory.
+    void beBusy(const QObject &owner)
+    {
+        const qint64 before = memory::peak();
+        const auto replies = owner.findChildren<QNetworkReply *>();
+        QCOMPARE(replies.size(), 2);
+        for (QNetworkReply *reply : replies) {
+            const auto wasBusy = std::make_shared<bool>(false);
+            connect(reply, &QNetworkReply::readyRead, this, [before, wasBusy] {
+                if (*wasBusy)
+                    return;
+                *wasBusy = true;
+                int rounds = 5000;
+                while (--rounds > 0 && memory::peak() - before < memoryLimit)
+                    continue;
+            });
+        }
+    }
+
     void addRows()
     {
         QTest::addColumn<QJsonObject>("answer");
         QTest::addColumn<Outcome>("outcome");
         addBodies();
         addTransfers();
+        QTest::newRow("packed a thousand times")
+            << body(bomb(), {{"headers", QJsonObject{{"Content-Encoding", "deflate"}}}}) << NotJson;
     }
 
 private slots:
@@ -274,6 +303,43 @@ private slots:
         QStringList files = tree();
         files.removeAll("compare.json");
         QCOMPARE(files, QStringList());
+    }
+
+    void nobodyFloodsABusyProgram_data()
+    {
+        QTest::addColumn<QJsonObject>("answer");
+        const QJsonObject packed{{"Content-Encoding", "deflate"}};
+        QTest::newRow("endless") << body(QByteArray(65536, 'x'), {{"endless", true}});
+        QTest::newRow("packed") << body(bomb(), {{"headers", packed}});
+    }
+    void nobodyFloodsABusyProgram()
+    {
+        QFETCH(QJsonObject, answer);
+        cloud_->begin(QJsonObject{
+            {"table", answer}, {"version", answer}, {"events", answer}, {"upload", answer}});
+        writeFile("feedback.json", "{}");
+        memory::forgetPeak();
+        const qint64 before = memory::peak();
+        ORBUpdate update({cloud_->host(), path("data"),
+                          [](const QString &) { QFAIL("nothing may be started"); },
+                          cloud::PeerCheck::Off, longestInstaller});
+        beBusy(update);
+        QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 60000);
+
+        ManualClock clock;
+        HttpManager manager(
+            {clock, [] { return QJsonObject(); }, cloud_->base(), cloud::PeerCheck::Off});
+        manager.addEvent("id", {});
+        announce(QString("error evnetid: "
+                         "[{\"defaultData\":{},\"eventId\":\"id\",\"extraData\":{},"
+                         "\"timestamp\":%1}] json parse fail")
+                     .arg(clock.epochMilliseconds()));
+        manager.sendEvents(true);
+        manager.uploadFile("feedback.json", "name");
+        beBusy(manager);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 60000);
+        QVERIFY2(memory::peak() - before < memoryLimit,
+                 qPrintable(QString::number((memory::peak() - before) >> 20) + " MiB"));
     }
 
     void theInstallerStaysWithinItsFolder_data()
