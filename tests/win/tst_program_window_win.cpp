@@ -1,0 +1,248 @@
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+#include "tests/win/installed_program_win.h"
+
+#include <QJsonObject>
+
+#include <windows.h>
+
+using namespace installed_program;
+
+namespace {
+
+// Places in the main window, which always looks the same.
+const QPoint bareTitle(600, 45);
+const QPoint logo(60, 45);
+const QPoint settingsButton(1156, 45);
+const QPoint minimiseButton(1262, 45);
+const QPoint closeButton(1318, 45);
+const QPoint wirelessMode(876, 540);
+
+const QSize mainSize(1360, 875);
+const QSize settingsSize(760, 624);
+
+// A window of that size which the process shows; null while there is none.
+HWND windowOf(qint64 pid, const QSize &size)
+{
+    struct Search
+    {
+        DWORD pid;
+        QSize size;
+        HWND found;
+    } search{static_cast<DWORD>(pid), size, nullptr};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto *wanted = reinterpret_cast<Search *>(parameter);
+            DWORD owner = 0;
+            GetWindowThreadProcessId(window, &owner);
+            RECT rect = {};
+            if (owner != wanted->pid || !IsWindowVisible(window) || !GetWindowRect(window, &rect) ||
+                QSize(rect.right - rect.left, rect.bottom - rect.top) != wanted->size)
+                return TRUE;
+            wanted->found = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+POINT onScreen(HWND window, const QPoint &place)
+{
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    return {rect.left + place.x(), rect.top + place.y()};
+}
+
+// With the mouse of the system.
+void click(HWND window, const QPoint &place)
+{
+    const POINT point = onScreen(window, place);
+    SetCursorPos(point.x, point.y);
+    for (const DWORD flag : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+    }
+}
+
+// With the keyboard of the system.
+void press(WORD key)
+{
+    for (const DWORD flag : {DWORD(0), DWORD(KEYEVENTF_KEYUP)}) {
+        INPUT input = {};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+        input.ki.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+    }
+}
+
+// What the system would do with a press at that place.
+LRESULT hitTest(HWND window, const QPoint &place)
+{
+    const POINT point = onScreen(window, place);
+    SetCursorPos(point.x, point.y);
+    return SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y));
+}
+
+} // namespace
+
+// The installed program's window, worked as a person works it.
+class ProgramWindowWinTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY(installAll()); }
+    void cleanup();
+
+    void titleRowDragsExceptOnButtons();
+    void maximisingSnapsBack();
+    void minimisesAndComesBack();
+    void firstRunGoesOnWithTheChosenLink();
+    void dialogIsOpenedByMouseAndClosedByKey();
+    void closeRequestOfADialogLeavesTheProgram();
+    void closeButtonEndsTheProgram();
+
+private:
+    // A program whose main window is on the screen.
+    HWND start(Copy *copy, bool modeChosen)
+    {
+        if (!layOutFiles(modeChosen) || !copy->start())
+            return nullptr;
+        waitUntil([&] { return windowOf(copy->pid(), mainSize) != nullptr; });
+        return windowOf(copy->pid(), mainSize);
+    }
+};
+
+void ProgramWindowWinTest::cleanup()
+{
+    for (const char *name : {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe", "vrwebhelper.exe",
+                             "vrdashboard.exe", "streaming-server-sim.exe", "steam.exe"})
+        end(QString::fromLatin1(name));
+    // No page has complained.
+    const QString said = log();
+    TestCase::cleanup();
+    QVERIFY2(!said.contains("qrc:/"), qPrintable(said));
+}
+
+void ProgramWindowWinTest::titleRowDragsExceptOnButtons()
+{
+    Copy program;
+    const HWND window = start(&program, false);
+    QVERIFY(window);
+    // The program learns of the mouse's new place a moment later.
+    const auto answers = [&](const QPoint &place, LRESULT code) {
+        return waitUntil([&] { return hitTest(window, place) == code; });
+    };
+    QVERIFY(answers(bareTitle, HTCAPTION));
+    QVERIFY(answers(minimiseButton, HTCLIENT));
+    QVERIFY(answers(logo, HTCAPTION));
+    QVERIFY(answers(closeButton, HTCLIENT));
+    QVERIFY(answers(bareTitle, HTCAPTION));
+    QVERIFY(answers(QPoint(600, 400), HTCLIENT));
+    QVERIFY(answers(bareTitle, HTCAPTION));
+    QVERIFY(answers(QPoint(0, 400), HTCLIENT));
+}
+
+void ProgramWindowWinTest::maximisingSnapsBack()
+{
+    Copy program;
+    const HWND window = start(&program, false);
+    QVERIFY(window);
+    SetWindowPos(window, nullptr, 0, 0, 1600, 1000, SWP_NOZORDER);
+    QVERIFY(waitUntil([&] {
+        RECT rect = {};
+        GetWindowRect(window, &rect);
+        return QSize(rect.right - rect.left, rect.bottom - rect.top) == mainSize;
+    }));
+}
+
+void ProgramWindowWinTest::minimisesAndComesBack()
+{
+    Copy program;
+    const HWND window = start(&program, false);
+    QVERIFY(window);
+    click(window, minimiseButton);
+    QVERIFY(waitUntil([&] { return IsIconic(window) != FALSE; }));
+    QVERIFY(GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX);
+    PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+    QVERIFY(waitUntil([&] { return windowOf(program.pid(), mainSize) && !IsIconic(window); }));
+}
+
+void ProgramWindowWinTest::firstRunGoesOnWithTheChosenLink()
+{
+    Copy program;
+    const HWND window = start(&program, false);
+    QVERIFY(window);
+    QVERIFY(!runs("steam.exe"));
+    // The page may need a moment until it takes clicks.
+    QVERIFY(waitUntil([&] {
+        click(window, wirelessMode);
+        return log().contains("setWiredOrWireless start: false");
+    }));
+    QVERIFY(waitUntil([] { return runs("steam.exe"); }));
+    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
+    QVERIFY(program.waitForEnd());
+}
+
+void ProgramWindowWinTest::dialogIsOpenedByMouseAndClosedByKey()
+{
+    Copy program;
+    const HWND window = start(&program, true);
+    QVERIFY(window);
+    click(window, settingsButton);
+    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
+    const HWND dialog = windowOf(program.pid(), settingsSize);
+    QCOMPARE(GetWindow(dialog, GW_OWNER), window);
+    QVERIFY(!(GetWindowLongW(dialog, GWL_STYLE) & WS_MINIMIZEBOX));
+    // In the middle of the main window.
+    const POINT corner = onScreen(dialog, QPoint(0, 0));
+    const POINT expected = onScreen(window, QPoint(680 - 380, 440 - 312));
+    QCOMPARE(QPoint(corner.x, corner.y), QPoint(expected.x, expected.y));
+    click(dialog, QPoint(40, 590)); // where nothing is
+    QVERIFY(waitUntil([&] {
+        press(VK_ESCAPE);
+        return windowOf(program.pid(), settingsSize) == nullptr;
+    }));
+    QVERIFY(program.isRunning());
+    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
+    QVERIFY(program.waitForEnd());
+}
+
+void ProgramWindowWinTest::closeRequestOfADialogLeavesTheProgram()
+{
+    Copy program;
+    const HWND window = start(&program, true);
+    QVERIFY(window);
+    click(window, settingsButton);
+    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
+    PostMessageW(windowOf(program.pid(), settingsSize), WM_SYSCOMMAND, SC_CLOSE, 0);
+    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) == nullptr; }));
+    QVERIFY(program.isRunning());
+    QVERIFY(IsWindowVisible(window));
+
+    // As Alt+F4 on the window itself: everything is left in order.
+    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+    const std::optional<int> code = program.waitForEnd();
+    QVERIFY(code);
+    QCOMPARE(*code, 0);
+}
+
+void ProgramWindowWinTest::closeButtonEndsTheProgram()
+{
+    Copy program;
+    const HWND window = start(&program, false);
+    QVERIFY(window);
+    QVERIFY(waitUntil([&] {
+        click(window, closeButton);
+        return !program.isRunning();
+    }));
+    const std::optional<int> code = program.waitForEnd();
+    QVERIFY(code);
+    QCOMPARE(*code, 0);
+}
+
+KOLM_GUI_TEST_MAIN(ProgramWindowWinTest)
+#include "tst_program_window_win.moc"
