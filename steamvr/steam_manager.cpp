@@ -267,7 +267,9 @@ void SteamManager::stopSteamVR()
 
 bool SteamManager::shutdownViaVrstartup()
 {
-    const auto location = registry::text(steamVRUninstallKey, QStringLiteral("InstallLocation"));
+    // The launch takes a narrow path, too.
+    const auto location =
+        registry::narrowText(steamVRUninstallKey, QStringLiteral("InstallLocation"));
     if (!location)
         return false;
     return shell_launch::openHiddenAndWait(*location +

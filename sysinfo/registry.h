@@ -16,6 +16,11 @@ bool keyExists(const QString &key);
 // is no text. An empty name reads the key's default value.
 std::optional<QString> text(const QString &key, const QString &name);
 
+// The same through the system's narrow call: at most 260 bytes in the system's
+// code page, so that a longer text is nothing and letters that the code page
+// lacks are lost. For what is handed on to a narrow call anyway.
+std::optional<QString> narrowText(const QString &key, const QString &name);
+
 // The names of the direct subkeys, in the registry's order.
 QStringList subkeys(const QString &key);
 

@@ -9,22 +9,43 @@ namespace registry {
 
 namespace {
 
+constexpr DWORD narrowLimit = 260; // bytes
+
+// Null for a root that nobody asks for.
+HKEY rootOf(const QString &key)
+{
+    const QString root = key.section(QLatin1Char('\\'), 0, 0);
+    if (root == QLatin1String("HKEY_LOCAL_MACHINE"))
+        return HKEY_LOCAL_MACHINE;
+    if (root == QLatin1String("HKEY_CURRENT_USER"))
+        return HKEY_CURRENT_USER;
+    return nullptr;
+}
+
+QString pathOf(const QString &key)
+{
+    return key.section(QLatin1Char('\\'), 1);
+}
+
 // Null when the key cannot be opened.
 RegistryKey open(const QString &key)
 {
-    const QString root = key.section(QLatin1Char('\\'), 0, 0);
-    HKEY parent = nullptr;
-    if (root == QLatin1String("HKEY_LOCAL_MACHINE"))
-        parent = HKEY_LOCAL_MACHINE;
-    else if (root == QLatin1String("HKEY_CURRENT_USER"))
-        parent = HKEY_CURRENT_USER;
-    else
-        return nullptr;
+    const HKEY root = rootOf(key);
     HKEY opened = nullptr;
-    const QString path = key.section(QLatin1Char('\\'), 1);
-    if (RegOpenKeyExW(parent, wide(path), 0, KEY_READ, &opened) != ERROR_SUCCESS)
+    if (!root || RegOpenKeyExW(root, wide(pathOf(key)), 0, KEY_READ, &opened) != ERROR_SUCCESS)
         return nullptr;
     return RegistryKey(opened);
+}
+
+bool isText(DWORD type)
+{
+    return type == REG_SZ || type == REG_EXPAND_SZ;
+}
+
+// Whoever wrote the value may or may not have ended it with a NUL.
+QString untilNul(const QString &value)
+{
+    return value.left(value.indexOf(QChar(0)));
 }
 
 } // namespace
@@ -50,14 +71,29 @@ std::optional<QString> text(const QString &key, const QString &name)
             buffer.resize(bytes / sizeof(wchar_t) + 1);
             continue;
         }
-        if (result != ERROR_SUCCESS || (type != REG_SZ && type != REG_EXPAND_SZ))
+        if (result != ERROR_SUCCESS || !isText(type))
             return std::nullopt;
-        // Whoever wrote the value may or may not have ended it with a NUL.
-        QString value =
-            QString::fromWCharArray(buffer.data(), static_cast<int>(bytes / sizeof(wchar_t)));
-        const int end = value.indexOf(QChar(0));
-        return end < 0 ? value : value.left(end);
+        return untilNul(
+            QString::fromWCharArray(buffer.data(), static_cast<int>(bytes / sizeof(wchar_t))));
     }
+}
+
+std::optional<QString> narrowText(const QString &key, const QString &name)
+{
+    const HKEY root = rootOf(key);
+    HKEY handle = nullptr;
+    if (!root || RegOpenKeyExA(root, pathOf(key).toLocal8Bit().constData(), 0, KEY_READ, &handle) !=
+                     ERROR_SUCCESS)
+        return std::nullopt;
+    const RegistryKey opened(handle);
+    char buffer[narrowLimit];
+    DWORD bytes = narrowLimit;
+    DWORD type = 0;
+    if (RegQueryValueExA(opened.get(), name.toLocal8Bit().constData(), nullptr, &type,
+                         reinterpret_cast<BYTE *>(buffer), &bytes) != ERROR_SUCCESS ||
+        !isText(type))
+        return std::nullopt;
+    return untilNul(QString::fromLocal8Bit(buffer, static_cast<int>(bytes)));
 }
 
 QStringList subkeys(const QString &key)

@@ -140,6 +140,17 @@ private slots:
         QCOMPARE(pc.clock.slept(), 500 + 3 * 1000 + 2500);
     }
 
+    void aFolderTooLongForTheNarrowCallsStartsNothing()
+    {
+        SteamFixture pc(dir());
+        pc.installSteamVR("D:\\" + QString(260, 'V'));
+        pc.pc.startProcess("vrserver.exe");
+        pc.pc.after(1500, [&] { pc.pc.endProcesses("vrserver.exe"); });
+        pc.steam().stopSteamVR();
+        QCOMPARE(pc.pc.journal(), QStringList());
+        QVERIFY(!pc.pc.isRunning("vrserver.exe"));
+    }
+
     void aShutdownCommandThatRunsOnIsWaitedForFiveSeconds()
     {
         SteamFixture pc(dir());

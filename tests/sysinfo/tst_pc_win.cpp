@@ -68,6 +68,7 @@ private slots:
     void aTextWithoutEndIsReadWhole();
     void aTextEndsAtItsFirstNul();
     void whatIsNoTextIsNothing();
+    void theNarrowCallReadsAsMuchAsItHasRoomFor();
     void anExpandableTextStaysAsItIs();
     void subkeysAreNamed();
     void theRootDecides();
@@ -144,6 +145,23 @@ void PcWinTest::whatIsNoTextIsNothing()
     QVERIFY(!registry::text(testKey, QStringLiteral("number")));
     QVERIFY(!registry::text(testKey, QStringLiteral("bytes")));
     QVERIFY(!registry::text(testKey, QStringLiteral("none")));
+}
+
+void PcWinTest::theNarrowCallReadsAsMuchAsItHasRoomFor()
+{
+    TestKey key;
+    const QString name = QStringLiteral("v");
+    key.setText(name, QStringLiteral("C:\\Steam & VR"));
+    QCOMPARE(registry::narrowText(testKey, name).value_or("?"), QString("C:\\Steam & VR"));
+    key.setText(name, QString(259, QChar('x')));
+    QCOMPARE(registry::narrowText(testKey, name).value_or("?"), QString(259, QChar('x')));
+    key.setText(name, QString(260, QChar('x')));
+    QVERIFY(!registry::narrowText(testKey, name));
+    const DWORD number = 0x00410041;
+    key.set(name, REG_DWORD, &number, sizeof number);
+    QVERIFY(!registry::narrowText(testKey, name));
+    QVERIFY(!registry::narrowText(testKey, QStringLiteral("none")));
+    QVERIFY(!registry::narrowText(testKey + "\\none", name));
 }
 
 void PcWinTest::anExpandableTextStaysAsItIs()
