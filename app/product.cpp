@@ -57,8 +57,10 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
                              cloud::builtPeerCheck()},
                             app);
     roadModel_ = new RoadModel(orb_->road(), orb_);
-    QObject::connect(app, &QCoreApplication::aboutToQuit, app,
-                     [] { HttpManager::instance().disconnectAll(); });
+    QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
+        HttpManager::instance().disconnectAll();
+        update->abandon();
+    });
 }
 
 void Product::publish(QQmlApplicationEngine &engine) const

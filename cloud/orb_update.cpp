@@ -104,6 +104,16 @@ void ORBUpdate::queryVersion()
     connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
 }
 
+void ORBUpdate::abandon()
+{
+    const auto replies = networkManager_->findChildren<QNetworkReply *>();
+    for (QNetworkReply *reply : replies) {
+        reply->disconnect(this);
+        delete reply;
+    }
+    networkManager_->clearConnectionCache();
+}
+
 void ORBUpdate::readVersion(QNetworkReply *reply)
 {
     if (reply->error() != QNetworkReply::NoError)

@@ -51,6 +51,10 @@ public:
     // The assistant's version as it is shown, for example "v1.1.16".
     Q_INVOKABLE QString version();
 
+    // Gives up whatever is under way, without a word to anybody. To be called
+    // while the event loop still lives: the network's thread ends with it.
+    void abandon();
+
 private:
     QNetworkReply *get(const QUrl &url);
     void fetchTable();

@@ -454,6 +454,18 @@ private slots:
         QCOMPARE(logged(), QStringList());
     }
 
+    void whatIsUnderWayIsGivenUpWithoutAWord()
+    {
+        cloud_->begin("silent");
+        make(cloud_->host());
+        QTRY_VERIFY(!update_->findChildren<QNetworkReply *>().isEmpty());
+        update_->abandon();
+        QVERIFY(update_->findChildren<QNetworkReply *>().isEmpty());
+        QCOMPARE(logged(), QStringList());
+        QCOMPARE(offers_, QStringList());
+        QCOMPARE(finished_, 0);
+    }
+
     void whoeverHasNoValidCertificateIsNotSpokenToIfThatIsWanted()
     {
         cloud_->begin("newer");
