@@ -10,6 +10,8 @@ extern "C" const char *__lsan_default_suppressions()
 {
     return // The screen of the offscreen platform.
         "leak:libqoffscreen.so\n"
+        // What the X11 platform asks the session for.
+        "leak:libdbus-1.so\n"
         // The textures of images, which Qt Quick's software renderer keeps.
         "leak:libQt5Quick.so\n";
 }
