@@ -63,6 +63,10 @@ function(kolm_library name)
   kolm_compile_settings(kolm_${name})
 endfunction()
 
+# The environment of every test: the system's Qt is not instrumented.
+set(KOLM_SANITIZER_OPTIONS
+  "TSAN_OPTIONS=ignore_noninstrumented_modules=1 suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+
 # kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60])
 # One QtTest program. Built for Windows all of them have the label win as well,
 # and run on Wine when they were built elsewhere (tests/CMakeLists.txt); those that
@@ -100,7 +104,7 @@ function(kolm_test name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TSAN_OPTIONS=ignore_noninstrumented_modules=1 suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${KOLM_SANITIZER_OPTIONS}")
   if(KOLM_ON_WINE)
     set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine)
   endif()
