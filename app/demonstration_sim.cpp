@@ -1,7 +1,7 @@
 #include "app/demonstration_sim.h"
 
 #include "base/clock.h"
-#include "link/console.h"
+#include "base/console.h"
 
 #include <QImage>
 #include <QQuickItem>

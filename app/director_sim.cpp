@@ -1,8 +1,8 @@
 #include "app/director_sim.h"
 
 #include "base/clock.h"
+#include "base/console.h"
 #include "controller/connection_road.h"
-#include "link/console.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "app/log_file.h"
 
-#include "app/append_file.h"
+#include "pc/append_file.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -3,8 +3,8 @@
 #include "app/log_file.h"
 #include "app/product.h"
 #include "app/qml_loading.h"
-#include "app/single_instance.h"
 #include "app/translation.h"
+#include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
 
 #include <QDir>

@@ -7,13 +7,13 @@
 #include "config/config_manager.h"
 #include "controller/orb_manager.h"
 #include "controller/road_model.h"
-#include "link/adb_manger.h"
 #include "link/sys_manager.h"
+#include "pc/shell_launch.h"
 #include "qml/resources.h"
 #include "res/resources.h"
-#include "steamvr/shell_launch.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
+#include "usb/adb_manger.h"
 
 #include <QDebug>
 #include <QDesktopServices>

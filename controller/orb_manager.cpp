@@ -15,9 +15,9 @@
 #include "controller/readiness.h"
 #include "controller/streaming_settings.h"
 #include "controller/vr_list_model.h"
-#include "link/adb_manger.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
+#include "usb/adb_manger.h"
 
 #include <QDebug>
 #include <QLocale>

@@ -1,7 +1,7 @@
 #include "controller/pc_check.h"
 
 #include "config/config_manager.h"
-#include "sysinfo/os_version.h"
+#include "pc/os_version.h"
 #include "sysinfo/system_info.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // When to tell the user that the PC runs on battery.
 #pragma once
 
-#include "sysinfo/power.h"
+#include "pc/power.h"
 
 class PowerTip
 {

@@ -1,6 +1,6 @@
 #include "link/ipc_sock.h"
 
-#include "link/console.h"
+#include "base/console.h"
 
 #include <cstring>
 #include <utility>

@@ -1,7 +1,7 @@
 // Texts on their way to the link's worker thread, and what wakes it.
 #pragma once
 
-#include "link/socket_api.h"
+#include "pc/socket_api.h"
 
 #include <QtGlobal>
 

@@ -1,6 +1,6 @@
 #include "link/poller.h"
 
-#include "link/console.h"
+#include "base/console.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Which sockets of the control link have something to do.
 #pragma once
 
-#include "link/socket_api.h"
+#include "pc/socket_api.h"
 
 // A set of at most 64 sockets and what the last wait said about them. Does not
 // own the sockets. One thread.

@@ -1,8 +1,8 @@
 #include "link/sys_manager.h"
 
+#include "base/console.h"
 #include "link/command_dispatcher.h"
 #include "link/command_protocol.h"
-#include "link/console.h"
 #include "link/ipc_sock.h"
 #include "link/outbox.h"
 #include "link/poller.h"

@@ -1,9 +1,9 @@
 #include "steamvr/steam_manager.h"
 
 #include "config/config_manager.h"
-#include "steamvr/shell_launch.h"
+#include "pc/registry.h"
+#include "pc/shell_launch.h"
 #include "steamvr/vr_server_watcher.h"
-#include "sysinfo/registry.h"
 #include "sysinfo/system_info.h"
 
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/clock.h"
-#include "link/shared_cell.h"
+#include "pc/shared_cell.h"
 
 #include <QMutex>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "steamvr/vr_server_watcher.h"
 
-#include "link/shared_cell.h"
+#include "pc/shared_cell.h"
 
 #include <QThread>
 

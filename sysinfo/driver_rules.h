@@ -1,7 +1,7 @@
 // Whether the graphics driver is new enough. Pure, but for the log.
 #pragma once
 
-#include "sysinfo/display_drivers.h"
+#include "pc/display_drivers.h"
 
 #include <QString>
 #include <QStringList>

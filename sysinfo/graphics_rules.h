@@ -1,8 +1,8 @@
 // What the graphics adapters and Direct3D's answers mean. Pure.
 #pragma once
 
-#include "sysinfo/feature_level.h"
-#include "sysinfo/graphics_adapters.h"
+#include "pc/feature_level.h"
+#include "pc/graphics_adapters.h"
 
 #include <QString>
 

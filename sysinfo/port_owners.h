@@ -1,8 +1,8 @@
 // Which processes hold TCP ports. Pure.
 #pragma once
 
-#include "sysinfo/processes.h"
-#include "sysinfo/tcp_table.h"
+#include "pc/processes.h"
+#include "pc/tcp_table.h"
 
 #include <QList>
 #include <QStringList>

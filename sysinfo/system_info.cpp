@@ -1,15 +1,15 @@
 #include "sysinfo/system_info.h"
 
-#include "sysinfo/audio_devices.h"
-#include "sysinfo/command_pipe.h"
+#include "pc/audio_devices.h"
+#include "pc/command_pipe.h"
+#include "pc/elevated_launch.h"
+#include "pc/memory.h"
+#include "pc/network_profile.h"
+#include "pc/processes.h"
+#include "pc/registry.h"
 #include "sysinfo/driver_rules.h"
-#include "sysinfo/elevated_launch.h"
 #include "sysinfo/graphics_rules.h"
-#include "sysinfo/memory.h"
-#include "sysinfo/network_profile.h"
 #include "sysinfo/port_owners.h"
-#include "sysinfo/processes.h"
-#include "sysinfo/registry.h"
 
 #include <QDebug>
 #include <QProcess>

@@ -1,6 +1,6 @@
 #include "ui/frameless_quick_window.h"
 
-#include "ui/window_frame.h"
+#include "pc/window_frame.h"
 
 #include <QCoreApplication>
 #include <QCursor>

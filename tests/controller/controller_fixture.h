@@ -5,13 +5,13 @@
 #include "base/manual_clock.h"
 #include "config/config_manager.h"
 #include "controller/orb_manager.h"
-#include "link/adb_manger.h"
 #include "link/command_dispatcher.h"
 #include "link/headset_link.h"
 #include "simpc/sim_pc.h"
 #include "simpc/steam_world.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
+#include "usb/adb_manger.h"
 
 #include <QUrl>
 

@@ -1,7 +1,7 @@
 // Any output of adb in any pieces, with checks in between: the machine stays
 // within its states, and reports what it keeps.
-#include "link/adb_rules.h"
 #include "tests/fuzz/require.h"
+#include "usb/adb_rules.h"
 
 #include <QByteArray>
 

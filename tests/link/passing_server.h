@@ -2,8 +2,8 @@
 #pragma once
 
 #include "link/ipc_sock.h"
-#include "tests/link/captured_streams.h"
 #include "tests/link/peer.h"
+#include "tests/support/captured_streams.h"
 
 struct PassingServer
 {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "link/sys_manager.h"
-#include "tests/link/captured_streams.h"
 #include "tests/link/peer.h"
+#include "tests/support/captured_streams.h"
 
 #include <QDeadlineTimer>
 

@@ -1,4 +1,4 @@
-#include "link/socket_api.h"
+#include "pc/socket_api.h"
 #include "tests/link/running_link.h"
 #include "tests/support/test_case.h"
 

@@ -1,7 +1,7 @@
 #include "link/sys_manager.h"
-#include "tests/link/captured_streams.h"
 #include "tests/link/peer.h"
 #include "tests/link/semaphore.h"
+#include "tests/support/captured_streams.h"
 #include "tests/support/test_case.h"
 
 namespace {

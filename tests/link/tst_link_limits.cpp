@@ -1,6 +1,6 @@
 // The link at the limits of the system: no descriptors left, high ones, a
 // connection that is reset.
-#include "link/console.h"
+#include "base/console.h"
 #include "link/ipc_sock.h"
 #include "tests/link/running_link.h"
 #include "tests/support/test_case.h"

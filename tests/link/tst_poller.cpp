@@ -1,5 +1,5 @@
 #include "link/poller.h"
-#include "tests/link/captured_streams.h"
+#include "tests/support/captured_streams.h"
 #include "tests/support/test_case.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "base/manual_clock.h"
+#include "pc/processes.h"
 #include "simpc/sim_pc.h"
-#include "sysinfo/processes.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 

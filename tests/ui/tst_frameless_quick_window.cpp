@@ -1,8 +1,8 @@
 #include "base/manual_clock.h"
+#include "simpc/window_frame_sim.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 #include "ui/frameless_quick_window.h"
-#include "ui/window_frame_sim.h"
 
 #include <QCloseEvent>
 #include <QCursor>

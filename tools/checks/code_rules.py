@@ -5,8 +5,8 @@ import re
 from .tree import Problem, folder_of
 
 # Each folder may include only itself and those after it.
-LAYERS = ["app", "ui", "controller", "cloud", "steamvr", "link", "config", "sysinfo", "simpc",
-          "base"]
+LAYERS = ["app", "ui", "controller", "cloud", "steamvr", "usb", "link", "config", "sysinfo",
+          "simpc", "pc", "base"]
 
 # Folders that are built upon the layers; no layer knows of them.
 ON_TOP = ["tests", "peers", "bench", "tools", "packaging"]
@@ -16,7 +16,7 @@ ON_TOP = ["tests", "peers", "bench", "tools", "packaging"]
 INSTANCE_USERS = {
     # Tests of the instance itself.
     "tests/config/tst_settings_store.cpp": ["ConfigManager"],
-    "tests/link/adb_user_win.cpp": ["AdbManger"],
+    "tests/usb/adb_user_win.cpp": ["AdbManger"],
     "tests/link/tst_control_port.cpp": ["SysManager"],
 }
 

@@ -1,0 +1,67 @@
+#include "pc/command_pipe.h"
+
+#include "pc/handles_win.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <vector>
+
+struct CommandPipe::Private
+{
+    KernelHandle readEnd;
+};
+
+namespace {
+
+std::vector<wchar_t> widened(const QByteArray &text)
+{
+    std::setlocale(LC_CTYPE, "");
+    // Never more characters than bytes. The system writes into the buffer.
+    std::vector<wchar_t> wide(static_cast<size_t>(text.size()) + 1);
+    if (std::mbstowcs(wide.data(), text.constData(), wide.size()) == static_cast<size_t>(-1))
+        wide.front() = 0;
+    return wide;
+}
+
+} // namespace
+
+CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Private>())
+{
+    std::vector<wchar_t> command = widened(commandLine);
+    SECURITY_ATTRIBUTES inherited = {};
+    inherited.nLength = sizeof inherited;
+    inherited.bInheritHandle = TRUE;
+    HANDLE reading = nullptr;
+    HANDLE writing = nullptr;
+    if (!CreatePipe(&reading, &writing, &inherited, 0)) {
+        failure_ = NoPipe;
+        return;
+    }
+    d->readEnd.reset(reading);
+    const KernelHandle writeEnd(writing); // ours is closed before the first read
+
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+    startup.wShowWindow = SW_HIDE;
+    startup.hStdOutput = writing;
+    startup.hStdError = writing;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                        &startup, &process)) {
+        failure_ = NoProcess;
+        return;
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
+CommandPipe::~CommandPipe() = default;
+
+int CommandPipe::read(char *data, int size)
+{
+    DWORD got = 0;
+    if (!ReadFile(d->readEnd.get(), data, static_cast<DWORD>(size), &got, nullptr))
+        return -1;
+    return static_cast<int>(got);
+}

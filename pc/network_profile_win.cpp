@@ -1,0 +1,12 @@
+#include "pc/network_profile.h"
+
+namespace network_profile {
+
+Query query()
+{
+    return {QStringLiteral("powershell"),
+            {QStringLiteral("/c"),
+             QStringLiteral("Get-NetConnectionProfile | findstr NetworkCategory")}};
+}
+
+} // namespace network_profile

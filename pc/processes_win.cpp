@@ -1,0 +1,54 @@
+#include "pc/processes.h"
+
+#include "pc/handles_win.h"
+
+#include <QProcess>
+#include <QStringList>
+
+#include <psapi.h>
+#include <tlhelp32.h>
+
+namespace processes {
+
+namespace {
+
+constexpr int commandLimit = 30000; // ms, to start and to finish
+
+} // namespace
+
+std::vector<Entry> list()
+{
+    std::vector<Entry> entries;
+    const HANDLE taken = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (taken == INVALID_HANDLE_VALUE)
+        return entries;
+    const KernelHandle snapshot(taken);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry))
+        entries.push_back({entry.th32ProcessID, QString::fromWCharArray(entry.szExeFile)});
+    return entries;
+}
+
+QString modulePath(quint32 pid)
+{
+    const KernelHandle process(OpenProcess(PROCESS_ALL_ACCESS, FALSE, pid));
+    if (!process)
+        return {};
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = K32GetModuleFileNameExW(process.get(), nullptr, path, MAX_PATH);
+    return QString::fromWCharArray(path, static_cast<int>(length));
+}
+
+void terminate(quint32 pid)
+{
+    QProcess taskkill;
+    taskkill.start(QStringLiteral("taskkill"),
+                   {QStringLiteral("/PID"), QString::number(pid), QStringLiteral("/F")},
+                   QIODevice::ReadWrite);
+    if (taskkill.waitForStarted(commandLimit))
+        taskkill.waitForFinished(commandLimit);
+}
+
+} // namespace processes

@@ -1,0 +1,126 @@
+#include "pc/shared_cell.h"
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+namespace {
+
+constexpr wchar_t mutexName[] = L"KOLM_ALVRData_Mutex";
+constexpr wchar_t mappingName[] = L"KOLM_ALVRMemory";
+
+// Both sides of the mapping agree on this layout.
+struct Layout
+{
+    quint32 value;
+    quint32 present;
+};
+static_assert(sizeof(Layout) == 8, "the layout is fixed");
+
+struct HandleCloser
+{
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+struct ViewUnmapper
+{
+    void operator()(Layout *view) const { UnmapViewOfFile(view); }
+};
+using View = std::unique_ptr<Layout, ViewUnmapper>;
+
+// Holds the mutex as long as it lives. A mutex whose holder died is as good as
+// any: the eight bytes cannot be left half written in a way that matters.
+class Lock
+{
+public:
+    explicit Lock(HANDLE mutex) : mutex_(mutex)
+    {
+        const DWORD outcome = WaitForSingleObject(mutex, INFINITE);
+        held_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
+    }
+    ~Lock()
+    {
+        if (held_)
+            ReleaseMutex(mutex_);
+    }
+    Lock(const Lock &) = delete;
+    Lock &operator=(const Lock &) = delete;
+
+    bool isHeld() const { return held_; }
+
+private:
+    HANDLE mutex_;
+    bool held_;
+};
+
+} // namespace
+
+// In the order in which they are made; given back the other way round.
+struct SharedCell::Handles
+{
+    Handle mutex;
+    Handle mapping;
+    View view;
+};
+
+SharedCell::SharedCell() = default;
+
+SharedCell::~SharedCell()
+{
+    destroy();
+}
+
+bool SharedCell::create()
+{
+    destroy();
+    auto handles = std::make_unique<Handles>();
+    handles->mutex.reset(CreateMutexW(nullptr, FALSE, mutexName));
+    if (!handles->mutex)
+        return false;
+    // Asked at once: later calls may change it.
+    SetLastError(ERROR_SUCCESS);
+    handles->mapping.reset(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                              sizeof(Layout), mappingName));
+    const bool made = GetLastError() != ERROR_ALREADY_EXISTS;
+    if (!handles->mapping)
+        return false;
+    handles->view.reset(static_cast<Layout *>(
+        MapViewOfFile(handles->mapping.get(), FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Layout))));
+    if (!handles->view)
+        return false;
+    if (made) {
+        const Lock lock(handles->mutex.get());
+        if (lock.isHeld())
+            *handles->view = Layout{0, 0};
+    }
+    handles_ = std::move(handles);
+    return true;
+}
+
+bool SharedCell::read(quint32 *value) const
+{
+    if (!handles_)
+        return false;
+    const Lock lock(handles_->mutex.get());
+    if (!lock.isHeld() || handles_->view->present == 0)
+        return false;
+    *value = handles_->view->value;
+    return true;
+}
+
+bool SharedCell::write(quint32 value)
+{
+    if (!handles_)
+        return false;
+    const Lock lock(handles_->mutex.get());
+    if (!lock.isHeld())
+        return false;
+    handles_->view->value = value;
+    handles_->view->present = 1;
+    return true;
+}
+
+void SharedCell::destroy()
+{
+    handles_.reset();
+}

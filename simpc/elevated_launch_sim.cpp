@@ -1,0 +1,18 @@
+#include "pc/elevated_launch.h"
+
+#include "simpc/sim_pc.h"
+
+namespace elevated_launch {
+
+qint64 start(const QString &program, const QString &workingDir)
+{
+    SimLaunch request;
+    request.program = program;
+    request.workingDir = workingDir;
+    request.elevated = true;
+    const SimLaunchResult result = SimPc::current().launch(request);
+    constexpr qint64 success = 42;
+    return result.started ? success : qint64(result.error);
+}
+
+} // namespace elevated_launch

@@ -1,0 +1,29 @@
+#include "pc/registry.h"
+
+#include "simpc/sim_pc.h"
+
+namespace registry {
+
+bool keyExists(const QString &key)
+{
+    return SimPc::current().hasRegistryKey(key);
+}
+
+std::optional<QString> text(const QString &key, const QString &name)
+{
+    return SimPc::current().registryText(key, name);
+}
+
+std::optional<QString> narrowText(const QString &key, const QString &name)
+{
+    const std::optional<QString> value = text(key, name);
+    constexpr int longest = 259; // and the NUL that ends it
+    return value && value->toUtf8().size() <= longest ? value : std::nullopt;
+}
+
+QStringList subkeys(const QString &key)
+{
+    return SimPc::current().registrySubkeys(key);
+}
+
+} // namespace registry

@@ -1,0 +1,31 @@
+#include "pc/shell_launch.h"
+
+#include "simpc/sim_pc.h"
+
+#include <algorithm>
+
+namespace shell_launch {
+
+Outcome openHiddenAndWait(const QString &program, const QString &parameters, int waitMilliseconds)
+{
+    SimPc &pc = SimPc::current();
+    const qint64 start = pc.clock().elapsed();
+    const SimLaunchResult result = pc.launch({program, parameters, true});
+    Outcome outcome;
+    outcome.started = result.started;
+    outcome.startError = result.error;
+    if (result.started && result.hasHandle) {
+        const bool ends = result.endsAfter >= 0 && result.endsAfter <= waitMilliseconds;
+        pc.clock().sleep(ends ? result.endsAfter : waitMilliseconds);
+        outcome.wait = ends ? Outcome::Ended : Outcome::TimedOut;
+    }
+    outcome.elapsed = pc.clock().elapsed() - start;
+    return outcome;
+}
+
+bool startDetached(const QString &program, const QStringList &arguments)
+{
+    return SimPc::current().launch({program, arguments.join(' '), false}).started;
+}
+
+} // namespace shell_launch

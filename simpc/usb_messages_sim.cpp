@@ -1,0 +1,73 @@
+#include "pc/usb_messages.h"
+
+#include "simpc/sim_pc.h"
+
+#include <condition_variable>
+#include <deque>
+#include <iostream>
+#include <mutex>
+#include <thread>
+
+// The PC tells of a device on whichever thread notices it; the messages' own
+// thread takes it from there, like the window that Windows sends messages to.
+struct UsbMessages::Private
+{
+    void post(const QString &interfacePath)
+    {
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            paths.push_back(interfacePath);
+        }
+        wakeUp.notify_one();
+    }
+
+    void run()
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        while (!exiting) {
+            if (paths.empty()) {
+                wakeUp.wait(lock);
+                continue;
+            }
+            const QString path = paths.front();
+            paths.pop_front();
+            lock.unlock();
+            changed(path);
+            lock.lock();
+        }
+        std::cout << "worker receive the exiting Message..." << std::endl;
+    }
+
+    Changed changed;
+    std::mutex mutex; // guards the next two
+    std::deque<QString> paths;
+    bool exiting = false;
+    std::condition_variable wakeUp;
+    std::thread thread;
+};
+
+UsbMessages::UsbMessages(Changed changed) : d(std::make_unique<Private>())
+{
+    d->changed = std::move(changed);
+    SimPc::current().onUsbChange([this](const QString &path) { d->post(path); });
+    d->thread = std::thread([this] { d->run(); });
+}
+
+UsbMessages::~UsbMessages()
+{
+    stop();
+}
+
+bool UsbMessages::stop()
+{
+    if (!d->thread.joinable())
+        return false;
+    SimPc::current().onUsbChange({});
+    {
+        const std::lock_guard<std::mutex> lock(d->mutex);
+        d->exiting = true;
+    }
+    d->wakeUp.notify_one();
+    d->thread.join();
+    return true;
+}

@@ -1,0 +1,175 @@
+#include "pc/shell_launch.h"
+#include "tests/support/test_case.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <future>
+
+#include <windows.h>
+
+using shell_launch::Outcome;
+
+namespace {
+
+void closeMessageBox()
+{
+    const HWND box = FindWindowW(L"#32770", nullptr);
+    DWORD owner = 0;
+    if (box && GetWindowThreadProcessId(box, &owner) && owner == GetCurrentProcessId())
+        PostMessageW(box, WM_CLOSE, 0, 0);
+}
+
+} // namespace
+
+class ShellLaunchWinTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void waitsForTheEnd();
+    void leavesAProgramRunningAfterItsTime();
+    void passesTheParametersAndHidesTheWindow();
+    void startsWhatTheNarrowPathCanName();
+    void saysThatItCouldNotStart_data();
+    void saysThatItCouldNotStart();
+    void startsDetachedWithItsArguments();
+    void aProgramThatIsNotThereDoesNotStart();
+    void handsAUrlToItsProgram();
+
+private:
+    QString helper(const QString &name) const;
+    QStringList noteOf(const QString &name) const;
+};
+
+void ShellLaunchWinTest::init()
+{
+    TestCase::init();
+    QVERIFY(QFile::copy(QStringLiteral(KOLM_TEST_HELPER), path(QStringLiteral("helper.exe"))));
+}
+
+QString ShellLaunchWinTest::helper(const QString &name) const
+{
+    return QDir::toNativeSeparators(path(name));
+}
+
+// Command line and show command that a helper has noted; empty after a while
+// without any.
+QStringList ShellLaunchWinTest::noteOf(const QString &name) const
+{
+    QStringList lines;
+    [&] {
+        QTRY_COMPARE_WITH_TIMEOUT((lines = QString::fromUtf8(readFile(name)).split('\n')).size(), 3,
+                                  30000);
+    }();
+    return lines;
+}
+
+void ShellLaunchWinTest::waitsForTheEnd()
+{
+    const Outcome outcome = shell_launch::openHiddenAndWait(QStringLiteral(KOLM_TEST_HELPER),
+                                                            QStringLiteral("last 300"), 60000);
+    QVERIFY(outcome.started);
+    QCOMPARE(outcome.wait, Outcome::Ended);
+    QVERIFY(outcome.elapsed >= 300);
+    QCOMPARE(outcome.startError, 0u);
+}
+
+void ShellLaunchWinTest::leavesAProgramRunningAfterItsTime()
+{
+    const Outcome outcome = shell_launch::openHiddenAndWait(QStringLiteral(KOLM_TEST_HELPER),
+                                                            QStringLiteral("last 3000"), 200);
+    QVERIFY(outcome.started);
+    QCOMPARE(outcome.wait, Outcome::TimedOut);
+    QVERIFY(outcome.elapsed >= 200);
+}
+
+void ShellLaunchWinTest::passesTheParametersAndHidesTheWindow()
+{
+    const Outcome outcome = shell_launch::openHiddenAndWait(
+        QStringLiteral(KOLM_TEST_HELPER), QStringLiteral("note noted -silent"), 60000);
+    QVERIFY(outcome.started);
+    QCOMPARE(outcome.wait, Outcome::Ended);
+    const QStringList noted = noteOf(QStringLiteral("noted"));
+    QVERIFY2(noted[0].endsWith(QLatin1String(" note noted -silent")), qPrintable(noted[0]));
+    QCOMPARE(noted[1].toInt(), SW_HIDE);
+}
+
+void ShellLaunchWinTest::startsWhatTheNarrowPathCanName()
+{
+    // Blanks, an ampersand and an accent are in every western code page.
+    QVERIFY(QFile::copy(QStringLiteral(KOLM_TEST_HELPER),
+                        QDir::temp().filePath(QString::fromUtf8("a & é.exe"))));
+    const QString program =
+        QDir::toNativeSeparators(QDir::temp().filePath(QString::fromUtf8("a & é.exe")));
+    const Outcome outcome =
+        shell_launch::openHiddenAndWait(program, QStringLiteral("last 0"), 60000);
+    QVERIFY(QFile::remove(program));
+    QVERIFY(outcome.started);
+    QCOMPARE(outcome.wait, Outcome::Ended);
+}
+
+void ShellLaunchWinTest::saysThatItCouldNotStart_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("no such file") << QStringLiteral("C:\\windows\\no such program.exe");
+    QTest::newRow("no such folder") << QStringLiteral("C:\\no such folder\\steam.exe");
+}
+
+void ShellLaunchWinTest::saysThatItCouldNotStart()
+{
+    QFETCH(QString, program);
+    std::future<Outcome> launch = std::async(std::launch::async, [&program] {
+        return shell_launch::openHiddenAndWait(program, QString(), 60000);
+    });
+    // The shell itself tells the user first. (On Wine that makes the system forget
+    // the error's number.)
+    while (launch.wait_for(std::chrono::milliseconds(20)) == std::future_status::timeout)
+        closeMessageBox();
+    const Outcome outcome = launch.get();
+    QVERIFY(!outcome.started);
+}
+
+void ShellLaunchWinTest::startsDetachedWithItsArguments()
+{
+    QVERIFY(shell_launch::startDetached(
+        helper(QStringLiteral("helper.exe")),
+        {QStringLiteral("note"), QStringLiteral("noted"), QStringLiteral("two words")}));
+    const QStringList noted = noteOf(QStringLiteral("noted"));
+    QVERIFY2(noted[0].endsWith(QLatin1String(" note noted \"two words\"")), qPrintable(noted[0]));
+}
+
+void ShellLaunchWinTest::aProgramThatIsNotThereDoesNotStart()
+{
+    QVERIFY(!shell_launch::startDetached(helper(QStringLiteral("missing.exe")), {}));
+}
+
+// The way to SteamVR: the desktop's own program is given a URL, and whoever has
+// registered the scheme gets it.
+void ShellLaunchWinTest::handsAUrlToItsProgram()
+{
+    const QString command =
+        QStringLiteral("\"%1\" note \"%2\" \"%3\"")
+            .arg(helper(QStringLiteral("helper.exe")),
+                 QDir::toNativeSeparators(path(QStringLiteral("noted"))), QStringLiteral("%1"));
+    HKEY scheme = nullptr;
+    QCOMPARE(RegCreateKeyW(HKEY_CLASSES_ROOT, L"kolm-test\\shell\\open\\command", &scheme), 0);
+    const std::wstring wide = command.toStdWString();
+    RegSetValueExW(scheme, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE *>(wide.c_str()),
+                   static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(scheme);
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, L"kolm-test", L"URL Protocol", REG_SZ, L"", 2);
+
+    const bool started = shell_launch::startDetached(
+        QStringLiteral("explorer"), {QStringLiteral("kolm-test://rungameid/250820")});
+    const QStringList noted = noteOf(QStringLiteral("noted"));
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L"kolm-test");
+    QVERIFY(started);
+    QVERIFY2(noted[0].endsWith(QLatin1String("\"kolm-test://rungameid/250820\"")),
+             qPrintable(noted[0]));
+}
+
+KOLM_TEST_MAIN(ShellLaunchWinTest)
+#include "tst_shell_launch_win.moc"

@@ -1,0 +1,492 @@
+#include "base/manual_clock.h"
+#include "simpc/sim_pc.h"
+#include "tests/support/test_case.h"
+#include "usb/adb_manger.h"
+
+#include <QDir>
+#include <QSignalSpy>
+
+namespace {
+
+const QString headsetPath =
+    QStringLiteral(R"(\\?\usb#vid_05c6&pid_903a#pa7910#{a5dcbf10-6530-11d2-901f-00c04fb951ed})");
+const QString version = QStringLiteral("adb --version");
+const QString list = QStringLiteral("adb devices && adb forward --list");
+const QString forward =
+    QStringLiteral("adb forward tcp:9943 tcp:9943 && adb forward tcp:9944 tcp:9944 && "
+                   "adb reverse tcp:50000 tcp:50000 && adb reverse tcp:50001 tcp:50001");
+const QString listPorts = QStringLiteral("adb forward --list && adb reverse --list");
+const QString removePorts = QStringLiteral("adb forward --remove-all && adb reverse --remove-all");
+const QByteArray noDevice = "List of devices attached\r\n\r\n";
+
+QByteArray device(const QByteArray &serial)
+{
+    return "List of devices attached\r\n" + serial + "\tdevice\r\n\r\n";
+}
+
+// A manager whose command lines are noted down instead of run.
+struct Adb
+{
+    explicit Adb(ManualClock &time) : clock(time)
+    {
+        QObject::connect(manager.get(), &AdbManger::deviceConnect,
+                         [this](bool connect, const QString &serial) {
+                             said << (connect ? "connect " : "gone ") + serial;
+                         });
+        QObject::connect(manager.get(), &AdbManger::showAdbTipToast, [this] { said << "tip"; });
+    }
+
+    // Brings the version query to its end.
+    void settle()
+    {
+        manager->take("Android Debug Bridge version 1.0.41\r\n");
+        clock.advance(600);
+        lines.clear();
+    }
+    // A check with its question and the answers to it.
+    void check(const QByteArray &devices, const QByteArray &forwards)
+    {
+        manager->checkDevice();
+        clock.advance(800);
+        manager->take(devices);
+        manager->take(forwards);
+    }
+
+    ManualClock &clock;
+    QStringList lines;
+    QStringList folders;
+    QStringList said;
+    std::unique_ptr<AdbManger> manager = std::make_unique<AdbManger>(
+        AdbManger::Environment{clock, [this](const QString &line, const QString &folder) {
+                                   lines << line;
+                                   folders << folder;
+                               }});
+};
+
+} // namespace
+
+class AdbMangerTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void hasItsSignalsInOrder();
+    void killsEveryAdb();
+    void killsNothingWithoutAdb();
+
+    void asksTheAdbOnTheSearchPathForItsVersion();
+    void takesTheAdbThatRunsAlready();
+    void takesTheFirstOfSeveral();
+    void takesARunningAdbInAFolderWithABlank();
+    void usesItsOwnAdbWhenNoneAnswers();
+    void usesItsOwnAdbInAFolderWithoutBlanks();
+    void aVersionThatComesWithinTheGraceLetsTheCheckThrough();
+    void aVersionThatComesAfterTheShippedAdbWasTakenIsOutput();
+
+    void aCheckAsksAfterAMoment();
+    void aHeadsetIsReportedOnceAndGetsItsPorts();
+    void whileThePortsAreListedACheckOnlyMakesItIdle();
+    void aHeadsetThatIsThereAgainIsReportedAgain();
+    void aSecondHeadsetReplacesTheFirst();
+    void twoHeadsetsAreReportedAsOneText();
+    void theFirstEmptyListIsNews();
+    void anOfflineHeadsetRestartsAdbAndTellsTheUser();
+    void anAdbThatNeverAnswersIsAskedAgainAfterThreeChecks();
+    void everyOutputMakesItIdleAMomentLater();
+    void outputCountsUpToANul();
+
+    void aPluggedHeadsetMakesItCheckOnItsOwnThread();
+    void otherDevicesMakeItDoNothing();
+
+    void atItsEndItEndsAdb_data();
+    void atItsEndItEndsAdb();
+    void atItsEndItLeavesARunningServerWithoutPorts();
+
+private:
+    ManualClock clock_;
+};
+
+void AdbMangerTest::hasItsSignalsInOrder()
+{
+    const QMetaObject &meta = AdbManger::staticMetaObject;
+    QList<QByteArray> methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods << meta.method(i).methodSignature();
+    QCOMPARE(methods, (QList<QByteArray>{"checkdevice()", "showAdbTipToast()",
+                                         "deviceConnect(bool,QString)", "checkDevice()"}));
+    QCOMPARE(meta.method(meta.methodOffset() + 2).parameterNames(),
+             (QList<QByteArray>{"connect", "sn"}));
+}
+
+void AdbMangerTest::killsEveryAdb()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    pc.startProcess("adb.exe", "C:/a/adb.exe");
+    pc.startProcess("ADB.EXE", "C:/b/ADB.EXE");
+    pc.startProcess("steam.exe", "C:/Steam/steam.exe");
+    pc.startProcess("adb.exe", "D:/b c/adb.exe");
+    adb.manager->killAdb();
+    QVERIFY(!pc.isRunning("adb.exe"));
+    QStringList left;
+    for (const SimProcess &process : pc.processes())
+        left << process.name;
+    QCOMPARE(left, (QStringList{"ADB.EXE", "steam.exe"}));
+}
+
+void AdbMangerTest::killsNothingWithoutAdb()
+{
+    SimPc pc(clock_);
+    pc.startProcess("steam.exe", "C:/Steam/steam.exe");
+    Adb adb(clock_);
+    adb.manager->killAdb();
+    QCOMPARE(pc.journal(), QStringList());
+    QVERIFY(pc.isRunning("steam.exe"));
+}
+
+void AdbMangerTest::asksTheAdbOnTheSearchPathForItsVersion()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    QCOMPARE(adb.lines, QStringList{version});
+    adb.manager->take("Android Debug Bridge version 1.0.41\r\n");
+    clock_.advance(600);
+    adb.check(noDevice, "");
+    QCOMPARE(adb.lines, (QStringList{version, list}));
+    QCOMPARE(adb.folders, (QStringList{"", ""}));
+    QCOMPARE(logged(), (QStringList{"adb cmd: " + version, "use local adb", "adb cmd: " + list}));
+}
+
+void AdbMangerTest::takesTheAdbThatRunsAlready()
+{
+    SimPc pc(clock_);
+    pc.startProcess("adb.exe", "D:/tools/adb.exe");
+    Adb adb(clock_);
+    QCOMPARE(adb.lines, QStringList());
+    adb.check(noDevice, "");
+    QCOMPARE(adb.lines, QStringList{"D:/tools/adb.exe devices && D:/tools/adb.exe forward --list"});
+    QCOMPARE(adb.folders, QStringList{""});
+    QCOMPARE(logged(), (QStringList{"use started adb", "adb ORB: " + list}));
+}
+
+void AdbMangerTest::takesTheFirstOfSeveral()
+{
+    SimPc pc(clock_);
+    pc.startProcess("ADB.EXE", "C:/zero/adb.exe");
+    pc.startProcess("adb.exe", "C:/one/adb.exe");
+    pc.startProcess("adb.exe", "C:/two/adb.exe");
+    Adb adb(clock_);
+    adb.check(noDevice, "");
+    QCOMPARE(adb.lines, QStringList{"C:/one/adb.exe devices && C:/one/adb.exe forward --list"});
+}
+
+void AdbMangerTest::takesARunningAdbInAFolderWithABlank()
+{
+    SimPc pc(clock_);
+    pc.startProcess("adb.exe", "D:\\my tools\\adb.exe");
+    Adb adb(clock_);
+    adb.check(device("A"), "\r\n");
+    clock_.advance(1200);
+    QCOMPARE(adb.lines, (QStringList{list, forward, listPorts}));
+    for (const QString &folder : qAsConst(adb.folders))
+        QCOMPARE(folder, QString("D:\\my tools\\"));
+}
+
+void AdbMangerTest::usesItsOwnAdbWhenNoneAnswers()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.lines.clear();
+    adb.manager->checkDevice(); // begins the grace
+    clock_.advance(399);
+    adb.manager->checkDevice(); // within it
+    clock_.advance(1);
+    clock_.advance(5000);
+    QCOMPARE(adb.lines, QStringList());
+    adb.manager->checkDevice(); // after it
+    QCOMPARE(loggedCount("use ORBHelper adb"), 1);
+    clock_.advance(799);
+    QCOMPARE(adb.lines, QStringList());
+    clock_.advance(1);
+    // The test's folder has blanks in its name.
+    QCOMPARE(adb.lines, QStringList{list});
+    QCOMPARE(adb.folders.last(), QDir::currentPath() + "/ADB/");
+    QCOMPARE(loggedCount("adb ORB: " + list), 1);
+}
+
+void AdbMangerTest::usesItsOwnAdbInAFolderWithoutBlanks()
+{
+    SimPc pc(clock_);
+    QVERIFY(QDir::setCurrent("/"));
+    Adb adb(clock_);
+    adb.lines.clear();
+    adb.manager->checkDevice();
+    clock_.advance(400);
+    adb.check(noDevice, "");
+    QCOMPARE(adb.lines, QStringList{"//ADB/adb.exe devices && //ADB/adb.exe forward --list"});
+    QCOMPARE(adb.folders.last(), QString());
+}
+
+void AdbMangerTest::aVersionThatComesWithinTheGraceLetsTheCheckThrough()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.lines.clear();
+    adb.manager->checkDevice();
+    clock_.advance(100);
+    adb.manager->take("Android Debug Bridge version 1.0.41\r\n");
+    clock_.advance(300); // the check that was put off
+    clock_.advance(800);
+    QCOMPARE(adb.lines, QStringList{list});
+    QCOMPARE(loggedCount("use ORBHelper adb"), 0);
+}
+
+void AdbMangerTest::aVersionThatComesAfterTheShippedAdbWasTakenIsOutput()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.manager->checkDevice();
+    clock_.advance(400);
+    adb.manager->checkDevice();
+    adb.manager->take("Android Debug Bridge version 1.0.41\r\n");
+    QCOMPARE(loggedCount("use local adb"), 0);
+    QCOMPARE(adb.said, QStringList());
+}
+
+void AdbMangerTest::aCheckAsksAfterAMoment()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.manager->checkDevice();
+    clock_.advance(799);
+    QCOMPARE(adb.lines, QStringList());
+    clock_.advance(1);
+    QCOMPARE(adb.lines, QStringList{list});
+}
+
+void AdbMangerTest::aHeadsetIsReportedOnceAndGetsItsPorts()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    clearLog();
+    adb.check(device("PA7910"), "\r\n");
+    QCOMPARE(adb.said, QStringList{"connect PA7910"});
+    QCOMPARE(adb.lines, QStringList{list});
+    clock_.advance(199);
+    QCOMPARE(adb.lines.size(), 1);
+    clock_.advance(1);
+    QCOMPARE(adb.lines, (QStringList{list, forward}));
+    clock_.advance(999);
+    QCOMPARE(adb.lines.size(), 2);
+    clock_.advance(1);
+    QCOMPARE(adb.lines, (QStringList{list, forward, listPorts}));
+    QCOMPARE(logged(), (QStringList{"adb cmd: " + list, "forward tcp", "adb cmd: " + forward,
+                                    "forward list", "adb cmd: " + listPorts}));
+    // The list of ports is no list of devices.
+    adb.manager->take("\r\n");
+    clock_.advance(1200);
+    QCOMPARE(adb.lines.size(), 3);
+
+    adb.check(device("PA7910"), "PA7910 tcp:9943 tcp:9943\r\nPA7910 tcp:9944 tcp:9944\r\n\r\n");
+    clock_.advance(5000);
+    QCOMPARE(adb.said, QStringList{"connect PA7910"});
+    QCOMPARE(adb.lines.size(), 4);
+}
+
+void AdbMangerTest::whileThePortsAreListedACheckOnlyMakesItIdle()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check(device("A"), "\r\n");
+    adb.manager->checkDevice(); // while they wait to be set up
+    clock_.advance(1200);       // now they are listed
+    QCOMPARE(adb.lines, (QStringList{list, forward, listPorts}));
+    adb.manager->take(device("B")); // no answer to a question of its own
+    QCOMPARE(adb.said, QStringList{"connect A"});
+    adb.manager->checkDevice();
+    clock_.advance(800);
+    QCOMPARE(adb.lines.size(), 3);
+    adb.manager->checkDevice();
+    clock_.advance(800);
+    QCOMPARE(adb.lines.size(), 4);
+    QCOMPARE(adb.lines.last(), list);
+}
+
+void AdbMangerTest::aHeadsetThatIsThereAgainIsReportedAgain()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    const QByteArray forwards = "A tcp:9943 tcp:9943\r\n\r\n";
+    for (const QByteArray &answer : {device("A"), noDevice, noDevice, device("A")}) {
+        adb.check(answer, forwards);
+        clock_.advance(600);
+    }
+    QCOMPARE(adb.said, (QStringList{"connect A", "gone ", "connect A"}));
+}
+
+void AdbMangerTest::aSecondHeadsetReplacesTheFirst()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check(device("A"), "A tcp:9943 tcp:9943\r\n\r\n");
+    clock_.advance(600);
+    adb.check(device("B"), "\r\n");
+    QCOMPARE(adb.said, (QStringList{"connect A", "connect B"}));
+    clock_.advance(200);
+    QCOMPARE(adb.lines.last(), forward); // the first one's ports went with it
+}
+
+void AdbMangerTest::twoHeadsetsAreReportedAsOneText()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check("List of devices attached\r\nA\tdevice\r\nB\tdevice\r\n\r\n", "x");
+    QCOMPARE(adb.said, QStringList{"connect A\tdevice\r\nB"});
+}
+
+void AdbMangerTest::theFirstEmptyListIsNews()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check(noDevice, "x");
+    clock_.advance(600);
+    adb.check(noDevice, "x");
+    QCOMPARE(adb.said, QStringList{"gone "});
+}
+
+void AdbMangerTest::anOfflineHeadsetRestartsAdbAndTellsTheUser()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    pc.startProcess("adb.exe", "C:/adb.exe");
+    adb.check("List of devices attached\r\nA\toffline\r\n\r\n", "x");
+    QCOMPARE(adb.said, QStringList{"tip"});
+    QCOMPARE(pc.journal(), QStringList{"terminate adb.exe"});
+    clock_.advance(600);
+    adb.check(device("A"), "x");
+    QCOMPARE(adb.said, (QStringList{"tip", "connect A"}));
+}
+
+void AdbMangerTest::anAdbThatNeverAnswersIsAskedAgainAfterThreeChecks()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    QList<int> asked;
+    for (int poll = 0; poll < 9; ++poll) {
+        adb.manager->checkDevice();
+        clock_.advance(5000);
+        asked << adb.lines.size();
+    }
+    QCOMPARE(asked, (QList<int>{1, 1, 1, 1, 2, 2, 2, 2, 3}));
+}
+
+void AdbMangerTest::everyOutputMakesItIdleAMomentLater()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.manager->checkDevice();
+    adb.manager->take("whatever"); // the state is two now
+    clock_.advance(599);
+    adb.manager->checkDevice(); // counts as unanswered
+    clock_.advance(1);
+    adb.manager->checkDevice(); // idle: asks
+    clock_.advance(800);
+    QCOMPARE(adb.lines, (QStringList{list, list}));
+}
+
+void AdbMangerTest::outputCountsUpToANul()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    adb.check(device("A") + QByteArray("\0junk", 5), "x");
+    QCOMPARE(adb.said, QStringList{"connect A"});
+    clock_.advance(600);
+    adb.check("List of devices attached\r\n\xe9\tdevice\r\n\r\n", "x");
+    QCOMPARE(adb.said.last(), QString("connect ") + QChar(0xe9));
+}
+
+void AdbMangerTest::aPluggedHeadsetMakesItCheckOnItsOwnThread()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    QThread *thread = nullptr;
+    connect(adb.manager.get(), &AdbManger::checkdevice, adb.manager.get(),
+            [&thread] { thread = QThread::currentThread(); });
+    pc.usbChanged(headsetPath);
+    QTRY_VERIFY(thread);
+    QCOMPARE(thread, QThread::currentThread());
+    clock_.advance(800);
+    QCOMPARE(adb.lines, QStringList{list});
+}
+
+void AdbMangerTest::otherDevicesMakeItDoNothing()
+{
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    adb.settle();
+    int checks = 0;
+    connect(adb.manager.get(), &AdbManger::checkdevice, adb.manager.get(), [&checks] { ++checks; });
+    pc.usbChanged(R"(\\?\USBSTOR#Disk&Ven_Acme#0123&0#{53f56307-b6bf-11d0-94f2-00a0c91efb8b})");
+    pc.usbChanged(R"(\\?\PCI#VEN_8086&DEV_15B8#3&1#{ad498944-762f-11d0-8dcb-00c04fc3358c})");
+    pc.usbChanged(headsetPath); // the last one of the three
+    QTRY_COMPARE(checks, 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(checks, 1);
+}
+
+void AdbMangerTest::atItsEndItEndsAdb_data()
+{
+    QTest::addColumn<bool>("shipped");
+    QTest::newRow("the one on the search path") << false;
+    QTest::newRow("the shipped one") << true;
+}
+
+void AdbMangerTest::atItsEndItEndsAdb()
+{
+    QFETCH(bool, shipped);
+    SimPc pc(clock_);
+    Adb adb(clock_);
+    if (shipped) {
+        adb.manager->checkDevice();
+        clock_.advance(400);
+        adb.manager->checkDevice();
+    } else {
+        adb.settle();
+    }
+    pc.startProcess("adb.exe", "C:/adb.exe");
+    adb.lines.clear();
+    adb.manager.reset();
+    QVERIFY(!pc.isRunning("adb.exe"));
+    QCOMPARE(adb.lines, QStringList());
+    clock_.advance(10000); // nothing runs on
+    QCOMPARE(adb.lines, QStringList());
+    pc.usbChanged(headsetPath); // nobody listens any more
+}
+
+void AdbMangerTest::atItsEndItLeavesARunningServerWithoutPorts()
+{
+    SimPc pc(clock_);
+    pc.startProcess("adb.exe", "C:/adb.exe");
+    Adb adb(clock_);
+    adb.manager.reset();
+    QVERIFY(pc.isRunning("adb.exe"));
+    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(adb.lines,
+             QStringList{"C:/adb.exe forward --remove-all && C:/adb.exe reverse --remove-all"});
+    QCOMPARE(loggedCount("adb ORB: " + removePorts), 1);
+}
+
+KOLM_TEST_MAIN(AdbMangerTest)
+#include "tst_adb_manger.moc"

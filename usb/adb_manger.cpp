@@ -1,0 +1,192 @@
+#include "usb/adb_manger.h"
+
+#include "base/clock.h"
+#include "pc/adb_shell.h"
+#include "sysinfo/system_info.h"
+#include "usb/usb_watcher.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QProcess>
+
+using adb_rules::Answer;
+using adb_rules::Check;
+
+namespace {
+
+constexpr int versionGrace = 400;      // ms for the answer to the version query
+constexpr int askDelay = 800;          // ms from a check to its question
+constexpr int forwardDelay = 200;      // ms until the ports are set up
+constexpr int listDelay = 1000;        // ms after that until they are listed
+constexpr int idleDelay = 600;         // ms from any output to the idle state
+constexpr int lastCommandLimit = 3000; // ms for the last command of all
+
+QString adbName()
+{
+    return QStringLiteral("adb.exe");
+}
+
+} // namespace
+
+AdbManger::AdbManger(const Environment &environment, QObject *parent)
+    : QObject(parent), clock_(environment.clock), start_(environment.start),
+      process_(new QProcess(this))
+{
+    // The same as QProcess::systemEnvironment(), but on Windows that one loses
+    // the letters of folders that the system's code page lacks.
+    process_->setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    chooseAdb();
+    connect(process_, &QProcess::readyReadStandardOutput, this, &AdbManger::onOutput);
+    connect(this, &AdbManger::checkdevice, this, &AdbManger::checkDevice);
+    watcher_ = std::make_unique<UsbWatcher>([this] { emit checkdevice(); });
+}
+
+AdbManger::~AdbManger()
+{
+    dropCommand();
+    if (now_.mode == adb_rules::AlreadyRunning)
+        takePortsBack();
+    else
+        killAdb();
+    if (!watcher_->stop())
+        qInfo("install winproc fail");
+    dropCommand();
+}
+
+AdbManger &AdbManger::instance()
+{
+    static AdbManger manager({Clock::system()});
+    return manager;
+}
+
+void AdbManger::chooseAdb()
+{
+    if (!SystemInfo::isProcessRunning(adbName())) {
+        now_.mode = adb_rules::OnSearchPath;
+        now_.state = adb_rules::AwaitingVersion;
+        runAdb(QStringLiteral("adb --version"));
+        return;
+    }
+    now_.mode = adb_rules::AlreadyRunning;
+    const QString path = SystemInfo::processPath(adbName());
+    useAdb(path, adb_rules::workingFolder(path));
+    qInfo("use started adb");
+}
+
+void AdbManger::useAdb(const QString &path, const QString &folder)
+{
+    adbPath_ = path;
+    if (!folder.isEmpty())
+        process_->setWorkingDirectory(folder);
+}
+
+void AdbManger::killAdb()
+{
+    if (SystemInfo::isProcessRunning(adbName()))
+        SystemInfo::killProcesses({adbName()});
+}
+
+void AdbManger::runAdb(const QString &command)
+{
+    const char *whose = now_.mode == adb_rules::OnSearchPath ? "adb cmd: " : "adb ORB: ";
+    qInfo().noquote().nospace() << whose << command;
+    start(adb_rules::commandLine(command, now_.mode, adb_shell::word(adbPath_)));
+}
+
+void AdbManger::start(const QString &line)
+{
+    if (start_) {
+        start_(line, process_->workingDirectory());
+        return;
+    }
+    const adb_shell::Call call = adb_shell::call(line);
+    process_->start(call.program, call.arguments, QIODevice::ReadWrite);
+}
+
+void AdbManger::checkDevice()
+{
+    const Check check = adb_rules::check(now_);
+    now_ = check.next;
+    if (check.useShipped) {
+        const QString folder = QDir::currentPath() + QStringLiteral("/ADB/");
+        const QString path = folder + adbName();
+        useAdb(path, path.contains(' ') ? folder : QString());
+        qInfo("use ORBHelper adb");
+    }
+    if (check.deed == Check::GiveGrace) {
+        clock_.singleShot(versionGrace, this, [this] {
+            checkDevice();
+            now_.grace = adb_rules::Over;
+        });
+    } else if (check.deed == Check::AskForDevices) {
+        clock_.singleShot(askDelay, this,
+                          [this] { runAdb(QStringLiteral("adb devices && adb forward --list")); });
+    }
+}
+
+void AdbManger::onOutput()
+{
+    take(adb_shell::withWindowsLineEnds(process_->readAllStandardOutput()));
+}
+
+void AdbManger::take(const QByteArray &output)
+{
+    // Up to a NUL, if there is one.
+    const Answer answer = adb_rules::answer(now_, QString::fromLatin1(output.constData()));
+    now_ = answer.next;
+    switch (answer.deed) {
+    case Answer::Nothing:
+        break;
+    case Answer::UseLocal:
+        qInfo("use local adb");
+        break;
+    case Answer::RestartAdb:
+        killAdb();
+        emit showAdbTipToast();
+        break;
+    case Answer::SetUpPorts:
+        setUpPorts();
+        break;
+    case Answer::ReportGone:
+        emit deviceConnect(false, QString());
+        break;
+    case Answer::ReportHeadset:
+        emit deviceConnect(true, now_.serial);
+        break;
+    }
+    clock_.singleShot(idleDelay, this, [this] { now_.state = adb_rules::Idle; });
+}
+
+void AdbManger::setUpPorts()
+{
+    clock_.singleShot(forwardDelay, this, [this] {
+        qInfo("forward tcp");
+        runAdb(
+            QStringLiteral("adb forward tcp:9943 tcp:9943 && adb forward tcp:9944 tcp:9944 && "
+                           "adb reverse tcp:50000 tcp:50000 && adb reverse tcp:50001 tcp:50001"));
+        clock_.singleShot(listDelay, this, [this] {
+            now_.state = adb_rules::Forwarding;
+            qInfo("forward list");
+            runAdb(QStringLiteral("adb forward --list && adb reverse --list"));
+        });
+    });
+}
+
+// Ends the command interpreter that is at work. It may be waiting for an adb
+// that hangs, and would start a new server if adb was ended under it.
+void AdbManger::dropCommand()
+{
+    process_->disconnect(this);
+    if (process_->state() == QProcess::NotRunning)
+        return;
+    process_->kill();
+    process_->waitForFinished(lastCommandLimit);
+}
+
+// The only command that is waited for: with this object ends the process that
+// runs it.
+void AdbManger::takePortsBack()
+{
+    runAdb(QStringLiteral("adb forward --remove-all && adb reverse --remove-all"));
+    process_->waitForFinished(lastCommandLimit);
+}

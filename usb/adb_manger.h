@@ -1,0 +1,83 @@
+// The headset on the USB cable, reached through adb.
+#pragma once
+
+#include "usb/adb_rules.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class Clock;
+class QProcess;
+class UsbWatcher;
+
+// Looks for headsets when told to, sets up the ports between them and this PC,
+// and undoes that at the end. What adb's output means is decided by
+// adb_rules; here it is only carried out.
+//
+// One adb command runs at a time; one that is wanted while another still runs
+// is dropped, so an adb that hangs costs nothing but its answers.
+//
+// Lives on the GUI thread and never waits there for adb, but killAdb() waits
+// for the processes that it ends, and the destructor a few seconds at most.
+class AdbManger : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Environment
+    {
+        Clock &clock;
+        // Starts a command line in a folder (empty: this program's own) in
+        // place of the command interpreter; its output goes to take().
+        std::function<void(const QString &line, const QString &folder)> start = {};
+    };
+
+    // Decides which adb to use and begins to watch for headsets.
+    explicit AdbManger(const Environment &environment, QObject *parent = nullptr);
+    // Ends adb, or when its server had been running before, only takes back
+    // the ports.
+    ~AdbManger() override;
+
+    static AdbManger &instance();
+
+    // Ends every adb process of this PC.
+    void killAdb();
+
+    // Runs one command line in which adb is called "adb".
+    void runAdb(const QString &command);
+
+    // What a chunk of standard output makes it do.
+    void take(const QByteArray &output);
+
+public slots:
+    // Looks once for attached headsets.
+    void checkDevice();
+
+signals:
+    // Something was plugged in or out; look for headsets.
+    void checkdevice();
+    // A headset does not answer; the user should plug it in again.
+    void showAdbTipToast();
+    // A headset was attached (`connect`, with its serial) or is gone.
+    void deviceConnect(bool connect, QString sn);
+
+private:
+    void chooseAdb();
+    void useAdb(const QString &path, const QString &folder);
+    void start(const QString &line);
+    void setUpPorts();
+    void dropCommand();
+    void takePortsBack();
+    void onOutput();
+
+    Clock &clock_;
+    const std::function<void(const QString &, const QString &)> start_;
+    QProcess *process_;
+    adb_rules::Situation now_;
+    QString adbPath_; // empty while the adb on the search path is used
+    std::unique_ptr<UsbWatcher> watcher_;
+};

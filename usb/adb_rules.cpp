@@ -1,0 +1,97 @@
+#include "usb/adb_rules.h"
+
+namespace adb_rules {
+
+namespace {
+
+constexpr unsigned int retryLimit = 3;
+
+const QString listHeader = QStringLiteral("List of devices attached\r\n");
+const QString lineEnd = QStringLiteral("\r\n");
+const QString deviceEnd = QStringLiteral("\tdevice\r\n\r\n");
+const QString programName = QStringLiteral("adb.exe");
+
+Answer deviceAnswer(Situation now, const QString &text)
+{
+    if (text.contains(QLatin1String("offline")) || text.contains(QLatin1String("connecting")))
+        return {now, Answer::RestartAdb};
+    if (!text.contains(listHeader)) {
+        if (text != lineEnd)
+            return {now, Answer::Nothing};
+        now.state = Forwarding;
+        return {now, Answer::SetUpPorts};
+    }
+    if (text == listHeader + lineEnd) {
+        if (now.serial.isEmpty())
+            return {now, Answer::Nothing};
+        now.serial.clear();
+        return {now, Answer::ReportGone};
+    }
+    QString serial = text;
+    serial.remove(deviceEnd).remove(listHeader);
+    if (serial == now.serial)
+        return {now, Answer::Nothing};
+    now.serial = serial;
+    return {now, Answer::ReportHeadset};
+}
+
+} // namespace
+
+Check check(Situation now)
+{
+    Check result;
+    if (now.state == AwaitingVersion) {
+        if (now.grace == Running)
+            return {now};
+        if (now.grace == NotGiven) {
+            now.grace = Running;
+            return {now, Check::GiveGrace};
+        }
+        now.mode = Shipped;
+        now.state = Idle;
+        result.useShipped = true;
+    }
+    if (now.state == Idle) {
+        now.state = AwaitingDevices;
+        result.deed = Check::AskForDevices;
+    } else if (now.state == Forwarding) {
+        now.state = Idle;
+    } else if (now.state == AwaitingDevices) {
+        ++now.retries;
+    }
+    if (now.retries >= retryLimit) {
+        now.retries = 0;
+        now.state = Idle;
+    }
+    result.next = now;
+    return result;
+}
+
+Answer answer(Situation now, const QString &text)
+{
+    if (now.state == AwaitingVersion) {
+        now.mode = OnSearchPath;
+        now.state = Idle;
+        return {now, Answer::UseLocal};
+    }
+    if (now.state == AwaitingDevices)
+        return deviceAnswer(now, text);
+    return {now, Answer::Nothing};
+}
+
+QString commandLine(const QString &command, int mode, const QString &path)
+{
+    // Without a path (the system may refuse to tell that of a running adb) the
+    // name is all there is.
+    if (mode == OnSearchPath || path.isEmpty() || path.contains(' '))
+        return command;
+    QString line = command;
+    return line.replace(QLatin1String("adb"), path);
+}
+
+QString workingFolder(const QString &path)
+{
+    return path.contains(' ') ? QString(path).remove(programName) : QString();
+}
+
+} // namespace adb_rules
