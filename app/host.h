@@ -1,7 +1,10 @@
 // What surrounds the program besides Windows itself.
 #pragma once
 
+#include <QString>
+
 #include <memory>
+#include <optional>
 
 class ConnectionRoad;
 class QQmlApplicationEngine;
@@ -21,6 +24,9 @@ public:
 
     // Once the windows are there. `road` is null in a second copy.
     void attach(QQmlApplicationEngine &engine, const ConnectionRoad *road);
+
+    // Where the vendor cloud is, if the surroundings have one of their own.
+    std::optional<QString> cloudHost() const;
 
     // The exit code of the process, given the event loop's.
     int exitCode(int loopResult) const;

@@ -147,6 +147,13 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
     d->untold.clear();
 }
 
+std::optional<QString> Host::cloudHost() const
+{
+    if (!qEnvironmentVariableIsSet("SIMPC_CLOUD_HOST"))
+        return std::nullopt;
+    return qEnvironmentVariable("SIMPC_CLOUD_HOST");
+}
+
 int Host::exitCode(int loopResult) const
 {
     if (loopResult != 0)

@@ -4,6 +4,7 @@
 #include "app/product.h"
 #include "app/qml_loading.h"
 #include "app/translation.h"
+#include "cloud/cloud_host.h"
 #include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
 
@@ -52,6 +53,8 @@ int main(int argc, char *argv[])
     qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
     const SingleInstance instance;
     if (instance.isFirst()) {
+        if (const std::optional<QString> cloudHost = host.cloudHost())
+            cloud::useHost(*cloudHost);
         Product product(locale, &app);
         product.publish(engine);
         loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/mainWindow.qml")));

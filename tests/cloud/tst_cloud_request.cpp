@@ -14,8 +14,17 @@ private slots:
     void theBuildDecidesAboutTheCheckAndTheHost()
     {
         QCOMPARE(cloud::builtPeerCheck() == cloud::PeerCheck::On, bool(VERIFY_PEER));
-        qunsetenv("SIMPC_CLOUD_HOST");
+        qputenv("SIMPC_CLOUD_HOST", "elsewhere.example");
         QCOMPARE(cloud::host(), QString(CLOUD_HOST));
+        qunsetenv("SIMPC_CLOUD_HOST");
+    }
+
+    void whoPutsTheProgramTogetherMayNameAnotherHost()
+    {
+        const QString built = cloud::host();
+        cloud::useHost("elsewhere.example:1");
+        QCOMPARE(cloud::host(), QString("elsewhere.example:1"));
+        cloud::useHost(built);
     }
 
     void withoutAPeerCheckEveryProtocolWillDo()
