@@ -32,6 +32,7 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
+    ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
     const QString dataDir = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     const ORBManager::Services services = {
         Clock::system(),

@@ -5,7 +5,6 @@
 #include "config/hardware_rules.h"
 #include "config/openvr_paths.h"
 #include "config/session_file.h"
-#include "sysinfo/system_info.h"
 
 #include <QDebug>
 #include <QFile>
@@ -22,8 +21,13 @@ ConfigManager &ConfigManager::instance()
 {
     static ConfigManager manager(
         QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
-        &SystemInfo::hasVirtualCable);
+        [] { return false; });
     return manager;
+}
+
+void ConfigManager::setCableProbe(CableProbe hasVirtualCable)
+{
+    hasVirtualCable_ = std::move(hasVirtualCable);
 }
 
 QString ConfigManager::settingsFile() const

@@ -25,7 +25,10 @@ public:
     // saved.
     ConfigManager(const QString &dataDir, CableProbe hasVirtualCable);
 
+    // The product's one. It knows of no cable until setCableProbe() has said
+    // whom to ask.
     static ConfigManager &instance();
+    void setCableProbe(CableProbe hasVirtualCable);
 
     // --- per-device settings store -------------------------------------------
 

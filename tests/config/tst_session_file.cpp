@@ -24,6 +24,7 @@ private slots:
 
     // The file, settings
     void applyingSettingsLogsStoresSavesAndEdits();
+    void theCableIsAskedOfWhoWasNamedLast();
     void theSettingsAreSavedBeforeTheSessionIsEdited();
     void aMissingSessionIsLoggedAfterTheSettingsAreSaved();
     void theLogLinesOfApplying_data();
@@ -313,6 +314,18 @@ void TestSessionFile::theSettingsAreSavedBeforeTheSessionIsEdited()
 
     QCOMPARE(codecWhenAsked, QString("AV01"));
     QCOMPARE(sessionWhenAsked, before);
+}
+
+void TestSessionFile::theCableIsAskedOfWhoWasNamedLast()
+{
+    const QByteArray before = R"({"sessionSettings":{"audio":{"microphone":{}}}})";
+    for (const bool cable : {true, false}) {
+        writeFile("session.json", before);
+        ConfigManager config = manager(!cable);
+        config.setCableProbe([cable] { return cable; });
+        apply(config, true);
+        QCOMPARE(readFile("session.json").contains("CABLE Input"), cable);
+    }
 }
 
 void TestSessionFile::aMissingSessionIsLoggedAfterTheSettingsAreSaved()

@@ -9,9 +9,10 @@ class TestSettings : public TestCase
 {
     Q_OBJECT
 
-    static std::unique_ptr<Program> started(const QString &dir, const QJsonObject &model = {})
+    static std::unique_ptr<Program> started(const QString &dir, const QJsonObject &model = {},
+                                            const QString &scenario = "one-headset")
     {
-        auto program = std::make_unique<Program>(dir, "one-headset");
+        auto program = std::make_unique<Program>(dir, scenario);
         program->environment.insert("SIMPC_DIRECTED", "1");
         program->environment.insert("SIMPC_LIMIT", "6000");
         if (!model.isEmpty()) {
@@ -71,6 +72,33 @@ private slots:
         QVERIFY(isDone(*program, {"wait 15", "until linked", "click setting",
                                   "until dialog SettingPage", "click cancel", "until nodialog"}));
         QCOMPARE(shutdowns(*program), 1);
+        QCOMPARE(program->close(), 0);
+    }
+
+    void theMicrophoneIsTheCableWhereThereIsOne_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<QString>("output");
+        QTest::newRow("a cable") << "cable-present"
+                                 << "CABLE Input (VB-Audio Virtual Cable)"
+                                 << "CABLE Output (VB-Audio Virtual Cable)";
+        QTest::newRow("none") << "cable-missing" << QString() << QString();
+    }
+
+    void theMicrophoneIsTheCableWhereThereIsOne()
+    {
+        QFETCH(QString, scenario);
+        const auto program = started(dir(), {{"definitionIndex", 1}, {"audio", true}}, scenario);
+        QVERIFY(program);
+        QVERIFY(isDone(*program, {"until linked"}));
+        const QJsonObject session = program->json(program->work() + "/session.json");
+        const QJsonObject microphone =
+            session["sessionSettings"].toObject()["audio"].toObject()["microphone"].toObject();
+        QVERIFY(microphone["enabled"].toBool());
+        const QJsonObject content = microphone["content"].toObject();
+        QTEST(content["inputDeviceId"].toObject()["name"].toString(), "input");
+        QTEST(content["outputDeviceId"].toObject()["name"].toString(), "output");
         QCOMPARE(program->close(), 0);
     }
 
