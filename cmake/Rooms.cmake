@@ -1,0 +1,61 @@
+# The arrows between the rooms. They are written down once, in rooms.txt;
+# tools/check holds the includes to it, this file what is linked.
+
+# kolm_read_rooms(file): KOLM_ROOMS, the lowest first, and for each of them
+# KOLM_<room>_MAY_USE.
+function(kolm_read_rooms file)
+  file(STRINGS "${file}" rows REGEX "^[^#]")
+  list(REVERSE rows)
+  set(rooms)
+  foreach(row IN LISTS rows)
+    if(NOT row MATCHES "^([a-z]+):(( [a-z]+)*)$")
+      message(FATAL_ERROR "${file}: this is no row of the table: ${row}")
+    endif()
+    set(room ${CMAKE_MATCH_1})
+    string(REGEX MATCHALL "[a-z]+" may_use "${CMAKE_MATCH_2}")
+    foreach(other IN LISTS may_use)
+      if(NOT other IN_LIST rooms)
+        message(FATAL_ERROR "${file}: ${room}/ may only use rooms that stand further down, not ${other}/")
+      endif()
+    endforeach()
+    list(APPEND rooms ${room})
+    set(KOLM_${room}_MAY_USE ${may_use} PARENT_SCOPE)
+  endforeach()
+  set(KOLM_ROOMS ${rooms} PARENT_SCOPE)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${file}")
+endfunction()
+
+# kolm_check_arrows(): no target of a room links one of a room that it may not
+# use. Once all rooms are there.
+function(kolm_check_arrows)
+  foreach(room IN LISTS KOLM_ROOMS)
+    if(EXISTS "${PROJECT_SOURCE_DIR}/${room}/CMakeLists.txt")
+      get_property(targets DIRECTORY "${PROJECT_SOURCE_DIR}/${room}" PROPERTY BUILDSYSTEM_TARGETS)
+      foreach(target IN LISTS targets)
+        kolm_check_arrows_of(${target} ${room})
+      endforeach()
+    endif()
+  endforeach()
+endfunction()
+
+function(kolm_check_arrows_of target room)
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "INTERFACE_LIBRARY" OR type STREQUAL "UTILITY")
+    return()  # without code of its own nothing is used
+  endif()
+  get_target_property(linked ${target} LINK_LIBRARIES)
+  foreach(library IN LISTS linked)
+    if(NOT TARGET ${library})
+      continue()
+    endif()
+    get_target_property(imported ${library} IMPORTED)
+    get_target_property(folder ${library} SOURCE_DIR)
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${folder}")
+    string(REGEX REPLACE "/.*" "" other "${folder}")
+    if(imported OR other STREQUAL room OR other IN_LIST KOLM_${room}_MAY_USE)
+      continue()
+    endif()
+    message(SEND_ERROR "${target} links ${library}, but cmake/rooms.txt lets ${room}/ not use "
+      "${other}/: offer a callback that app/ connects, or move what both need further down")
+  endforeach()
+endfunction()
