@@ -4,13 +4,6 @@ import re
 
 from .tree import Problem, folder_of
 
-# Each folder may include only itself and those after it.
-LAYERS = ["app", "ui", "controller", "cloud", "steamvr", "usb", "link", "config", "sysinfo",
-          "simpc", "pc", "base"]
-
-# Folders that are built upon the layers; no layer knows of them.
-ON_TOP = ["tests", "peers", "bench", "tools", "packaging"]
-
 # Who may say X::instance() besides app/, controller/ and the body of another
 # instance(). A file, and the classes whose instance it may ask for.
 INSTANCE_USERS = {
@@ -19,67 +12,6 @@ INSTANCE_USERS = {
     "tests/usb/adb_user_win.cpp": ["AdbManger"],
     "tests/link/tst_control_port.cpp": ["SysManager"],
 }
-
-
-def layers(tree):
-    """no include from a higher folder"""
-    for path in tree.cpp():
-        own = folder_of(path)
-        for line, name in tree.includes(path):
-            other = folder_of(name)
-            if not other and not name.endswith(".moc"):
-                yield Problem(path, line, f'write the path from the root: "{own}/{name}"')
-            elif other.startswith("."):
-                yield Problem(path, line, f'write the path from the root instead of "{name}"')
-            elif own in LAYERS and other in ON_TOP:
-                yield Problem(path, line, f"{own}/ must not know {other}/; move what both need "
-                                          "into a folder that both may use")
-            elif own in LAYERS and other in LAYERS and LAYERS.index(other) < LAYERS.index(own):
-                yield Problem(path, line, f"{own}/ lies below {other}/; offer a callback that "
-                                          "app/ connects, or move the shared part down")
-
-
-def simpc(tree):
-    """the simulated PC stays behind the seam"""
-    for path in tree.cpp():
-        if folder_of(path) in ("simpc", "tests", "peers", "bench") or path.endswith("_sim.cpp"):
-            continue
-        for line, name in tree.includes(path):
-            if folder_of(name) == "simpc":
-                yield Problem(path, line, "only *_sim.cpp, tests/ and peers/ may use simpc/; ask "
-                                          "the PC through a header of the seam")
-
-
-def cycles(tree):
-    """no circle of includes"""
-    known = set(tree.cpp())
-    graph = {path: [(line, name) for line, name in tree.includes(path) if name in known]
-             for path in known}
-    state = {}  # absent: not seen, 1: on the way, 2: done
-
-    def visit(start):
-        stack = [(start, iter(graph[start]))]
-        state[start] = 1
-        while stack:
-            path, rest = stack[-1]
-            for line, name in rest:
-                if state.get(name) == 1:
-                    names = [p for p, _ in stack]
-                    circle = names[names.index(name):] + [name]
-                    yield Problem(path, line, "circular include " + " -> ".join(circle)
-                                  + "; declare the class forward or move the shared part out")
-                elif name not in state:
-                    state[name] = 1
-                    stack.append((name, iter(graph[name])))
-                    break
-            else:
-                state[path] = 2
-                stack.pop()
-
-    for path in sorted(known):
-        if path not in state:
-            yield from visit(path)
-
 
 _WINDOWS_HEADER = re.compile(
     r"(windows|windowsx|windef|winbase|winnt|winuser|winreg|winerror|winsvc|winsock2?|ws2tcpip|"
