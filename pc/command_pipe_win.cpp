@@ -31,29 +31,27 @@ CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Pri
     SECURITY_ATTRIBUTES inherited = {};
     inherited.nLength = sizeof inherited;
     inherited.bInheritHandle = TRUE;
-    HANDLE reading = nullptr;
-    HANDLE writing = nullptr;
-    if (!CreatePipe(&reading, &writing, &inherited, 0)) {
+    KernelHandle writeEnd; // ours is closed before the first read
+    if (!CreatePipe(d->readEnd.put(), writeEnd.put(), &inherited, 0)) {
         failure_ = NoPipe;
         return;
     }
-    d->readEnd.reset(reading);
-    const KernelHandle writeEnd(writing); // ours is closed before the first read
 
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
     startup.wShowWindow = SW_HIDE;
-    startup.hStdOutput = writing;
-    startup.hStdError = writing;
-    PROCESS_INFORMATION process = {};
+    startup.hStdOutput = writeEnd.get();
+    startup.hStdError = writeEnd.get();
+    PROCESS_INFORMATION started = {};
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                        &startup, &process)) {
+                        &startup, &started)) {
         failure_ = NoProcess;
         return;
     }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    // Nobody waits for it: the end of its output is its end.
+    const KernelHandle thread(started.hThread);
+    const KernelHandle process(started.hProcess);
 }
 
 CommandPipe::~CommandPipe() = default;

@@ -1,9 +1,8 @@
 #include "pc/display_drivers.h"
 
-#include <windows.h>
+#include "pc/handles_win.h"
 
 #include <cfgmgr32.h>
-#include <memory>
 #include <setupapi.h>
 
 namespace display_drivers {
@@ -13,12 +12,12 @@ namespace {
 constexpr GUID displayAdapters = {
     0x4d36e968, 0xe325, 0x11ce, {0xbf, 0xc1, 0x08, 0x00, 0x2b, 0xe1, 0x03, 0x18}};
 
-struct DeviceSetCloser
+struct DeviceInfoList : PointerKind<HDEVINFO>
 {
-    using pointer = HDEVINFO;
-    void operator()(HDEVINFO set) const { SetupDiDestroyDeviceInfoList(set); }
+    static bool isValid(HDEVINFO set) { return set && set != INVALID_HANDLE_VALUE; }
+    static void close(HDEVINFO set) { SetupDiDestroyDeviceInfoList(set); }
 };
-using DeviceSet = std::unique_ptr<HDEVINFO, DeviceSetCloser>;
+using DeviceSet = Owned<DeviceInfoList>;
 
 bool saysWhichItIs(DEVINST device)
 {
@@ -51,10 +50,9 @@ Device driversOf(HDEVINFO set, SP_DEVINFO_DATA *data)
 
 std::optional<std::vector<Device>> list()
 {
-    const HDEVINFO asked = SetupDiGetClassDevsW(&displayAdapters, nullptr, nullptr, DIGCF_PRESENT);
-    if (asked == INVALID_HANDLE_VALUE)
+    const DeviceSet set(SetupDiGetClassDevsW(&displayAdapters, nullptr, nullptr, DIGCF_PRESENT));
+    if (!set)
         return std::nullopt;
-    const DeviceSet set(asked);
     std::vector<Device> devices;
     SP_DEVINFO_DATA data = {};
     data.cbSize = sizeof data;

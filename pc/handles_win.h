@@ -1,46 +1,47 @@
-// Owners of Win32 handles, for the files that touch Win32.
+// Owners of what Win32 hands out, for the files that touch it. A kind that
+// needs a header of its own stays in the one file that uses it.
 #pragma once
+
+#include "pc/owned.h"
 
 #include <windows.h>
 
-#include <memory>
-
-struct HandleCloser
+struct KernelObject : PointerKind<HANDLE>
 {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
+    // Which of the two says that there is none depends on the call.
+    static bool isValid(HANDLE handle) { return handle && handle != INVALID_HANDLE_VALUE; }
+    static void close(HANDLE handle) { CloseHandle(handle); }
 };
+using KernelHandle = Owned<KernelObject>;
 
-// A kernel handle that is closed with its owner. Give it null, never
-// INVALID_HANDLE_VALUE.
-using KernelHandle = std::unique_ptr<HANDLE, HandleCloser>;
-
-struct RegistryKeyCloser
+struct OpenedKey : PointerKind<HKEY>
 {
-    using pointer = HKEY;
-    void operator()(HKEY key) const { RegCloseKey(key); }
+    static void close(HKEY key) { RegCloseKey(key); }
 };
+using RegistryKey = Owned<OpenedKey>;
 
-using RegistryKey = std::unique_ptr<HKEY, RegistryKeyCloser>;
+// A `Type` on the process's heap, from HeapAlloc().
+template <typename Type>
+struct OnHeap : PointerKind<Type *>
+{
+    static void close(Type *block) { HeapFree(GetProcessHeap(), 0, block); }
+};
+template <typename Type>
+using HeapBlock = Owned<OnHeap<Type>>;
 
-// A COM object that is let go of with its owner.
+// A file mapping's bytes as a `Type`, from MapViewOfFile().
+template <typename Type>
+struct Mapped : PointerKind<Type *>
+{
+    static void close(Type *view) { UnmapViewOfFile(view); }
+};
+template <typename Type>
+using MappedView = Owned<Mapped<Type>>;
+
 template <typename Interface>
-class ComPointer
+struct ComObject : PointerKind<Interface *>
 {
-public:
-    ComPointer() = default;
-    ~ComPointer()
-    {
-        if (object_)
-            object_->Release();
-    }
-    ComPointer(const ComPointer &) = delete;
-    ComPointer &operator=(const ComPointer &) = delete;
-
-    Interface *operator->() const { return object_; }
-    // Where a function that makes the object puts it; once.
-    Interface **put() { return &object_; }
-
-private:
-    Interface *object_ = nullptr;
+    static void close(Interface *object) { object->Release(); }
 };
+template <typename Interface>
+using ComPointer = Owned<ComObject<Interface>>;

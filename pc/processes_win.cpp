@@ -19,10 +19,9 @@ constexpr int commandLimit = 30000; // ms, to start and to finish
 std::vector<Entry> list()
 {
     std::vector<Entry> entries;
-    const HANDLE taken = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (taken == INVALID_HANDLE_VALUE)
+    const KernelHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    if (!snapshot)
         return entries;
-    const KernelHandle snapshot(taken);
     PROCESSENTRY32W entry = {};
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;

@@ -27,14 +27,21 @@ QString pathOf(const QString &key)
     return key.section(QLatin1Char('\\'), 1);
 }
 
-// Null when the key cannot be opened.
+// Empty when the key cannot be opened.
 RegistryKey open(const QString &key)
 {
-    const HKEY root = rootOf(key);
-    HKEY opened = nullptr;
-    if (!root || RegOpenKeyExW(root, wide(pathOf(key)), 0, KEY_READ, &opened) != ERROR_SUCCESS)
-        return nullptr;
-    return RegistryKey(opened);
+    RegistryKey opened;
+    if (const HKEY root = rootOf(key))
+        RegOpenKeyExW(root, wide(pathOf(key)), 0, KEY_READ, opened.put());
+    return opened;
+}
+
+RegistryKey openNarrow(const QString &key)
+{
+    RegistryKey opened;
+    if (const HKEY root = rootOf(key))
+        RegOpenKeyExA(root, pathOf(key).toLocal8Bit().constData(), 0, KEY_READ, opened.put());
+    return opened;
 }
 
 bool isText(DWORD type)
@@ -52,7 +59,7 @@ QString untilNul(const QString &value)
 
 bool keyExists(const QString &key)
 {
-    return open(key) != nullptr;
+    return bool(open(key));
 }
 
 std::optional<QString> text(const QString &key, const QString &name)
@@ -80,12 +87,9 @@ std::optional<QString> text(const QString &key, const QString &name)
 
 std::optional<QString> narrowText(const QString &key, const QString &name)
 {
-    const HKEY root = rootOf(key);
-    HKEY handle = nullptr;
-    if (!root || RegOpenKeyExA(root, pathOf(key).toLocal8Bit().constData(), 0, KEY_READ, &handle) !=
-                     ERROR_SUCCESS)
+    const RegistryKey opened = openNarrow(key);
+    if (!opened)
         return std::nullopt;
-    const RegistryKey opened(handle);
     char buffer[narrowLimit];
     DWORD bytes = narrowLimit;
     DWORD type = 0;

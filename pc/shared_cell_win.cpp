@@ -1,7 +1,6 @@
 #include "pc/shared_cell.h"
 
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
+#include "pc/handles_win.h"
 
 namespace {
 
@@ -15,18 +14,6 @@ struct Layout
     quint32 present;
 };
 static_assert(sizeof(Layout) == 8, "the layout is fixed");
-
-struct HandleCloser
-{
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
-
-struct ViewUnmapper
-{
-    void operator()(Layout *view) const { UnmapViewOfFile(view); }
-};
-using View = std::unique_ptr<Layout, ViewUnmapper>;
 
 // Holds the mutex as long as it lives. A mutex whose holder died is as good as
 // any: the eight bytes cannot be left half written in a way that matters.
@@ -58,9 +45,9 @@ private:
 // In the order in which they are made; given back the other way round.
 struct SharedCell::Handles
 {
-    Handle mutex;
-    Handle mapping;
-    View view;
+    KernelHandle mutex;
+    KernelHandle mapping;
+    MappedView<Layout> view;
 };
 
 SharedCell::SharedCell() = default;
@@ -91,7 +78,7 @@ bool SharedCell::create()
     if (made) {
         const Lock lock(handles->mutex.get());
         if (lock.isHeld())
-            *handles->view = Layout{0, 0};
+            *handles->view.get() = Layout{0, 0};
     }
     handles_ = std::move(handles);
     return true;

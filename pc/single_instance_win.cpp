@@ -1,15 +1,15 @@
 #include "pc/single_instance.h"
 
-#include <windows.h>
+#include "pc/handles_win.h"
 
 SingleInstance::SingleInstance()
 {
-    const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"KOLM_Streaming_Assistant");
+    KernelHandle mutex(CreateMutexW(nullptr, FALSE, L"KOLM_Streaming_Assistant"));
     first_ = GetLastError() != ERROR_ALREADY_EXISTS;
     // The first copy's handle is left to the system, which closes it when the
     // process ends.
-    if (!first_ && mutex)
-        CloseHandle(mutex);
+    if (first_)
+        static_cast<void>(mutex.release());
 }
 
 SingleInstance::~SingleInstance() = default;

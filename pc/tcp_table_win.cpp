@@ -2,8 +2,9 @@
 
 #include <winsock2.h>
 
+#include "pc/handles_win.h"
+
 #include <iphlpapi.h>
-#include <memory>
 
 namespace tcp_table {
 
@@ -11,11 +12,7 @@ namespace {
 
 constexpr ULONG firstSize = 32; // bytes; holds one row at most
 
-struct HeapBlockFreer
-{
-    void operator()(void *block) const { HeapFree(GetProcessHeap(), 0, block); }
-};
-using TableBlock = std::unique_ptr<MIB_TCPTABLE2, HeapBlockFreer>;
+using TableBlock = HeapBlock<MIB_TCPTABLE2>;
 
 TableBlock allocate(ULONG size)
 {

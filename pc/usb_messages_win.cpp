@@ -1,8 +1,8 @@
 #include "pc/usb_messages.h"
 
-#include <iostream>
+#include "pc/handles_win.h"
 
-#include <windows.h>
+#include <iostream>
 
 #include <dbt.h>
 
@@ -82,13 +82,13 @@ struct UsbMessages::Private
 {
     Handler changed;
     DWORD threadId = 0;
-    HANDLE thread = nullptr;
+    KernelHandle thread;
 };
 
 UsbMessages::UsbMessages(Changed changed) : d(std::make_unique<Private>())
 {
     d->changed = std::move(changed);
-    d->thread = CreateThread(nullptr, 0, watch, &d->changed, 0, &d->threadId);
+    d->thread.reset(CreateThread(nullptr, 0, watch, &d->changed, 0, &d->threadId));
 }
 
 UsbMessages::~UsbMessages()
@@ -102,10 +102,9 @@ bool UsbMessages::stop()
         return false;
     // Until the thread has made its message queue nothing can be posted to it.
     while (!PostThreadMessageW(d->threadId, exitMessage, 0, 0) &&
-           WaitForSingleObject(d->thread, retryInterval) == WAIT_TIMEOUT) {
+           WaitForSingleObject(d->thread.get(), retryInterval) == WAIT_TIMEOUT) {
     }
-    WaitForSingleObject(d->thread, INFINITE);
-    CloseHandle(d->thread);
-    d->thread = nullptr;
+    WaitForSingleObject(d->thread.get(), INFINITE);
+    d->thread.reset();
     return true;
 }
