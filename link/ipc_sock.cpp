@@ -3,6 +3,7 @@
 #include "base/console.h"
 
 #include <cstring>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -26,20 +27,20 @@ bool IPCSock::startup()
     close(); // what an earlier attempt left behind
     socket_api::initialise();
     listening_ = socket_api::openTcp();
-    if (listening_ == socket_api::invalidHandle)
+    if (!listening_)
         return failStartup(L"socket");
-    socket_api::allowAddressReuse(listening_);
+    socket_api::allowAddressReuse(listening_.get());
     const int port = port_ > 0 ? port_ : defaultPort;
-    if (!socket_api::bindTo(listening_, address_ ? address_ : loopback,
+    if (!socket_api::bindTo(listening_.get(), address_ ? address_ : loopback,
                             static_cast<std::uint16_t>(port)))
         return failStartup(L"bind");
-    if (!socket_api::listenOn(listening_, backlog))
+    if (!socket_api::listenOn(listening_.get(), backlog))
         return failStartup(L"listen");
     // Always the defaults, whatever was set: whoever reads the log looks for
     // this line.
     console::info(L"ControlSocket::Startup Successfully bound to 127.0.0.1 " +
                   std::to_wstring(defaultPort));
-    poller_->add(listening_);
+    poller_->add(listening_.get());
     return true;
 }
 
@@ -53,30 +54,27 @@ bool IPCSock::failStartup(const wchar_t *step) const
 
 bool IPCSock::acceptClient()
 {
-    if (listening_ == socket_api::invalidHandle || !poller_->isSet(listening_, Poller::Readable))
+    if (!listening_ || !poller_->isSet(listening_.get(), Poller::Readable))
         return false;
-    std::uint32_t peer = 0;
-    const socket_api::Handle accepted = socket_api::accept(listening_, &peer);
-    if (accepted == socket_api::invalidHandle) {
+    std::optional<socket_api::Connection> accepted = socket_api::accept(listening_.get());
+    if (!accepted) {
         const int error = socket_api::lastError();
         if (!socket_api::isWouldBlock(error) && !socket_api::isLostConnection(error)) {
             // Most likely there are no descriptors left. The connection goes
             // on waiting, and so does the readiness.
-            poller_->remove(listening_);
+            poller_->remove(listening_.get());
             acceptingPaused_ = true;
         }
         return false;
     }
-    if (peer != socket_api::parseAddress(loopback)) {
-        socket_api::close(accepted);
+    if (accepted->peerAddress != socket_api::parseAddress(loopback))
         return false;
-    }
     if (hasClient()) {
         console::info(L"Closing old control client");
         closeClient();
     }
-    client_ = accepted;
-    poller_->add(client_);
+    client_ = std::move(accepted->socket);
+    poller_->add(client_.get());
     clientNumber_.store(++clientsSeen_, std::memory_order_release);
     return true;
 }
@@ -84,16 +82,16 @@ bool IPCSock::acceptClient()
 void IPCSock::resumeAccepting()
 {
     acceptingPaused_ = false;
-    if (listening_ != socket_api::invalidHandle)
-        poller_->add(listening_);
+    if (listening_)
+        poller_->add(listening_.get());
 }
 
 bool IPCSock::receiveLines(std::vector<std::string> *lines)
 {
-    if (!hasClient() || !poller_->isSet(client_, Poller::Readable))
+    if (!hasClient() || !poller_->isSet(client_.get(), Poller::Readable))
         return false;
     char chunk[receiveUnit];
-    const std::ptrdiff_t size = socket_api::receive(client_, chunk, sizeof chunk);
+    const std::ptrdiff_t size = socket_api::receive(client_.get(), chunk, sizeof chunk);
     if (size == 0) {
         console::info(L"Control connection has closed");
         closeClient();
@@ -121,10 +119,10 @@ void IPCSock::send(const char *text)
     if (!hasClient() || !unsent_.empty())
         return;
     const std::size_t size = std::strlen(text) + 1;
-    const std::ptrdiff_t sent = socket_api::send(client_, text, size);
+    const std::ptrdiff_t sent = socket_api::send(client_.get(), text, size);
     if (sent > 0 && static_cast<std::size_t>(sent) < size) {
         unsent_.assign(text + sent, size - static_cast<std::size_t>(sent));
-        poller_->setWriteTo(client_);
+        poller_->setWriteTo(client_.get());
     }
 }
 
@@ -132,7 +130,7 @@ void IPCSock::continueSending()
 {
     if (unsent_.empty())
         return;
-    const std::ptrdiff_t sent = socket_api::send(client_, unsent_.data(), unsent_.size());
+    const std::ptrdiff_t sent = socket_api::send(client_.get(), unsent_.data(), unsent_.size());
     if (sent > 0)
         unsent_.erase(0, static_cast<std::size_t>(sent));
     else if (sent < 0 && !socket_api::isWouldBlock(socket_api::lastError()))
@@ -143,24 +141,22 @@ void IPCSock::continueSending()
 
 void IPCSock::closeClient()
 {
-    if (client_ == socket_api::invalidHandle)
+    if (!client_)
         return;
     clientNumber_.store(0, std::memory_order_release);
-    poller_->remove(client_);
+    poller_->remove(client_.get());
     poller_->setWriteTo(socket_api::invalidHandle);
     unsent_.clear();
     received_.clear(); // what it began to say dies with it
-    socket_api::close(client_);
-    client_ = socket_api::invalidHandle;
+    client_.reset();
 }
 
 void IPCSock::close()
 {
     closeClient();
     acceptingPaused_ = false;
-    if (listening_ == socket_api::invalidHandle)
+    if (!listening_)
         return;
-    poller_->remove(listening_);
-    socket_api::close(listening_);
-    listening_ = socket_api::invalidHandle;
+    poller_->remove(listening_.get());
+    listening_.reset();
 }

@@ -68,8 +68,8 @@ private:
     bool failStartup(const wchar_t *step) const;
 
     const std::shared_ptr<Poller> poller_;
-    socket_api::Handle listening_ = socket_api::invalidHandle;
-    socket_api::Handle client_ = socket_api::invalidHandle;
+    socket_api::Socket listening_;
+    socket_api::Socket client_;
     LineSplitter received_;
     int port_ = -1;
     const char *address_ = nullptr;

@@ -1,21 +1,18 @@
 #include "link/outbox.h"
 
+#include <optional>
 #include <utility>
-
-Outbox::~Outbox()
-{
-    if (sender_ == socket_api::invalidHandle)
-        return;
-    socket_api::close(sender_);
-    socket_api::close(receiver_);
-}
 
 bool Outbox::open()
 {
-    if (sender_ != socket_api::invalidHandle)
+    if (wakeUp_.sender)
         return true;
     socket_api::initialise();
-    return socket_api::makeWakeUpPair(&sender_, &receiver_);
+    std::optional<socket_api::WakeUpPair> made = socket_api::makeWakeUpPair();
+    if (!made)
+        return false;
+    wakeUp_ = std::move(*made);
+    return true;
 }
 
 void Outbox::post(Message message)
@@ -31,7 +28,7 @@ void Outbox::wakeWorker()
     // One byte is enough for any number of texts. A byte that could not be
     // sent must not stop the next caller from trying.
     if (!wakePending_)
-        wakePending_ = socket_api::send(sender_, "", 1) == 1;
+        wakePending_ = socket_api::send(wakeUp_.sender.get(), "", 1) == 1;
     wakened_.notify_all();
 }
 
@@ -39,7 +36,7 @@ void Outbox::acknowledge()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
     char bytes[16];
-    while (socket_api::receive(receiver_, bytes, sizeof bytes) > 0) {
+    while (socket_api::receive(wakeUp_.receiver.get(), bytes, sizeof bytes) > 0) {
     }
     wakePending_ = false;
 }

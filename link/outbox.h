@@ -26,7 +26,6 @@ public:
     static constexpr std::size_t capacity = 1000;
 
     Outbox() = default;
-    ~Outbox();
 
     Outbox(const Outbox &) = delete;
     Outbox &operator=(const Outbox &) = delete;
@@ -35,7 +34,7 @@ public:
     // in socket_api::lastError(). Before everything else.
     bool open();
     // Readable while the worker is to look here. Owned by this object.
-    socket_api::Handle wakeUpHandle() const { return receiver_; }
+    socket_api::Handle wakeUpHandle() const { return wakeUp_.receiver.get(); }
 
     // Puts a text at the end of the queue; lost when the queue is full. Any
     // thread.
@@ -55,6 +54,5 @@ private:
     std::condition_variable wakened_;
     std::vector<Message> messages_;
     bool wakePending_ = false;
-    socket_api::Handle sender_ = socket_api::invalidHandle;
-    socket_api::Handle receiver_ = socket_api::invalidHandle;
+    socket_api::WakeUpPair wakeUp_;
 };

@@ -35,8 +35,9 @@ int Poller::wait(int kinds, int timeoutMilliseconds)
     options.wakeUp = wakeUp_;
     options.writeTo = writeTo_;
     options.timeoutMilliseconds = timeoutMilliseconds;
-    const int result = socket_api::wait(&scratch, options, &wokenUp_);
-    if (result == -1)
+    const socket_api::WaitOutcome outcome = socket_api::wait(&scratch, options);
+    wokenUp_ = outcome.wokenUp;
+    if (outcome.ready == -1)
         console::error(L"select error :" + std::to_wstring(socket_api::lastError()));
 
     const auto keep = [&](Kind kind, socket_api::Set *set) {
@@ -48,7 +49,7 @@ int Poller::wait(int kinds, int timeoutMilliseconds)
     keep(Readable, &readable_);
     keep(Writable, &writable_);
     keep(Exceptional, &exceptional_);
-    return result;
+    return outcome.ready;
 }
 
 bool Poller::isSet(socket_api::Handle socket, int kind) const

@@ -6,15 +6,31 @@
 // the calling thread and is only good until the next call. Any thread.
 #pragma once
 
+#include "pc/owned.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace socket_api {
 
-// The system's handle of a socket. Owned by whoever got it from here, who gives
-// it back with close().
+// The system's handle of a socket, for whoever does not own it.
 using Handle = std::uintptr_t;
 constexpr Handle invalidHandle = ~Handle(0);
+
+// Leaves lastError() as it is. The owner below calls it.
+void close(Handle socket);
+
+struct SocketKind
+{
+    using Handle = socket_api::Handle;
+    static constexpr Handle none() { return invalidHandle; }
+    static bool isValid(Handle socket) { return socket != invalidHandle; }
+    static void close(Handle socket) { socket_api::close(socket); }
+};
+
+// Closes its socket with itself.
+using Socket = Owned<SocketKind>;
 
 // To be called before anything else; more than once does no harm.
 void initialise();
@@ -28,8 +44,8 @@ bool isLostConnection(int error);
 // The system's number for "message too long".
 int messageTooLongError();
 
-Handle openTcp();
-void close(Handle socket);
+// Empty when the system refuses.
+Socket openTcp();
 
 // Lets the port be bound although connections of an earlier run still linger.
 void allowAddressReuse(Handle socket);
@@ -37,9 +53,14 @@ void allowAddressReuse(Handle socket);
 bool bindTo(Handle socket, const char *address, std::uint16_t port);
 bool listenOn(Handle socket, int backlog);
 
-// Takes one waiting connection; `peerAddress` gets the other end's address as
-// parseAddress() gives it.
-Handle accept(Handle listener, std::uint32_t *peerAddress);
+struct Connection
+{
+    Socket socket;
+    std::uint32_t peerAddress = 0; // as parseAddress() gives it
+};
+
+// Takes one waiting connection; nothing on failure.
+std::optional<Connection> accept(Handle listener);
 // A dotted address in network order; 0 when it is none.
 std::uint32_t parseAddress(const char *address);
 
@@ -50,7 +71,14 @@ std::ptrdiff_t send(Handle socket, const char *data, std::size_t size);
 
 // Two connected datagram sockets: a byte sent into the one wakes a wait() on
 // the other.
-bool makeWakeUpPair(Handle *sender, Handle *receiver);
+struct WakeUpPair
+{
+    Socket sender;
+    Socket receiver;
+};
+
+// Nothing when the system refuses.
+std::optional<WakeUpPair> makeWakeUpPair();
 
 constexpr std::uint32_t setCapacity = 64;
 
@@ -71,11 +99,17 @@ struct WaitOptions
     int timeoutMilliseconds = -1;   // below 0: without a limit
 };
 
+struct WaitOutcome
+{
+    // How many readinesses there are, a socket counting once for every kind; 0
+    // when something else ended the wait; -1 on failure.
+    int ready = -1;
+    bool wokenUp = false; // whether the wake-up socket is readable
+};
+
 // Sleeps until a socket is ready or the time is over. Afterwards `set` holds
-// the sockets that are ready for at least one of the kinds, in their order.
-// Returns how many readinesses there are, a socket counting once for every
-// kind, and 0 when something else ended the wait; -1 on failure, with `set`
-// untouched. `wokenUp` says whether the wake-up socket was readable.
-int wait(Set *set, const WaitOptions &options, bool *wokenUp);
+// the sockets that are ready for at least one of the kinds, in their order; on
+// failure it is untouched.
+WaitOutcome wait(Set *set, const WaitOptions &options);
 
 } // namespace socket_api

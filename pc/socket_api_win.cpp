@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <cstddef>
+#include <utility>
 
 namespace socket_api {
 
@@ -26,38 +27,45 @@ int clamped(std::size_t size)
 
 // Never blocks and stays in this process: a long-lived child that inherited
 // the listening socket would keep the port after our end.
-bool tame(SOCKET socket)
+bool configure(SOCKET socket)
 {
     SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
     u_long on = 1;
     return ioctlsocket(socket, static_cast<long>(FIONBIO), &on) == 0;
 }
 
-Handle tamedOrClosed(SOCKET socket)
+// A socket that cannot be configured is none.
+Socket configured(SOCKET handle)
 {
-    if (socket == INVALID_SOCKET || tame(socket))
-        return socket;
-    const int error = WSAGetLastError();
-    closesocket(socket);
-    WSASetLastError(error);
-    return invalidHandle;
+    Socket socket(handle);
+    if (socket && !configure(handle))
+        socket.reset();
+    return socket;
 }
 
-// A datagram socket on a loopback port of the system's choice.
-SOCKET openDatagram(sockaddr_in *name)
+// A datagram socket on a loopback port of the system's choice, and its name.
+struct Datagram
 {
-    const SOCKET opened = tamedOrClosed(::socket(AF_INET, SOCK_DGRAM, 0));
-    if (opened == INVALID_SOCKET)
-        return INVALID_SOCKET;
-    *name = sockaddr_in{};
-    name->sin_family = AF_INET;
-    name->sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    int length = sizeof *name;
-    if (::bind(opened, reinterpret_cast<const sockaddr *>(name), length) == 0 &&
-        ::getsockname(opened, reinterpret_cast<sockaddr *>(name), &length) == 0)
-        return opened;
-    closesocket(opened);
-    return INVALID_SOCKET;
+    Socket socket;
+    sockaddr_in name = {};
+};
+
+std::optional<Datagram> openDatagram()
+{
+    Datagram opened{configured(::socket(AF_INET, SOCK_DGRAM, 0))};
+    opened.name.sin_family = AF_INET;
+    opened.name.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    auto *const name = reinterpret_cast<sockaddr *>(&opened.name);
+    int length = sizeof opened.name;
+    if (!opened.socket || ::bind(opened.socket.get(), name, length) != 0 ||
+        ::getsockname(opened.socket.get(), name, &length) != 0)
+        return std::nullopt;
+    return opened;
+}
+
+bool connectTo(const Socket &socket, const sockaddr_in &name)
+{
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr *>(&name), sizeof name) == 0;
 }
 
 void fill(fd_set *to, const Set &from)
@@ -95,14 +103,16 @@ int messageTooLongError()
     return WSAEMSGSIZE;
 }
 
-Handle openTcp()
+Socket openTcp()
 {
-    return tamedOrClosed(::socket(AF_INET, SOCK_STREAM, 0));
+    return configured(::socket(AF_INET, SOCK_STREAM, 0));
 }
 
 void close(Handle socket)
 {
+    const int error = WSAGetLastError();
     closesocket(socket);
+    WSASetLastError(error);
 }
 
 void allowAddressReuse(Handle socket)
@@ -129,19 +139,18 @@ bool listenOn(Handle socket, int backlog)
     return ::listen(socket, backlog) == 0;
 }
 
-Handle accept(Handle listener, std::uint32_t *peerAddress)
+std::optional<Connection> accept(Handle listener)
 {
     sockaddr_in peer{};
     int length = sizeof peer;
-    const Handle client =
-        tamedOrClosed(::accept(listener, reinterpret_cast<sockaddr *>(&peer), &length));
-    if (client == invalidHandle)
-        return invalidHandle;
-    *peerAddress = peer.sin_addr.s_addr;
+    Socket client = configured(::accept(listener, reinterpret_cast<sockaddr *>(&peer), &length));
+    if (!client)
+        return std::nullopt;
     // Commands are short and seldom: each goes out at once.
     const BOOL on = TRUE;
-    ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char *>(&on), sizeof on);
-    return client;
+    ::setsockopt(client.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char *>(&on),
+                 sizeof on);
+    return Connection{std::move(client), peer.sin_addr.s_addr};
 }
 
 std::uint32_t parseAddress(const char *address)
@@ -160,31 +169,20 @@ std::ptrdiff_t send(Handle socket, const char *data, std::size_t size)
     return ::send(socket, data, clamped(size), 0);
 }
 
-bool makeWakeUpPair(Handle *sender, Handle *receiver)
+std::optional<WakeUpPair> makeWakeUpPair()
 {
-    sockaddr_in senderName;
-    sockaddr_in receiverName;
-    const SOCKET from = openDatagram(&senderName);
-    const SOCKET to = from != INVALID_SOCKET ? openDatagram(&receiverName) : INVALID_SOCKET;
+    std::optional<Datagram> sender = openDatagram();
+    if (!sender)
+        return std::nullopt;
+    std::optional<Datagram> receiver = openDatagram();
     // Connected both ways, so that nobody else's datagrams arrive.
-    if (to != INVALID_SOCKET &&
-        ::connect(from, reinterpret_cast<const sockaddr *>(&receiverName), sizeof receiverName) ==
-            0 &&
-        ::connect(to, reinterpret_cast<const sockaddr *>(&senderName), sizeof senderName) == 0) {
-        *sender = from;
-        *receiver = to;
-        return true;
-    }
-    const int error = WSAGetLastError();
-    if (from != INVALID_SOCKET)
-        closesocket(from);
-    if (to != INVALID_SOCKET)
-        closesocket(to);
-    WSASetLastError(error);
-    return false;
+    if (!receiver || !connectTo(sender->socket, receiver->name) ||
+        !connectTo(receiver->socket, sender->name))
+        return std::nullopt;
+    return WakeUpPair{std::move(sender->socket), std::move(receiver->socket)};
 }
 
-int wait(Set *set, const WaitOptions &options, bool *wokenUp)
+WaitOutcome wait(Set *set, const WaitOptions &options)
 {
     fd_set readable;
     fd_set writable;
@@ -203,13 +201,12 @@ int wait(Set *set, const WaitOptions &options, bool *wokenUp)
     if (options.writeTo != invalidHandle)
         FD_SET(options.writeTo, &writable);
 
-    *wokenUp = false;
     timeval limit{options.timeoutMilliseconds / 1000, (options.timeoutMilliseconds % 1000) * 1000};
     if (::select(0, &readable, &writable, &exceptional,
                  options.timeoutMilliseconds < 0 ? nullptr : &limit) == SOCKET_ERROR)
-        return -1;
+        return {};
 
-    int ready = 0;
+    WaitOutcome outcome{0};
     std::uint32_t kept = 0;
     for (std::uint32_t i = 0; i < set->count; ++i) {
         const SOCKET socket = set->sockets[i];
@@ -220,13 +217,13 @@ int wait(Set *set, const WaitOptions &options, bool *wokenUp)
             ++kinds;
         if ((options.kinds & Exceptional) && FD_ISSET(socket, &exceptional))
             ++kinds;
-        ready += kinds;
+        outcome.ready += kinds;
         if (kinds > 0)
             set->sockets[kept++] = socket;
     }
     set->count = kept;
-    *wokenUp = options.wakeUp != invalidHandle && FD_ISSET(options.wakeUp, &readable);
-    return ready;
+    outcome.wokenUp = options.wakeUp != invalidHandle && FD_ISSET(options.wakeUp, &readable);
+    return outcome;
 }
 
 } // namespace socket_api

@@ -69,14 +69,16 @@ int messageTooLongError()
     return EMSGSIZE;
 }
 
-Handle openTcp()
+Socket openTcp()
 {
-    return handle(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    return Socket(handle(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)));
 }
 
 void close(Handle socket)
 {
+    const int error = errno;
     ::close(fd(socket));
+    errno = error;
 }
 
 void allowAddressReuse(Handle socket)
@@ -103,19 +105,18 @@ bool listenOn(Handle socket, int backlog)
     return ::listen(fd(socket), backlog) == 0;
 }
 
-Handle accept(Handle listener, std::uint32_t *peerAddress)
+std::optional<Connection> accept(Handle listener)
 {
     sockaddr_in peer{};
     socklen_t length = sizeof peer;
     const int client = ::accept4(fd(listener), reinterpret_cast<sockaddr *>(&peer), &length,
                                  SOCK_NONBLOCK | SOCK_CLOEXEC);
     if (client < 0)
-        return invalidHandle;
-    *peerAddress = peer.sin_addr.s_addr;
+        return std::nullopt;
     // Commands are short and seldom: each goes out at once.
     const int on = 1;
     ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    return handle(client);
+    return Connection{Socket(handle(client)), peer.sin_addr.s_addr};
 }
 
 std::uint32_t parseAddress(const char *address)
@@ -134,18 +135,16 @@ std::ptrdiff_t send(Handle socket, const char *data, std::size_t size)
     return ::send(fd(socket), data, size, MSG_NOSIGNAL);
 }
 
-bool makeWakeUpPair(Handle *sender, Handle *receiver)
+std::optional<WakeUpPair> makeWakeUpPair()
 {
     int pair[2];
     if (::socketpair(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, pair) != 0)
-        return false;
-    *sender = handle(pair[0]);
-    *receiver = handle(pair[1]);
-    return true;
+        return std::nullopt;
+    return WakeUpPair{Socket(handle(pair[0])), Socket(handle(pair[1]))};
 }
 
 // poll() and not select(): descriptors above 1023 are as good as any.
-int wait(Set *set, const WaitOptions &options, bool *wokenUp)
+WaitOutcome wait(Set *set, const WaitOptions &options)
 {
     std::array<pollfd, setCapacity + 2> entries;
     nfds_t used = 0;
@@ -163,32 +162,31 @@ int wait(Set *set, const WaitOptions &options, bool *wokenUp)
     if (options.writeTo != invalidHandle)
         append(options.writeTo, POLLOUT);
 
-    *wokenUp = false;
-    int outcome;
+    int result;
     do {
-        outcome = ::poll(entries.data(), used, options.timeoutMilliseconds);
-    } while (outcome < 0 && errno == EINTR);
-    if (outcome < 0)
-        return -1;
+        result = ::poll(entries.data(), used, options.timeoutMilliseconds);
+    } while (result < 0 && errno == EINTR);
+    if (result < 0)
+        return {};
     for (std::uint32_t i = 0; i < set->count; ++i) {
         if (entries[i].revents & POLLNVAL) {
             errno = EBADF;
-            return -1;
+            return {};
         }
     }
 
-    int ready = 0;
+    WaitOutcome outcome{0};
     std::uint32_t kept = 0;
     for (std::uint32_t i = 0; i < set->count; ++i) {
         const int kinds = readyKinds(entries[i].revents, options.kinds);
         if (kinds == 0)
             continue;
-        ready += countKinds(kinds);
+        outcome.ready += countKinds(kinds);
         set->sockets[kept++] = set->sockets[i];
     }
     set->count = kept;
-    *wokenUp = options.wakeUp != invalidHandle && entries[wakeUpAt].revents != 0;
-    return ready;
+    outcome.wokenUp = options.wakeUp != invalidHandle && entries[wakeUpAt].revents != 0;
+    return outcome;
 }
 
 } // namespace socket_api

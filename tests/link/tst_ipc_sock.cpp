@@ -46,10 +46,9 @@ void IPCSockTest::saysWhyItCannotListen()
     socket.setAddress(address.constData());
     QVERIFY(!socket.startup());
 
-    const socket_api::Handle same = socket_api::openTcp();
-    QVERIFY(!socket_api::bindTo(same, address.constData(), 1));
+    const socket_api::Socket same = socket_api::openTcp();
+    QVERIFY(!socket_api::bindTo(same.get(), address.constData(), 1));
     const int error = socket_api::lastError();
-    socket_api::close(same);
     QCOMPARE(streams.error(),
              QStringLiteral("ControlSocket::Startup bind error : %1\n").arg(error));
     QCOMPARE(streams.info(), QString());

@@ -14,24 +14,16 @@ public:
     Pair()
     {
         socket_api::initialise();
-        made_ = socket_api::makeWakeUpPair(&other_, &end_);
+        if (auto made = socket_api::makeWakeUpPair())
+            pair_ = std::move(*made);
     }
-    ~Pair()
-    {
-        socket_api::close(other_);
-        socket_api::close(end_);
-    }
-    Pair(const Pair &) = delete;
-    Pair &operator=(const Pair &) = delete;
 
-    bool isMade() const { return made_; }
-    Handle end() const { return end_; }
-    void poke() { socket_api::send(other_, "", 1); }
+    bool isMade() const { return bool(pair_.sender); }
+    Handle end() const { return pair_.receiver.get(); }
+    void poke() { socket_api::send(pair_.sender.get(), "", 1); }
 
 private:
-    bool made_ = false;
-    Handle other_ = socket_api::invalidHandle;
-    Handle end_ = socket_api::invalidHandle;
+    socket_api::WakeUpPair pair_;
 };
 
 class PollerTest : public TestCase
@@ -256,8 +248,7 @@ void PollerTest::reportsABrokenSocketAndCallsAllReady()
 {
     const CapturedStreams streams;
     const Pair quiet;
-    const Handle broken = socket_api::openTcp();
-    socket_api::close(broken);
+    const Handle broken = socket_api::openTcp().get(); // closed at once
     char byte;
     QCOMPARE(socket_api::receive(broken, &byte, 1), std::ptrdiff_t(-1));
     const int error = socket_api::lastError();
