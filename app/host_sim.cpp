@@ -97,8 +97,8 @@ Host::Host() : d(std::make_shared<Private>())
     thePc() = std::make_unique<SimHost>(chosen, options);
     if (Demonstration::Wishes::fromEnvironment().printRoad) {
         const auto tell = [d = d](const QString &line) { d->tell(line); };
-        thePc()->pc().onHappening(tell);
-        thePc()->pc().onJournal(tell);
+        thePc()->pc().events.onLine(tell);
+        thePc()->pc().journal.onLine(tell);
     }
 }
 

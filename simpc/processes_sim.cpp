@@ -26,7 +26,7 @@ void terminate(quint32 pid)
     SimPc &pc = SimPc::current();
     for (const SimProcess &process : pc.processes()) {
         if (process.pid == pid)
-            pc.record(QStringLiteral("terminate ") + process.name);
+            pc.journal.add(QStringLiteral("terminate ") + process.name);
     }
     pc.endProcess(pid);
 }

@@ -48,7 +48,7 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
 {
     const auto news = [&pc, isNews](const QString &line) {
         if (isNews)
-            pc.happened(line);
+            pc.events.add(line);
     };
     if (change.acLine) {
         pc.setAcLine(*change.acLine);
@@ -102,5 +102,5 @@ void scenario::build(const Scenario &scenario, SimPc &pc)
     apply(scenario.beginning, pc, false);
     installSteam(pc, scenario.steam);
     for (const TimelineEntry &entry : scenario.timeline)
-        pc.after(entry.at, [&pc, change = entry.change] { apply(change, pc, true); });
+        pc.timeline.after(entry.at, [&pc, change = entry.change] { apply(change, pc, true); });
 }

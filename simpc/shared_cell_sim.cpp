@@ -35,7 +35,7 @@ bool SharedCell::write(quint32 value)
     if (!handles_ || !pc.cell().write(value))
         return false;
     // Written down last: who answers to the journal finds the cell as it says.
-    pc.record(QStringLiteral("cell write %1").arg(value));
+    pc.journal.add(QStringLiteral("cell write %1").arg(value));
     return true;
 }
 

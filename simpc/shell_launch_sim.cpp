@@ -9,17 +9,17 @@ namespace shell_launch {
 Outcome openHiddenAndWait(const QString &program, const QString &parameters, int waitMilliseconds)
 {
     SimPc &pc = SimPc::current();
-    const qint64 start = pc.clock().elapsed();
+    const qint64 start = pc.timeline.clock().elapsed();
     const SimLaunchResult result = pc.launch({program, parameters, true});
     Outcome outcome;
     outcome.started = result.started;
     outcome.startError = result.error;
     if (result.started && result.hasHandle) {
         const bool ends = result.endsAfter >= 0 && result.endsAfter <= waitMilliseconds;
-        pc.clock().sleep(ends ? result.endsAfter : waitMilliseconds);
+        pc.timeline.clock().sleep(ends ? result.endsAfter : waitMilliseconds);
         outcome.wait = ends ? Outcome::Ended : Outcome::TimedOut;
     }
-    outcome.elapsed = pc.clock().elapsed() - start;
+    outcome.elapsed = pc.timeline.clock().elapsed() - start;
     return outcome;
 }
 

@@ -1,8 +1,8 @@
 #include "simpc/sim_host.h"
 
+#include "simpc/change_timer.h"
 #include "simpc/host_thread.h"
 #include "simpc/server_process.h"
-#include "simpc/wake_up.h"
 
 #include <QDir>
 #include <QFile>
@@ -56,8 +56,8 @@ SimSettings SimSettings::fromEnvironment(QString *error)
 struct SimHost::Private
 {
     Private(const Scenario &from, const Options &with)
-        : scenario(from), options(with), pc(*options.clock), began(pc.now()),
-          wakeUp(std::make_shared<WakeUp>(pc, thread))
+        : scenario(from), options(with), pc(*options.clock), began(pc.timeline.now()),
+          timer(std::make_shared<ChangeTimer>(pc.timeline, thread))
     {
     }
 
@@ -77,7 +77,7 @@ struct SimHost::Private
     const qint64 began;
     ServerProcess server; // the thread's
     HostThread thread;
-    const std::shared_ptr<WakeUp> wakeUp;
+    const std::shared_ptr<ChangeTimer> timer;
     std::optional<qint64> firstStart;
     bool started = false;
 };
@@ -115,9 +115,9 @@ void SimHost::Private::bringAdb()
 void SimHost::Private::beginServer()
 {
     if (!firstStart)
-        firstStart = pc.now();
+        firstStart = pc.timeline.now();
     const SimSettings &settings = options.settings;
-    QStringList arguments = scenario.server.arguments(pc.now() - *firstStart);
+    QStringList arguments = scenario.server.arguments(pc.timeline.now() - *firstStart);
     arguments << QStringLiteral("--cell") << folder.filePath(QStringLiteral("cell"))
               << QStringLiteral("--speed") << QString::number(settings.speed);
     if (!settings.serverLog.isEmpty())
@@ -128,7 +128,7 @@ void SimHost::Private::beginServer()
                                 : settings.serverProgram;
     thread.post([this, program, arguments] {
         if (!server.begin(program, arguments)) {
-            pc.happened(QStringLiteral("the streaming server could not be started"));
+            pc.events.add(QStringLiteral("the streaming server could not be started"));
             complain(QStringLiteral("cannot start ") + program);
         }
     });
@@ -148,11 +148,12 @@ void SimHost::Private::openJournal()
         complain(QStringLiteral("cannot write ") + options.settings.journal);
         return;
     }
-    pc.onJournal([this](const QString &line) {
-        writeJournal(QStringLiteral("program"), pc.clock().elapsed(), line);
+    pc.journal.onLine([this](const QString &line) {
+        writeJournal(QStringLiteral("program"), pc.timeline.clock().elapsed(), line);
     });
-    pc.onHappening(
-        [this](const QString &line) { writeJournal(QStringLiteral("pc"), pc.now(), line); });
+    pc.events.onLine([this](const QString &line) {
+        writeJournal(QStringLiteral("pc"), pc.timeline.now(), line);
+    });
 }
 
 void SimHost::Private::writeJournal(const QString &who, qint64 when, const QString &line)
@@ -192,13 +193,13 @@ void SimHost::start()
     d->started = true;
     // The process may be touched on its thread only, so it ends there.
     d->thread.start([this] { d->server.end(); });
-    d->wakeUp->begin();
+    d->timer->begin();
 }
 
 void SimHost::stop()
 {
     d->started = true;
-    d->wakeUp->end();
+    d->timer->end();
     d->thread.stop();
 }
 

@@ -19,7 +19,7 @@ struct SimSettings
     QString adbFolder;     // SIMPC_ADB: folder with adb; empty: the stand-in's
     QString adbState;      // ADB_SIM_FOLDER: what the stand-in reads; empty: one of its own
     quint16 adbPort = 0;   // ANDROID_ADB_SERVER_PORT; 0: a free one
-    QString journal;       // SIMPC_JOURNAL: file for the journal and the happenings
+    QString journal;       // SIMPC_JOURNAL: file for the journal and the events
 
     // The variables; `error` says in a sentence when one of them makes no
     // sense, and is empty otherwise.

@@ -22,7 +22,7 @@ QString interfacePath(const SimHeadset &headset)
 
 } // namespace
 
-SimPc::SimPc(Clock &clock) : clock_(clock), cell_(std::make_unique<SimCell>())
+SimPc::SimPc(Clock &clock) : timeline(clock), cell_(std::make_unique<SimCell>())
 {
     Q_ASSERT(!currentPc);
     currentPc = this;
@@ -70,7 +70,7 @@ void SimPc::removeRegistryKey(const QString &key)
 
 bool SimPc::hasRegistryKey(const QString &key) const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return std::any_of(registry_.keyBegin(), registry_.keyEnd(), [&](const QString &existing) {
         return existing == key || existing.startsWith(key + '\\');
@@ -79,7 +79,7 @@ bool SimPc::hasRegistryKey(const QString &key) const
 
 std::optional<QString> SimPc::registryText(const QString &key, const QString &name) const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     const auto values = registry_.constFind(key);
     if (values == registry_.constEnd() || !values->contains(name))
@@ -89,7 +89,7 @@ std::optional<QString> SimPc::registryText(const QString &key, const QString &na
 
 QStringList SimPc::registrySubkeys(const QString &key) const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     QStringList names;
     const QString prefix = key + '\\';
@@ -131,7 +131,7 @@ void SimPc::endProcesses(const QString &name)
 
 void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     std::vector<SimProcess> ended;
     std::function<void(const SimProcess &)> listener;
     {
@@ -168,7 +168,7 @@ bool SimPc::isRunning(const QString &name) const
 
 std::vector<SimProcess> SimPc::processes() const
 {
-    settle();
+    timeline.settle();
     std::vector<SimProcess> all;
     Guests guests;
     {
@@ -203,20 +203,20 @@ QString SimPc::searchPath() const
 
 void SimPc::usbChanged(const QString &interfacePath)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     if (usbListener_)
         usbListener_(interfacePath);
 }
 
 void SimPc::onUsbChange(std::function<void(const QString &)> listener)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     usbListener_ = std::move(listener);
 }
 
 void SimPc::setCable(const std::vector<SimHeadset> &headsets)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     std::vector<SimHeadset> before;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
@@ -241,14 +241,14 @@ void SimPc::setCable(const std::vector<SimHeadset> &headsets)
 
 std::vector<SimHeadset> SimPc::cable() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return cable_;
 }
 
 void SimPc::onCable(std::function<void(const std::vector<SimHeadset> &)> listener)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     cableListener_ = std::move(listener);
     if (cableListener_)
         cableListener_(cable_);
@@ -256,14 +256,14 @@ void SimPc::onCable(std::function<void(const std::vector<SimHeadset> &)> listene
 
 void SimPc::personChooses(bool wired)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     if (personListener_)
         personListener_(wired);
 }
 
 void SimPc::onPerson(std::function<void(bool)> listener)
 {
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     personListener_ = std::move(listener);
 }
 
@@ -275,11 +275,11 @@ void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
 
 SimLaunchResult SimPc::launch(const SimLaunch &request)
 {
-    settle();
-    record("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
-           request.parameters + (request.hidden ? " (hidden)" : "") +
-           (request.elevated ? " (elevated)" : "") +
-           (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
+    timeline.settle();
+    journal.add("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
+                request.parameters + (request.hidden ? " (hidden)" : "") +
+                (request.elevated ? " (elevated)" : "") +
+                (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
     LaunchHandler handler;
     {
         const std::lock_guard<std::mutex> lock(mutex_);
@@ -287,125 +287,6 @@ SimLaunchResult SimPc::launch(const SimLaunch &request)
     }
     if (!handler)
         return {false, 2, false, 0};
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
+    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     return handler(request);
-}
-
-qint64 SimPc::now() const
-{
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
-    return changeDue_ ? *changeDue_ : clock_.elapsed();
-}
-
-void SimPc::after(int milliseconds, std::function<void()> change)
-{
-    const qint64 due = now() + milliseconds;
-    std::function<void()> notify;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        changes_.push_back({due, std::move(change)});
-        notify = plannedListener_;
-    }
-    if (notify)
-        notify();
-}
-
-std::optional<SimPc::Change> SimPc::takeDueChange() const
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    // Among equals this finds the one that was planned first.
-    const auto first =
-        std::min_element(changes_.begin(), changes_.end(),
-                         [](const Change &a, const Change &b) { return a.due < b.due; });
-    if (first == changes_.end() || first->due > clock_.elapsed())
-        return std::nullopt;
-    std::optional<Change> change = std::move(*first);
-    changes_.erase(first);
-    return change;
-}
-
-void SimPc::settle() const
-{
-    // Whoever asks while another thread lets things happen waits until they
-    // have happened; a question asked within a change does not start the next.
-    const std::lock_guard<std::recursive_mutex> oneAtATime(happening_);
-    if (changeDue_)
-        return;
-    while (const std::optional<Change> change = takeDueChange()) {
-        changeDue_ = change->due;
-        change->happen();
-        changeDue_.reset();
-    }
-}
-
-std::optional<qint64> SimPc::nextChange() const
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    std::optional<qint64> next;
-    for (const Change &change : changes_) {
-        if (!next || change.due < *next)
-            next = change.due;
-    }
-    return next;
-}
-
-void SimPc::onPlanned(std::function<void()> notify)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    plannedListener_ = std::move(notify);
-}
-
-void SimPc::record(const QString &line)
-{
-    std::vector<std::function<void(const QString &)>> listeners;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        journal_.append(line);
-        listeners = journalListeners_;
-    }
-    for (const auto &listener : listeners)
-        listener(line);
-}
-
-QStringList SimPc::journal() const
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return journal_;
-}
-
-void SimPc::clearJournal()
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    journal_.clear();
-}
-
-void SimPc::onJournal(std::function<void(const QString &)> listener)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    journalListeners_.push_back(std::move(listener));
-}
-
-void SimPc::happened(const QString &line)
-{
-    std::vector<std::function<void(const QString &)>> listeners;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        happenings_.append(line);
-        listeners = happeningListeners_;
-    }
-    for (const auto &listener : listeners)
-        listener(line);
-}
-
-QStringList SimPc::happenings() const
-{
-    settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return happenings_;
-}
-
-void SimPc::onHappening(std::function<void(const QString &)> listener)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    happeningListeners_.push_back(std::move(listener));
 }

@@ -2,13 +2,14 @@
 // machine it runs on, as a world with a state of its own.
 //
 // Tests describe a PC in code, let the program loose on it and look at what
-// the world is like afterwards and in which order it was touched (journal()).
+// the world is like afterwards and in which order it was touched (journal).
 // Demonstrations load it from a scenario file.
 #pragma once
 
-#include "base/clock.h"
 #include "simpc/sim_cell.h"
 #include "simpc/sim_hardware.h"
+#include "simpc/sim_record.h"
+#include "simpc/sim_timeline.h"
 
 #include <QHash>
 #include <QMap>
@@ -74,12 +75,8 @@ struct SimLaunchResult
     int endsAfter = 0;     // milliseconds until that process ends; below 0: never
 };
 
-// The world. All members may be called from any thread; changes that are due
-// happen before the next question is answered, in the order of their times, on
-// whichever thread asks. Launch handlers and changes run one at a time, and
-// meanwhile other threads' questions wait: they may ask and change this PC, but
-// must not wait for another thread. A question asked within a change sees the
-// world as far as it has got.
+// The world. All members may be called from any thread; when things happen and
+// who waits for whom is told in sim_timeline.h.
 class SimPc
 {
 public:
@@ -94,7 +91,14 @@ public:
     static SimPc &current();
     static bool exists();
 
-    Clock &clock() const { return clock_; }
+    SimTimeline timeline;
+    // One line for everything that the program did to this PC, in the order in
+    // which it did it ("launch ...", "terminate adb.exe", "cell write 0").
+    // Questions are not written down.
+    SimRecord journal;
+    // What this PC did of its own accord ("Steam appears", "power line:
+    // offline"), for those who watch a demonstration.
+    SimRecord events{&timeline};
 
     // Registry. Keys with their root, backslashes, no case folding.
     void setRegistryText(const QString &key, const QString &name, const QString &value);
@@ -195,62 +199,22 @@ public:
     void onLaunch(const QString &programName, LaunchHandler handler);
     SimLaunchResult launch(const SimLaunch &request);
 
-    // The world's time in milliseconds: the clock's elapsed(), and within a
-    // change the moment at which that change was due. So a chain of changes
-    // keeps its times however late somebody asks.
-    qint64 now() const;
-
-    // Makes `change` happen `milliseconds` from now().
-    void after(int milliseconds, std::function<void()> change);
-    // Lets everything happen that is due. Called by every question above.
-    void settle() const;
-    // When the next change is due, by the clock's elapsed(); nothing if none.
-    std::optional<qint64> nextChange() const;
-    // Called, on whichever thread, when something was added by after().
-    void onPlanned(std::function<void()> notify);
-
-    // The journal: one line for everything that the program did to this PC,
-    // in the order in which it did it ("launch ...", "terminate adb.exe",
-    // "cell write 0"). Questions are not written down.
-    void record(const QString &line);
-    QStringList journal() const;
-    void clearJournal();
-    // Called with each new line, on the thread that made it; may be called for
-    // several listeners, which stay as long as this PC.
-    void onJournal(std::function<void(const QString &)> listener);
-
-    // The happenings: what this PC did of its own accord ("Steam appears",
-    // "power line: offline"), for those who watch a demonstration. Kept apart
-    // from the journal, which holds the program's own deeds only.
-    void happened(const QString &line);
-    QStringList happenings() const;
-    // As onJournal(), on the thread on which it happened.
-    void onHappening(std::function<void(const QString &)> listener);
-
 private:
-    struct Change
-    {
-        qint64 due;
-        std::function<void()> happen;
-    };
-
-    std::optional<Change> takeDueChange() const;
     void endWhere(const std::function<bool(const SimProcess &)> &ends);
 
-    Clock &clock_;
-    mutable std::recursive_mutex happening_;  // held while the world calls back; before mutex_
-    mutable std::optional<qint64> changeDue_; // of the change that happens; guarded by happening_
-    mutable std::mutex mutex_;                // guards what follows; never held while calling back
+    // Guards what follows, but for the listeners that are called as a change;
+    // never held while calling back.
+    mutable std::mutex mutex_;
     QMap<QString, QMap<QString, QString>> registry_;
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;
     std::function<void(const SimProcess &)> endListener_;
     Guests guests_;
     QString searchPath_;
-    std::function<void(const QString &)> usbListener_; // guarded by happening_
+    std::function<void(const QString &)> usbListener_; // as a change
     std::vector<SimHeadset> cable_;
-    std::function<void(const std::vector<SimHeadset> &)> cableListener_; // by happening_
-    std::function<void(bool)> personListener_;                           // by happening_
+    std::function<void(const std::vector<SimHeadset> &)> cableListener_; // as a change
+    std::function<void(bool)> personListener_;                           // as a change
     std::optional<int> acLine_ = 1;
     std::vector<SimTcpRow> tcpRows_;
     std::optional<quint32> tcpTableError_;
@@ -264,10 +228,4 @@ private:
     std::vector<SimWaveOut> waveOuts_{{2, QStringLiteral("Speakers")}};
     std::unique_ptr<SimCell> cell_;
     QHash<QString, LaunchHandler> launchHandlers_;
-    mutable std::vector<Change> changes_;
-    QStringList journal_;
-    std::vector<std::function<void(const QString &)>> journalListeners_;
-    QStringList happenings_;
-    std::vector<std::function<void(const QString &)>> happeningListeners_;
-    std::function<void()> plannedListener_;
 };

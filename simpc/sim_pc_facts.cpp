@@ -9,7 +9,7 @@ void SimPc::setAcLine(std::optional<int> status)
 
 std::optional<int> SimPc::acLine() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return acLine_;
 }
@@ -34,7 +34,7 @@ void SimPc::setNetworkProfileText(const QString &text)
 
 QString SimPc::networkProfileText() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return networkProfile_;
 }
@@ -47,7 +47,7 @@ void SimPc::setRecordingDevices(const QStringList &names)
 
 QStringList SimPc::recordingDevices() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return recordingDevices_;
 }
@@ -60,14 +60,14 @@ void SimPc::setWaveOuts(const std::vector<SimWaveOut> &devices)
 
 std::vector<SimWaveOut> SimPc::waveOuts() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return waveOuts_;
 }
 
 SimCell &SimPc::cell() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return *cell_;
 }
@@ -86,7 +86,7 @@ void SimPc::setTcpRows(const std::vector<SimTcpRow> &rows)
 
 std::vector<SimTcpRow> SimPc::tcpRows() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return tcpRows_;
 }
@@ -105,7 +105,7 @@ void SimPc::failTcpTable(quint32 error)
 
 std::optional<quint32> SimPc::tcpTableError() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return tcpTableError_;
 }
@@ -118,7 +118,7 @@ void SimPc::setOsVersion(const QString &version)
 
 QString SimPc::osVersion() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return osVersion_;
 }
@@ -131,7 +131,7 @@ void SimPc::setHardware(const SimHardware &hardware)
 
 SimHardware SimPc::hardware() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return hardware_;
 }
@@ -144,7 +144,7 @@ void SimPc::setNetworkQuery(SimNetworkQuery query)
 
 SimNetworkQuery SimPc::networkQuery() const
 {
-    settle();
+    timeline.settle();
     const std::lock_guard<std::mutex> lock(mutex_);
     return networkQuery_;
 }
@@ -157,9 +157,9 @@ void SimPc::setCommand(const QString &name, const QByteArray &script)
 
 std::optional<QByteArray> SimPc::runCommand(const QByteArray &commandLine)
 {
-    settle();
+    timeline.settle();
     const QString line = QString::fromUtf8(commandLine);
-    record("command " + line);
+    journal.add("command " + line);
     const std::lock_guard<std::mutex> lock(mutex_);
     const auto command = commands_.constFind(line.section(' ', 0, 0));
     if (command == commands_.constEnd())

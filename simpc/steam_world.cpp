@@ -99,7 +99,8 @@ private:
             return {false, 3, false, 0};
         if (!pc_.isRunning(steamExe) && !steamComing_) {
             steamComing_ = true;
-            pc_.after(options_.steamAppears, [self = shared_from_this()] { self->steamAppears(); });
+            pc_.timeline.after(options_.steamAppears,
+                               [self = shared_from_this()] { self->steamAppears(); });
         }
         return {true, 0, true, options_.launcherEnds};
     }
@@ -108,7 +109,7 @@ private:
     {
         steamComing_ = false;
         pc_.startProcess(steamExe, steamProgram());
-        pc_.happened(QStringLiteral("Steam appears"));
+        pc_.events.add(QStringLiteral("Steam appears"));
     }
 
     SimLaunchResult launchExplorer(const SimLaunch &request)
@@ -125,7 +126,7 @@ private:
         if (coming_ || steamVrRuns())
             return;
         coming_ = true;
-        pc_.happened(QStringLiteral("SteamVR starts"));
+        pc_.events.add(QStringLiteral("SteamVR starts"));
         int delay = options_.steamVrAppears;
         for (const QString &name : comingUp) {
             later(delay, [this, name] { processAppears(name); });
@@ -147,11 +148,11 @@ private:
             if (driverRegistered())
                 later(options_.driverLoads, [this] { driverLoaded(); });
             else
-                pc_.happened(QStringLiteral("SteamVR finds no streaming driver"));
+                pc_.events.add(QStringLiteral("SteamVR finds no streaming driver"));
         }
         if (name == comingUp.last()) {
             coming_ = false;
-            pc_.happened(QStringLiteral("SteamVR runs"));
+            pc_.events.add(QStringLiteral("SteamVR runs"));
         }
     }
 
@@ -175,12 +176,12 @@ private:
             return;
         driverRuns_ = true;
         if (options_.startServer) {
-            pc_.happened(QStringLiteral("streaming server starts"));
+            pc_.events.add(QStringLiteral("streaming server starts"));
             options_.startServer();
         }
         if (options_.setsCell) {
             pc_.cell().write(1);
-            pc_.happened(QStringLiteral("the cell says 1"));
+            pc_.events.add(QStringLiteral("the cell says 1"));
         }
     }
 
@@ -200,7 +201,7 @@ private:
         ++run_; // what was still to come does not come any more
         coming_ = false;
         closing_ = true;
-        pc_.happened(QStringLiteral("SteamVR closes"));
+        pc_.events.add(QStringLiteral("SteamVR closes"));
         int delay = options_.steamVrCloses;
         for (const QString &name : goingDown) {
             if (!pc_.isRunning(name))
@@ -217,13 +218,13 @@ private:
             driverRuns_ = false;
             if (options_.stopServer) {
                 options_.stopServer();
-                pc_.happened(QStringLiteral("streaming server stops"));
+                pc_.events.add(QStringLiteral("streaming server stops"));
             }
         }
         if (closing_ && !steamVrRuns()) {
             ++run_;
             closing_ = false;
-            pc_.happened(QStringLiteral("SteamVR is closed"));
+            pc_.events.add(QStringLiteral("SteamVR is closed"));
         }
     }
 
@@ -231,7 +232,7 @@ private:
     // once that is over.
     void later(int delay, std::function<void()> step)
     {
-        pc_.after(delay, [self = shared_from_this(), run = run_, step = std::move(step)] {
+        pc_.timeline.after(delay, [self = shared_from_this(), run = run_, step = std::move(step)] {
             if (self->run_ == run)
                 step();
         });

@@ -71,7 +71,7 @@ private slots:
         f.pc.setCommand("netsh", script);
         NotingLink link;
         firewall_step::run(steamVR, f.steam, [&]() -> HeadsetLink & { return link; });
-        QCOMPARE(f.pc.journal(), QStringList{QString::fromLatin1(question)});
+        QCOMPARE(f.pc.journal.lines(), QStringList{QString::fromLatin1(question)});
         QCOMPARE(logged().last(),
                  QString(has ? "has register ORB firewall" : "need register ORB firewall"));
         QCOMPARE(link.firewallRequests, has ? 0 : 1);
@@ -120,7 +120,7 @@ private slots:
         PcFixture f(dir());
         clearLog();
         firewall_step::run(QString(), f.steam, []() -> HeadsetLink & { qFatal("no link"); });
-        QVERIFY(f.pc.journal().isEmpty());
+        QVERIFY(f.pc.journal.lines().isEmpty());
         QVERIFY(logged().isEmpty());
     }
 
@@ -128,7 +128,7 @@ private slots:
     {
         ControllerFixture f(dir());
         f.orb();
-        QVERIFY(f.pc.journal().filter("netsh").isEmpty());
+        QVERIFY(f.pc.journal.lines().filter("netsh").isEmpty());
         QVERIFY(!f.linkMade);
     }
 };

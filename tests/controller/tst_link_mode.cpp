@@ -112,24 +112,25 @@ private slots:
         m.mode.choose(false);
         m.pc.clock.advance(4000);
         m.done.clear();
-        m.pc.pc.clearJournal();
+        m.pc.pc.journal.clear();
         m.pc.pc.startProcess("vrserver.exe");
-        m.pc.pc.after(1500, [&] { m.pc.pc.endProcesses("vrserver.exe"); });
+        m.pc.pc.timeline.after(1500, [&] { m.pc.pc.endProcesses("vrserver.exe"); });
         const qint64 slept = m.pc.clock.slept();
         m.mode.choose(true);
         QCOMPARE(m.done,
                  QStringList({"hookAdb", "toast(正在重启，请稍候,13000)", "SteamVR still runs",
                               "not locked yet", "wiredChanged", "enterWired"}));
-        QVERIFY(m.pc.pc.journal().first().contains("vrstartup.exe -shutdown"));
+        QVERIFY(m.pc.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!m.pc.pc.isRunning("vrserver.exe"));
         QVERIFY(m.pc.clock.slept() - slept >= 1500 + 2500 + 500);
         QVERIFY(m.lock.tryLock()); // let go again
         m.lock.unlock();
-        m.pc.pc.clearJournal();
+        m.pc.pc.journal.clear();
         m.pc.clock.advance(9999);
-        QVERIFY(m.pc.pc.journal().isEmpty());
+        QVERIFY(m.pc.pc.journal.lines().isEmpty());
         m.pc.clock.advance(1);
-        QCOMPARE(m.pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(m.pc.pc.journal.lines().last(),
+                 QString("launch explorer steam://rungameid/250820"));
     }
 
     void theBitRateOfTheNewLinkIsWritten_data()
@@ -168,7 +169,7 @@ private slots:
         m.pc.pc.startProcess("vrserver.exe");
         writeFile("session.json", "{}");
         QStringList stops;
-        m.pc.pc.onJournal([&](const QString &line) {
+        m.pc.pc.journal.onLine([&](const QString &line) {
             if (!line.contains("-shutdown"))
                 return;
             stops << line;
@@ -189,11 +190,11 @@ private slots:
         m.mode.choose(false);
         m.pc.clock.advance(4000);
         m.done.clear();
-        m.pc.pc.clearJournal();
+        m.pc.pc.journal.clear();
         m.pc.config.setWiredOrWireless(0);
         m.mode.choose(false);
         QVERIFY(m.done.isEmpty());
-        QVERIFY(m.pc.pc.journal().isEmpty());
+        QVERIFY(m.pc.pc.journal.lines().isEmpty());
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         m.pc.clock.advance(3999);
         m.mode.choose(false);

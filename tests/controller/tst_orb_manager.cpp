@@ -170,7 +170,7 @@ private slots:
         QVERIFY(!f.linkMade);
         f.clock.advance(60000);
         QVERIFY(f.emitted.isEmpty());
-        QVERIFY(f.pc.journal().isEmpty());
+        QVERIFY(f.pc.journal.lines().isEmpty());
         QCOMPARE(loggedCount("getWiredOrWireless : 0"), 1);
 
         f.orb().setProperty("wired", false);
@@ -191,7 +191,7 @@ private slots:
         QCOMPARE(loggedCount("getWiredOrWireless : 2"), 1);
         QCOMPARE(loggedCount("init end"), 1);
         QCOMPARE(f.orb().steamState(), ORBManager::Pass);
-        QCOMPARE(f.pc.journal(),
+        QCOMPARE(f.pc.journal.lines(),
                  QStringList({"cell write 0", "launch explorer steam://rungameid/250820"}));
         QCOMPARE(f.events.size(), 1);
         QCOMPARE(f.events[0].first,
@@ -215,8 +215,8 @@ private slots:
         ControllerFixture f(dir(), options);
         QVERIFY(f.pc.isRunning("vrserver.exe"));
         f.orb();
-        QVERIFY(f.pc.journal().first().contains("vrstartup.exe -shutdown"));
-        QVERIFY(f.pc.journal().last().contains("steam://rungameid/250820"));
+        QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
+        QVERIFY(f.pc.journal.lines().last().contains("steam://rungameid/250820"));
     }
 
     void theWirelessRoadFromStartToConnected()
@@ -226,7 +226,7 @@ private slots:
         f.server.present = false;
         f.server.headsets = {{"D3A0123456", "10.0.0.7", false}};
         f.server.reportedId = "D3A0123456";
-        f.pc.onHappening(
+        f.pc.events.onLine(
             [&](const QString &) { f.server.present = f.pc.isRunning("vrserver.exe"); });
         f.orb();
         announce("[steam] hasLaunchSteamVR:false; switch: 1");
@@ -256,10 +256,10 @@ private slots:
         f.orb();
         f.pass(20000);
         QVERIFY(f.orb().vrIsConnect());
-        f.pc.clearJournal();
+        f.pc.journal.clear();
         const qint64 slept = f.clock.slept();
         f.close();
-        QVERIFY(f.pc.journal().first().contains("vrstartup.exe -shutdown"));
+        QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!f.pc.isRunning("vrserver.exe"));
         QVERIFY(f.clock.slept() - slept >= 1000 + 2500);
         const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
@@ -562,14 +562,14 @@ private slots:
         QVERIFY(!f.orb().installAudio());
         const QString started = "launch C:/KOLM/installaudio/VBCABLE_Setup_x64.exe (elevated) "
                                 "in C:/KOLM";
-        QCOMPARE(f.pc.journal(), QStringList{started});
+        QCOMPARE(f.pc.journal.lines(), QStringList{started});
         // A second cable goes by another name.
         f.pc.setRecordingDevices({"CABLE Output (2- VB-Audio Virtual Cable)"});
         QVERIFY(!f.orb().installAudio());
-        QCOMPARE(f.pc.journal(), QStringList({started, started}));
+        QCOMPARE(f.pc.journal.lines(), QStringList({started, started}));
         f.pc.setRecordingDevices({"CABLE Output (VB-Audio Virtual Cable)"});
         QVERIFY(f.orb().installAudio());
-        QCOMPARE(f.pc.journal().size(), 2);
+        QCOMPARE(f.pc.journal.lines().size(), 2);
     }
 
     void thePcIsLookedAtWhenTheFirstModeIsChosen()

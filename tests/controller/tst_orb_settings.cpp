@@ -91,13 +91,13 @@ private slots:
         f.pass(20000);
         QVERIFY(f.pc.isRunning("vrserver.exe"));
         announceMisses(3);
-        f.pc.clearJournal();
+        f.pc.journal.clear();
         f.orb().setEffects(1, 1, 1, false, false, false, false);
-        QVERIFY(f.pc.journal().first().contains("vrstartup.exe -shutdown"));
+        QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!f.pc.isRunning("vrserver.exe"));
-        QVERIFY(!f.pc.journal().contains("launch explorer steam://rungameid/250820"));
+        QVERIFY(!f.pc.journal.lines().contains("launch explorer steam://rungameid/250820"));
         f.pass(10000);
-        QVERIFY(f.pc.journal().contains("launch explorer steam://rungameid/250820"));
+        QVERIFY(f.pc.journal.lines().contains("launch explorer steam://rungameid/250820"));
     }
 
     void customValuesSurviveTheEnd()
@@ -120,14 +120,14 @@ private slots:
         storeMode(wired);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
-        f.pc.clearJournal();
+        f.pc.journal.clear();
         f.emitted.clear();
         const qint64 slept = f.clock.slept();
         f.orb().setVideoBitRate(150);
         QCOMPARE(f.orb().bitRate(), 150);
         QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("150"));
         QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
-        QVERIFY(f.pc.journal().isEmpty());
+        QVERIFY(f.pc.journal.lines().isEmpty());
         QCOMPARE(f.emitted, QStringList());
         QCOMPARE(f.clock.slept(), slept);
     }

@@ -28,7 +28,7 @@ private slots:
         Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
         QSignalSpy states(&readiness, &Readiness::stateChanged);
         readiness.startUp();
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
         QCOMPARE(readiness.state(), Readiness::Pass);
         QCOMPARE(states.size(), 1);
         QCOMPARE(logged().last(), QString("checkSteam end"));
@@ -51,7 +51,7 @@ private slots:
         QCOMPARE(toasts[0][1].toInt(), 5000);
         // Seen four times: after 7 s and three rounds of 2 s.
         QCOMPARE(pc.clock.slept(), 7000 + 3 * 2000);
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
     }
 
     void theWaitEndsAfterTwentySevenSeconds()
@@ -61,7 +61,7 @@ private slots:
         readiness.startUp();
         pc.clock.advance(2000);
         QCOMPARE(pc.clock.slept(), 27000);
-        QVERIFY(pc.pc.journal().isEmpty()); // no Steam, no SteamVR
+        QVERIFY(pc.pc.journal.lines().isEmpty()); // no Steam, no SteamVR
     }
 
     void withoutSteamTheStateSaysSoUntilSteamRuns()
@@ -174,7 +174,7 @@ private slots:
         QSignalSpy toasts(&readiness, &Readiness::toast);
         QSignalSpy running(&readiness, &Readiness::steamVRRunningChanged);
         readiness.launch(true);
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
         QVERIFY(readiness.steamVRRunning());
         QCOMPARE(running.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("正在准备打开或者安装SteamVR,确保已登录steam"));

@@ -56,12 +56,13 @@ private slots:
         QCOMPARE(d2.value("fullrange").toBool(), true);
         QCOMPARE(d2.value("hdr").toBool(), true);
         // SteamVR did not run: nothing to stop, but it is started all the same.
-        QVERIFY(s.pc.pc.journal().isEmpty());
+        QVERIFY(s.pc.pc.journal.lines().isEmpty());
         QCOMPARE(s.pc.clock.slept(), 500);
         s.pc.clock.advance(9999);
-        QVERIFY(s.pc.pc.journal().isEmpty());
+        QVERIFY(s.pc.pc.journal.lines().isEmpty());
         s.pc.clock.advance(1);
-        QCOMPARE(s.pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(s.pc.pc.journal.lines().last(),
+                 QString("launch explorer steam://rungameid/250820"));
     }
 
     void theToastComesBeforeTheStop()
@@ -83,7 +84,7 @@ private slots:
         writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":1}}})");
         const QByteArray session = readFile("session.json");
         int stops = 0;
-        s.pc.pc.onJournal([&](const QString &line) {
+        s.pc.pc.journal.onLine([&](const QString &line) {
             if (!line.contains("-shutdown"))
                 return;
             ++stops;
@@ -181,7 +182,7 @@ private slots:
         QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
         QCOMPARE(s.settings.bitRate(true), 75);
         QCOMPARE(s.settings.bitRate(false), 50);
-        QVERIFY(s.pc.pc.journal().isEmpty());
+        QVERIFY(s.pc.pc.journal.lines().isEmpty());
         QVERIFY(s.pc.clock.idle()); // no restart
     }
 

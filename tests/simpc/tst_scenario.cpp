@@ -98,8 +98,8 @@ void ScenarioTest::everyCompiledInScenarioLoads()
     SimPc pc(clock);
     scenario::build(scenario, pc);
     clock.advance(3600 * 1000);
-    pc.settle();
-    QVERIFY(!pc.nextChange());
+    pc.timeline.settle();
+    QVERIFY(!pc.timeline.nextChange());
 }
 
 void ScenarioTest::theCompiledInScenariosAreThoseOfTheFolderAndDiffer()
@@ -370,7 +370,7 @@ void ScenarioTest::everyKeyOfThePcArrives()
     QCOMPARE(pc.processes()[0].name, QString("adb.exe"));
     QCOMPARE(pc.processes()[0].path, QString("C:\\adb.exe"));
     // How it was from the beginning is no news.
-    QCOMPARE(pc.happenings(), QStringList());
+    QCOMPARE(pc.events.lines(), QStringList());
 }
 
 void ScenarioTest::everyKeyOfTheHardwareArrives()
@@ -585,7 +585,7 @@ void ScenarioTest::theTimelineChangesThePcAndTellsSo()
                     pc);
     clock.advance(19999);
     QCOMPARE(pc.acLine().value_or(-1), 1);
-    QCOMPARE(pc.happenings(), QStringList());
+    QCOMPARE(pc.events.lines(), QStringList());
     clock.advance(1);
     QCOMPARE(pc.acLine().value_or(-1), 0);
     QCOMPARE(pc.networkProfileText(), QString("NetworkCategory  : Public"));
@@ -601,12 +601,12 @@ void ScenarioTest::theTimelineChangesThePcAndTellsSo()
     QVERIFY(!pc.isRunning("a.exe"));
     QVERIFY(!pc.acLine());
     QCOMPARE(pc.recordingDevices(), QStringList({"Mic"}));
-    QCOMPARE(pc.happenings(),
+    QCOMPARE(pc.events.lines(),
              QStringList(
                  {"power line: offline", "network: Public", "sound outputs: TV (6 channels)",
                   "a.exe starts", "recording devices: none", "sound outputs: none", "b.exe starts",
                   "power line: fails", "recording devices: Mic", "a.exe ends", "steam.exe ends"}));
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void ScenarioTest::theCableAndAdbAreAsDescribed()
@@ -638,8 +638,9 @@ void ScenarioTest::theCableAndAdbAreAsDescribed()
     clock.advance(11000);
     QVERIFY(pc.cable().empty());
     QCOMPARE(told, (QStringList{"USB", "Wi-Fi"}));
-    QCOMPARE(pc.happenings(), (QStringList{"on the USB cable: B, C", "on the USB cable: none",
-                                           "the person chooses USB", "the person chooses Wi-Fi"}));
+    QCOMPARE(pc.events.lines(),
+             (QStringList{"on the USB cable: B, C", "on the USB cable: none",
+                          "the person chooses USB", "the person chooses Wi-Fi"}));
 }
 
 void ScenarioTest::filesMayBeObjectsTextsOrAbsent()

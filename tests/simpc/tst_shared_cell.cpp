@@ -34,7 +34,7 @@ void SharedCellTest::doesNothingBeforeItIsCreated()
     QVERIFY(!cell.write(1));
     QCOMPARE(value, 7u);
     QVERIFY(!pc.cell().read(&value));
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void SharedCellTest::startsEmpty()
@@ -45,7 +45,7 @@ void SharedCellTest::startsEmpty()
     quint32 value = 7;
     QVERIFY(!cell.read(&value));
     QCOMPARE(value, 7u);
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void SharedCellTest::keepsWhatTheOtherSideWrote()
@@ -144,7 +144,7 @@ void SharedCellTest::failsWhenTheSystemRefuses()
     QVERIFY(!cell.read(&value));
     QVERIFY(!cell.write(1));
     QCOMPARE(value, 7u);
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void SharedCellTest::writesDownWhatTheProgramDid()
@@ -157,7 +157,7 @@ void SharedCellTest::writesDownWhatTheProgramDid()
     quint32 value;
     QVERIFY(cell.read(&value));
     QVERIFY(cell.write(4294967295u));
-    QCOMPARE(pc.journal(), (QStringList{"cell write 0", "cell write 4294967295"}));
+    QCOMPARE(pc.journal.lines(), (QStringList{"cell write 0", "cell write 4294967295"}));
 }
 
 void SharedCellTest::isWrittenBeforeTheJournalTells()
@@ -166,7 +166,7 @@ void SharedCellTest::isWrittenBeforeTheJournalTells()
     SharedCell cell;
     QVERIFY(cell.create());
     // A streaming side that comes up at the very moment of the zero.
-    pc.onJournal([&](const QString &) { pc.cell().write(1); });
+    pc.journal.onLine([&](const QString &) { pc.cell().write(1); });
     QVERIFY(cell.write(0));
     quint32 value = 7;
     QVERIFY(cell.read(&value));

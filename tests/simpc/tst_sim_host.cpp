@@ -28,7 +28,7 @@ class Watcher
 public:
     explicit Watcher(SimPc &pc)
     {
-        pc.onHappening([this](const QString &line) {
+        pc.events.onLine([this](const QString &line) {
             {
                 const std::lock_guard<std::mutex> lock(mutex_);
                 lines_.append(line);
@@ -242,7 +242,7 @@ void SimHostTest::anIdlePcWaitsForNothing()
     QVERIFY(!clock.idle());
     clock.advance(20000);
     QVERIFY(clock.idle());
-    host.pc().after(100, [] {});
+    host.pc().timeline.after(100, [] {});
     QVERIFY(!clock.idle());
     clock.advance(100);
     QVERIFY(clock.idle());
@@ -255,7 +255,7 @@ void SimHostTest::whatIsPlannedLaterButDueEarlierComesInTime()
     Watcher watcher(host.pc());
     host.start();
     for (const int due : {500, 100, 300, 100})
-        host.pc().after(due, [&host, due] { host.pc().happened(QString::number(due)); });
+        host.pc().timeline.after(due, [&host, due] { host.pc().events.add(QString::number(due)); });
     clock.advance(100);
     QCOMPARE(watcher.lines(), QStringList({"100", "100"}));
     clock.advance(200);
@@ -272,7 +272,7 @@ void SimHostTest::planningSomethingLaterAddsNoWait()
     host.start();
     QCOMPARE(clock.waits(), 1);
     for (int i = 0; i < 10; ++i)
-        host.pc().after(2000, [] {});
+        host.pc().timeline.after(2000, [] {});
     QCOMPARE(clock.waits(), 1);
     clock.manual().advance(1000);
     QCOMPARE(clock.waits(), 2);
@@ -351,8 +351,8 @@ void SimHostTest::withoutTheProgramsOwnDriverNoServerComes()
     SimHost host(from(ready), options(clock));
     host.start();
     startSteamVr(host, clock);
-    QVERIFY(host.pc().happenings().contains("SteamVR finds no streaming driver"));
-    QVERIFY(!host.pc().happenings().contains("streaming server starts"));
+    QVERIFY(host.pc().events.lines().contains("SteamVR finds no streaming driver"));
+    QVERIFY(!host.pc().events.lines().contains("streaming server starts"));
     QCOMPARE(host.serverPid(), qint64(0));
 }
 
@@ -451,7 +451,7 @@ void SimHostTest::anExternalServerIsNotStartedButTheCellIsSet()
     quint32 value = 0;
     QVERIFY(host.pc().cell().read(&value));
     QCOMPARE(value, 1u);
-    QVERIFY(!host.pc().happenings().contains("streaming server starts"));
+    QVERIFY(!host.pc().events.lines().contains("streaming server starts"));
 }
 
 void SimHostTest::aServerThatNeverComesLeavesTheCellAlone()
@@ -466,7 +466,7 @@ void SimHostTest::aServerThatNeverComesLeavesTheCellAlone()
     quint32 value = 77;
     QVERIFY(host.pc().cell().read(&value));
     QCOMPARE(value, 0u);
-    QCOMPARE(host.pc().happenings(), QStringList({"SteamVR starts", "SteamVR runs"}));
+    QCOMPARE(host.pc().events.lines(), QStringList({"SteamVR starts", "SteamVR runs"}));
 }
 
 void SimHostTest::endingTheHostEndsTheServer_data()
@@ -539,7 +539,7 @@ void SimHostTest::theJournalFileHoldsDeedsAndHappenings()
     SimHost host(from(R"({"title":"t","at":[{"seconds":1.25,"acLine":"offline"}]})"), with);
     host.start();
     clock.advance(2000);
-    host.pc().record("cell write 0");
+    host.pc().journal.add("cell write 0");
     QCOMPARE(readFile("journal"), QByteArray("    1.250 pc     : power line: offline\n"
                                              "    2.000 program: cell write 0\n"));
 }

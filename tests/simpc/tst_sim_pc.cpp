@@ -83,7 +83,7 @@ void SimPcTest::theNewestPcIsTheCurrentOneUntilItGoes()
         SimPc pc(clock);
         QVERIFY(SimPc::exists());
         QCOMPARE(&SimPc::current(), &pc);
-        QCOMPARE(&pc.clock(), static_cast<Clock *>(&clock));
+        QCOMPARE(&pc.timeline.clock(), static_cast<Clock *>(&clock));
     }
     QVERIFY(!SimPc::exists());
 }
@@ -176,7 +176,7 @@ void SimPcTest::whoeverEndsAProcessTheListenerHearsOfIt()
     pc.startProcess("b.exe");
     pc.endProcess(pid);
     pc.endProcess(pid);
-    pc.after(5, [&] { pc.endProcesses("b.exe"); });
+    pc.timeline.after(5, [&] { pc.endProcesses("b.exe"); });
     clock.advance(5);
     QVERIFY(!pc.isRunning("b.exe"));
     QCOMPARE(ended, QStringList({"a.exe gone", "b.exe gone"}));
@@ -190,7 +190,7 @@ void SimPcTest::aProgramNobodyKnowsCannotBeLaunched()
     QVERIFY(!result.started);
     QVERIFY(!result.hasHandle);
     QCOMPARE(result.error, 2u);
-    QCOMPARE(pc.journal(), QStringList({"launch C:\\none.exe -x"}));
+    QCOMPARE(pc.journal.lines(), QStringList({"launch C:\\none.exe -x"}));
 }
 
 void SimPcTest::aLaunchIsHandledByTheLastPartOfThePath_data()
@@ -221,7 +221,7 @@ void SimPcTest::aLaunchIsHandledByTheLastPartOfThePath()
     const SimLaunchResult result = pc.launch({program, "-silent", true});
     QCOMPARE(result.started, handled);
     QCOMPARE(seen, handled ? QStringList({program + "|-silent|1"}) : QStringList());
-    QCOMPARE(pc.journal(), QStringList({"launch " + program + " -silent (hidden)"}));
+    QCOMPARE(pc.journal.lines(), QStringList({"launch " + program + " -silent (hidden)"}));
     if (handled)
         QCOMPARE(result.endsAfter, 700);
 }
@@ -231,8 +231,8 @@ void SimPcTest::changesHappenInTheOrderOfTheirTimesBeforeTheNextAnswer()
     ManualClock clock;
     SimPc pc(clock);
     QStringList order;
-    pc.after(300, [&] { order.append("late"); });
-    pc.after(100, [&] {
+    pc.timeline.after(300, [&] { order.append("late"); });
+    pc.timeline.after(100, [&] {
         order.append("early");
         pc.setAcLine(0);
     });
@@ -242,8 +242,8 @@ void SimPcTest::changesHappenInTheOrderOfTheirTimesBeforeTheNextAnswer()
     QCOMPARE(pc.acLine().value_or(-1), 0);
     QCOMPARE(order, QStringList({"early"}));
     clock.advance(1000);
-    pc.settle();
-    pc.settle();
+    pc.timeline.settle();
+    pc.timeline.settle();
     QCOMPARE(order, QStringList({"early", "late"}));
 }
 
@@ -253,9 +253,9 @@ void SimPcTest::changesOfOneMomentHappenInTheOrderInWhichTheyWerePlanned()
     SimPc pc(clock);
     QString order;
     for (const char letter : {'a', 'b', 'c', 'd'})
-        pc.after(10, [&order, letter] { order.append(letter); });
+        pc.timeline.after(10, [&order, letter] { order.append(letter); });
     clock.advance(10);
-    pc.settle();
+    pc.timeline.settle();
     QCOMPARE(order, QString("abcd"));
 }
 
@@ -265,21 +265,21 @@ void SimPcTest::aChainOfChangesKeepsItsTimesHoweverLateSomebodyAsks()
     SimPc pc(clock);
     QStringList order;
     const auto note = [&](const char *what) {
-        order.append(QString("%1 at %2").arg(what).arg(pc.now()));
+        order.append(QString("%1 at %2").arg(what).arg(pc.timeline.now()));
     };
-    pc.after(100, [&] {
+    pc.timeline.after(100, [&] {
         note("first");
-        pc.after(50, [&] {
+        pc.timeline.after(50, [&] {
             note("second");
-            pc.after(500, [&] { note("third"); });
+            pc.timeline.after(500, [&] { note("third"); });
         });
     });
-    pc.after(120, [&] { note("between"); });
+    pc.timeline.after(120, [&] { note("between"); });
     clock.advance(600);
-    pc.settle();
+    pc.timeline.settle();
     QCOMPARE(order, QStringList({"first at 100", "between at 120", "second at 150"}));
-    QCOMPARE(pc.now(), qint64(600));
-    QCOMPARE(pc.nextChange().value_or(-1), qint64(650));
+    QCOMPARE(pc.timeline.now(), qint64(600));
+    QCOMPARE(pc.timeline.nextChange().value_or(-1), qint64(650));
 }
 
 void SimPcTest::aQuestionWithinAChangeDoesNotStartTheNextOne()
@@ -287,10 +287,10 @@ void SimPcTest::aQuestionWithinAChangeDoesNotStartTheNextOne()
     ManualClock clock;
     SimPc pc(clock);
     int acLineSeen = -1;
-    pc.after(10, [&] { acLineSeen = pc.acLine().value_or(-1); });
-    pc.after(20, [&] { pc.setAcLine(0); });
+    pc.timeline.after(10, [&] { acLineSeen = pc.acLine().value_or(-1); });
+    pc.timeline.after(20, [&] { pc.setAcLine(0); });
     clock.advance(30);
-    pc.settle();
+    pc.timeline.settle();
     QCOMPARE(acLineSeen, 1);
     QCOMPARE(pc.acLine().value_or(-1), 0);
 }
@@ -301,14 +301,14 @@ void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
     SimPc pc(clock);
     Semaphore halfway;
     Semaphore goOn;
-    pc.after(10, [&] {
+    pc.timeline.after(10, [&] {
         pc.setAcLine(0);
         halfway.release();
         QVERIFY(goOn.acquire());
         pc.startProcess("steam.exe");
     });
     clock.advance(10);
-    std::thread other([&] { pc.settle(); });
+    std::thread other([&] { pc.timeline.settle(); });
     QVERIFY(halfway.acquire());
     std::atomic<bool> asked{false};
     bool seen = false;
@@ -329,17 +329,17 @@ void SimPcTest::theNextChangeIsToldAndItsPlanningAnnounced()
     ManualClock clock;
     SimPc pc(clock);
     int announced = 0;
-    pc.onPlanned([&] { ++announced; });
-    QVERIFY(!pc.nextChange());
-    pc.after(500, [] {});
-    pc.after(200, [] {});
+    pc.timeline.onPlanned([&] { ++announced; });
+    QVERIFY(!pc.timeline.nextChange());
+    pc.timeline.after(500, [] {});
+    pc.timeline.after(200, [] {});
     QCOMPARE(announced, 2);
-    QCOMPARE(pc.nextChange().value_or(-1), qint64(200));
+    QCOMPARE(pc.timeline.nextChange().value_or(-1), qint64(200));
     clock.advance(200);
-    pc.settle();
-    QCOMPARE(pc.nextChange().value_or(-1), qint64(500));
-    pc.onPlanned(nullptr);
-    pc.after(1, [] {});
+    pc.timeline.settle();
+    QCOMPARE(pc.timeline.nextChange().value_or(-1), qint64(500));
+    pc.timeline.onPlanned(nullptr);
+    pc.timeline.after(1, [] {});
     QCOMPARE(announced, 2);
 }
 
@@ -348,15 +348,15 @@ void SimPcTest::theJournalHoldsTheProgramsDeedsOnly()
     ManualClock clock;
     SimPc pc(clock);
     QStringList heard;
-    pc.onJournal([&](const QString &line) { heard.append(line); });
-    pc.record("cell write 0");
+    pc.journal.onLine([&](const QString &line) { heard.append(line); });
+    pc.journal.add("cell write 0");
     pc.setAcLine(0);
     pc.startProcess("steam.exe");
-    pc.happened("Steam appears");
-    QCOMPARE(pc.journal(), QStringList({"cell write 0"}));
-    QCOMPARE(heard, pc.journal());
-    pc.clearJournal();
-    QCOMPARE(pc.journal(), QStringList());
+    pc.events.add("Steam appears");
+    QCOMPARE(pc.journal.lines(), QStringList({"cell write 0"}));
+    QCOMPARE(heard, pc.journal.lines());
+    pc.journal.clear();
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void SimPcTest::happeningsHaveAListOfTheirOwn()
@@ -364,16 +364,16 @@ void SimPcTest::happeningsHaveAListOfTheirOwn()
     ManualClock clock;
     SimPc pc(clock);
     QStringList heard;
-    pc.onHappening([&](const QString &line) { heard.append(line); });
+    pc.events.onLine([&](const QString &line) { heard.append(line); });
     int alsoHeard = 0;
-    pc.onHappening([&](const QString &) { ++alsoHeard; });
-    pc.after(10, [&] { pc.happened("something"); });
-    QCOMPARE(pc.happenings(), QStringList());
+    pc.events.onLine([&](const QString &) { ++alsoHeard; });
+    pc.timeline.after(10, [&] { pc.events.add("something"); });
+    QCOMPARE(pc.events.lines(), QStringList());
     clock.advance(10);
-    QCOMPARE(pc.happenings(), QStringList({"something"}));
-    QCOMPARE(heard, pc.happenings());
+    QCOMPARE(pc.events.lines(), QStringList({"something"}));
+    QCOMPARE(heard, pc.events.lines());
     QCOMPARE(alsoHeard, 1);
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
 }
 
 void SimPcTest::aFailingPowerQuestionHasNoAnswer()

@@ -31,7 +31,7 @@ struct World
     // What happened to the streaming server up to now.
     QStringList server()
     {
-        pc.settle();
+        pc.timeline.settle();
         return calls;
     }
     void install() { installSteam(pc, options); }
@@ -167,7 +167,7 @@ void SteamWorldTest::whatRunsAtTheBeginningRuns()
     w.install();
     QVERIFY(w.steamVrIsUp());
     QCOMPARE(w.pc.processes()[2].path, QString(vrStartup).replace("vrstartup.exe", "vrserver.exe"));
-    QCOMPARE(w.pc.happenings(), QStringList());
+    QCOMPARE(w.pc.events.lines(), QStringList());
 }
 
 void SteamWorldTest::steamAppearsSomeTimeAfterItsLaunch()
@@ -178,11 +178,11 @@ void SteamWorldTest::steamAppearsSomeTimeAfterItsLaunch()
     QVERIFY(w.pc.launch({steamProgram, "-silent", true}).started);
     w.clock.advance(4999);
     QCOMPARE(w.running(), QStringList());
-    QCOMPARE(w.pc.happenings(), QStringList());
+    QCOMPARE(w.pc.events.lines(), QStringList());
     w.clock.advance(1);
     QCOMPARE(w.running(), QStringList("steam.exe"));
     QCOMPARE(w.pc.processes()[0].path, steamProgram);
-    QCOMPARE(w.pc.happenings(), QStringList("Steam appears"));
+    QCOMPARE(w.pc.events.lines(), QStringList("Steam appears"));
 }
 
 void SteamWorldTest::aSecondLaunchOfSteamBringsNoSecondSteam()
@@ -257,7 +257,7 @@ void SteamWorldTest::withoutSteamRunningTheUrlDoesNothing()
     QVERIFY(w.openUrl().started);
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList());
-    QCOMPARE(w.pc.happenings(), QStringList());
+    QCOMPARE(w.pc.events.lines(), QStringList());
 }
 
 void SteamWorldTest::anotherUrlDoesNothing()
@@ -287,7 +287,7 @@ void SteamWorldTest::steamVrComesUpProcessByProcess()
     w.options.driverLoads = 500;
     w.installReady();
     w.openUrl();
-    QCOMPARE(w.pc.happenings(), QStringList("SteamVR starts"));
+    QCOMPARE(w.pc.events.lines(), QStringList("SteamVR starts"));
     w.clock.advance(2999);
     QCOMPARE(w.running(), QStringList("steam.exe"));
     w.clock.advance(1);
@@ -297,12 +297,12 @@ void SteamWorldTest::steamVrComesUpProcessByProcess()
     w.clock.advance(499);
     QCOMPARE(w.server(), QStringList());
     w.clock.advance(1);
-    w.pc.settle();
+    w.pc.timeline.settle();
     QCOMPARE(w.server(), QStringList("start"));
     w.clock.advance(100);
     QVERIFY(w.steamVrIsUp());
-    QCOMPARE(w.pc.happenings(), QStringList({"SteamVR starts", "streaming server starts",
-                                             "the cell says 1", "SteamVR runs"}));
+    QCOMPARE(w.pc.events.lines(), QStringList({"SteamVR starts", "streaming server starts",
+                                               "the cell says 1", "SteamVR runs"}));
 }
 
 void SteamWorldTest::steamVrIsNotStartedTwice()
@@ -363,7 +363,7 @@ void SteamWorldTest::theDriverIsLoadedOnlyWhenRegisteredAsItsServerComesUp()
     QCOMPARE(w.server(), loaded ? QStringList("start") : QStringList());
     quint32 value = 0;
     QCOMPARE(w.pc.cell().read(&value), loaded);
-    QCOMPARE(w.pc.happenings().contains("SteamVR finds no streaming driver"), !loaded);
+    QCOMPARE(w.pc.events.lines().contains("SteamVR finds no streaming driver"), !loaded);
 }
 
 void SteamWorldTest::theDriversAreReadWhenTheServerComesUpAndNotBefore()
@@ -374,23 +374,23 @@ void SteamWorldTest::theDriversAreReadWhenTheServerComesUpAndNotBefore()
     w.installReady();
     w.openUrl();
     w.clock.advance(3199);
-    w.pc.settle();
+    w.pc.timeline.settle();
     w.registerDrivers({});
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     QCOMPARE(w.server(), QStringList());
 
     // And once they are read, it is of no use to take one away.
     w.shutDown();
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     w.registerDrivers({"C:\\Assistant"});
     w.openUrl();
     w.clock.advance(3200);
-    w.pc.settle();
+    w.pc.timeline.settle();
     w.registerDrivers({});
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     QCOMPARE(w.server(), QStringList("start"));
 }
 
@@ -441,7 +441,7 @@ void SteamWorldTest::shutdownTakesSteamVrAwayProcessByProcess()
     QCOMPARE(w.running(), QStringList("steam.exe"));
     // With vrserver.exe, the last but one.
     QCOMPARE(serverThen, QStringList({"start", "start", "start", "stop", "stop"}));
-    QCOMPARE(w.pc.happenings().mid(4),
+    QCOMPARE(w.pc.events.lines().mid(4),
              QStringList({"SteamVR closes", "streaming server stops", "SteamVR is closed"}));
 }
 
@@ -463,7 +463,7 @@ void SteamWorldTest::shutdownOfNothingDoesNothing()
     w.installReady();
     QVERIFY(w.shutDown().started);
     w.clock.advance(60000);
-    QCOMPARE(w.pc.happenings(), QStringList());
+    QCOMPARE(w.pc.events.lines(), QStringList());
     QCOMPARE(w.server(), QStringList());
     w.openUrl();
     w.clock.advance(60000);
@@ -516,7 +516,7 @@ void SteamWorldTest::steamVrCannotBeStartedWhileItCloses()
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
     QCOMPARE(w.server(), QStringList({"start", "stop"}));
-    QCOMPARE(w.pc.happenings().count("SteamVR closes"), 1);
+    QCOMPARE(w.pc.events.lines().count("SteamVR closes"), 1);
 }
 
 void SteamWorldTest::startAndShutdownRepeat()
@@ -534,8 +534,8 @@ void SteamWorldTest::startAndShutdownRepeat()
         QCOMPARE(w.running(), QStringList("steam.exe"));
         QCOMPARE(w.server().count("stop"), round);
     }
-    QCOMPARE(w.pc.happenings().count("SteamVR is closed"), 4);
-    QVERIFY(!w.pc.nextChange());
+    QCOMPARE(w.pc.events.lines().count("SteamVR is closed"), 4);
+    QVERIFY(!w.pc.timeline.nextChange());
 }
 
 void SteamWorldTest::leftoverProcessesAreShutDownLikeOthers()
@@ -559,7 +559,7 @@ void SteamWorldTest::theStreamingServerGoesHoweverSteamVrsServerEnds()
     w.installReady();
     w.openUrl();
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     w.pc.endProcesses("vrserver.exe");
     QCOMPARE(w.server(), QStringList({"start", "stop"}));
     w.shutDown();
@@ -574,7 +574,7 @@ void SteamWorldTest::aKilledSteamVrCanBeStartedAgain()
     w.installReady();
     w.openUrl();
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     for (const QString &name : allOfSteamVr)
         w.pc.endProcesses(name);
     w.openUrl();
@@ -591,7 +591,7 @@ void SteamWorldTest::aKilledSteamVrCanBeStartedAgain()
     QVERIFY(w.pc.isRunning("vrserver.exe"));
     w.pc.endProcesses("vrserver.exe");
     w.clock.advance(60000);
-    w.pc.settle();
+    w.pc.timeline.settle();
     QCOMPARE(w.server(), QStringList({"start", "stop", "start", "stop"}));
 }
 
@@ -622,8 +622,8 @@ void SteamWorldTest::nothingOfAllThatIsInTheJournalButTheLaunches()
     w.shutDown();
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
-    QCOMPARE(w.pc.journal(), QStringList({"launch explorer " + url,
-                                          "launch " + vrStartup + " -shutdown (hidden)"}));
+    QCOMPARE(w.pc.journal.lines(), QStringList({"launch explorer " + url,
+                                                "launch " + vrStartup + " -shutdown (hidden)"}));
 }
 
 KOLM_TEST_MAIN(SteamWorldTest)

@@ -21,10 +21,11 @@ private slots:
             return SimLaunchResult{true, 0, true, 300};
         });
         pc.steam().startSteam();
-        QVERIFY(pc.pc.journal().isEmpty()); // returns at once
+        QVERIFY(pc.pc.journal.lines().isEmpty()); // returns at once
         QCOMPARE(pc.clock.slept(), 0);
         pc.runPool();
-        QCOMPARE(pc.pc.journal(), QStringList{"launch C:\\Steam\\steam.exe -silent (hidden)"});
+        QCOMPARE(pc.pc.journal.lines(),
+                 QStringList{"launch C:\\Steam\\steam.exe -silent (hidden)"});
         QVERIFY(clearedBefore);
         QCOMPARE(pc.clock.slept(), 2000 + 300);
         QCOMPARE(logged().mid(logged().indexOf("[steam] startSteam called")),
@@ -78,7 +79,7 @@ private slots:
         QCOMPARE(toasts.size(), 2);
         QCOMPARE(toasts[0][0].toString(), QString("未找到Steam安装路径"));
         QCOMPARE(toasts[1][0].toString(), QString("启动Steam失败"));
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
     }
 
     void aLaunchThatTheSystemRefusesNamesItsError()

@@ -31,7 +31,7 @@ private slots:
         });
         clearLog();
         pc.steam().startSteamVR();
-        QCOMPARE(pc.pc.journal(),
+        QCOMPARE(pc.pc.journal.lines(),
                  QStringList({"cell write 0", "launch explorer steam://rungameid/250820"}));
         QCOMPARE(registered, QJsonValue(QJsonArray{"C:/KOLM"}));
         QCOMPARE(logged(), QStringList({"Successfully set external_drivers to:C:/KOLM",
@@ -50,7 +50,7 @@ private slots:
         pc.pc.startProcess("steam.exe"); // seen once only
         clearLog();
         pc.steam().startSteamVR();
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         QCOMPARE(logged(), QStringList{"[steam] lanunched steam,true num:1,ret:false; "
                                        "external_drivers: false"});
         QVERIFY(pc.vrPath().value("external_drivers").isNull());
@@ -110,7 +110,7 @@ private slots:
         pc.steam();
         clearLog();
         pc.steam().stopSteamVR();
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         QCOMPARE(pc.clock.slept(), 0);
         QCOMPARE(logged(), QStringList({"Successfully cleared external_drivers array (empty array)",
                                         "[steam] stopSteamVR"}));
@@ -129,11 +129,11 @@ private slots:
         pc.installSteamVR("D:\\VR");
         pc.pc.startProcess(process);
         pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
-            pc.pc.after(3500, [&] { pc.pc.endProcesses(process); });
+            pc.pc.timeline.after(3500, [&] { pc.pc.endProcesses(process); });
             return SimLaunchResult{true, 0, true, 500};
         });
         pc.steam().stopSteamVR();
-        QCOMPARE(pc.pc.journal(),
+        QCOMPARE(pc.pc.journal.lines(),
                  QStringList{"launch D:\\VR\\bin\\win64\\vrstartup.exe -shutdown (hidden)"});
         QVERIFY(!pc.pc.isRunning(process));
         // 500 for the command, three rounds of 1000 until 3500 are over, 2500 more.
@@ -145,9 +145,9 @@ private slots:
         SteamFixture pc(dir());
         pc.installSteamVR("D:\\" + QString(260, 'V'));
         pc.pc.startProcess("vrserver.exe");
-        pc.pc.after(1500, [&] { pc.pc.endProcesses("vrserver.exe"); });
+        pc.pc.timeline.after(1500, [&] { pc.pc.endProcesses("vrserver.exe"); });
         pc.steam().stopSteamVR();
-        QCOMPARE(pc.pc.journal(), QStringList());
+        QCOMPARE(pc.pc.journal.lines(), QStringList());
         QVERIFY(!pc.pc.isRunning("vrserver.exe"));
     }
 
@@ -168,9 +168,9 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.pc.startProcess("vrcompositor.exe");
-        pc.pc.after(60500, [&] { pc.pc.endProcesses("vrcompositor.exe"); });
+        pc.pc.timeline.after(60500, [&] { pc.pc.endProcesses("vrcompositor.exe"); });
         pc.steam().stopSteamVR();
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         QCOMPARE(pc.clock.slept(), 61000 + 2500);
     }
 
@@ -194,9 +194,9 @@ private slots:
         QCOMPARE(toasts.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("正在重启，请等待"));
         pc.clock.advance(5999);
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         pc.clock.advance(1);
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
     }
 
     void fromAnotherThreadStartAndStopArePosted()
@@ -210,11 +210,11 @@ private slots:
             pc.steam().stopSteamVR();
             pc.steam().startSteamVR();
         }).join();
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         QCOMPARE(loggedCount("[steam] stopSteamVR"), 0);
         QCoreApplication::processEvents();
         QCOMPARE(loggedCount("[steam] stopSteamVR"), 1);
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
     }
 
     void aRestartFromTheLinksThreadIsCarriedOutOnTheObjectsThread()
@@ -232,13 +232,13 @@ private slots:
         pc.config.loadDeviceSettings(false, 0);
         announce("[steam] stopSteamVR thread");
         std::thread([&] { pc.steam().restartSteamVR(); }).join();
-        QVERIFY(pc.pc.journal().isEmpty());
+        QVERIFY(pc.pc.journal.lines().isEmpty());
         QCoreApplication::processEvents();
-        QCOMPARE(pc.pc.journal().size(), 1); // the shutdown
+        QCOMPARE(pc.pc.journal.lines().size(), 1); // the shutdown
         pc.clock.advance(4000);
         QCOMPARE(toasts.size(), 1);
         pc.clock.advance(6000);
-        QCOMPARE(pc.pc.journal().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
     }
 };
 

@@ -49,7 +49,7 @@ private slots:
         SimPc pc(clock);
         pc.setCommand("netsh", "true");
         SystemInfo::runCommand("netsh show rule name=\"a b\"");
-        QCOMPARE(pc.journal(), QStringList{"command netsh show rule name=\"a b\""});
+        QCOMPARE(pc.journal.lines(), QStringList{"command netsh show rule name=\"a b\""});
     }
 
     void megabytesComeBackWhole()

@@ -140,7 +140,7 @@ void AdbMangerTest::killsNothingWithoutAdb()
     pc.startProcess("steam.exe", "C:/Steam/steam.exe");
     Adb adb(clock_);
     adb.manager->killAdb();
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
     QVERIFY(pc.isRunning("steam.exe"));
 }
 
@@ -369,7 +369,7 @@ void AdbMangerTest::anOfflineHeadsetRestartsAdbAndTellsTheUser()
     pc.startProcess("adb.exe", "C:/adb.exe");
     adb.check("List of devices attached\r\nA\toffline\r\n\r\n", "x");
     QCOMPARE(adb.said, QStringList{"tip"});
-    QCOMPARE(pc.journal(), QStringList{"terminate adb.exe"});
+    QCOMPARE(pc.journal.lines(), QStringList{"terminate adb.exe"});
     clock_.advance(600);
     adb.check(device("A"), "x");
     QCOMPARE(adb.said, (QStringList{"tip", "connect A"}));
@@ -482,7 +482,7 @@ void AdbMangerTest::atItsEndItLeavesARunningServerWithoutPorts()
     Adb adb(clock_);
     adb.manager.reset();
     QVERIFY(pc.isRunning("adb.exe"));
-    QCOMPARE(pc.journal(), QStringList());
+    QCOMPARE(pc.journal.lines(), QStringList());
     QCOMPARE(adb.lines,
              QStringList{"C:/adb.exe forward --remove-all && C:/adb.exe reverse --remove-all"});
     QCOMPARE(loggedCount("adb ORB: " + removePorts), 1);

@@ -170,7 +170,7 @@ void GenuineAdbTest::aHeadsetThatIsPulledOutRestartsAdb()
     p.said.clear();
     p.adb.pullOut(); // adb calls such a headset offline
     QVERIFY(p.looksUntil([&p] { return p.said.contains("tip"); }));
-    QVERIFY(p.pc.journal().contains("terminate adb.exe"));
+    QVERIFY(p.pc.journal.lines().contains("terminate adb.exe"));
     QVERIFY(p.looksUntil([&p] { return p.said.contains("gone "); }));
     const QString second = p.adb.plugIn();
     QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + second); }));

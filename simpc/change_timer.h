@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simpc/host_thread.h"
-#include "simpc/sim_pc.h"
+#include "simpc/sim_timeline.h"
 
 #include <memory>
 #include <mutex>
@@ -10,11 +10,11 @@
 
 // Sleeps between the changes: an idle PC causes no wake-ups. The changes run on
 // a HostThread.
-class WakeUp : public std::enable_shared_from_this<WakeUp>
+class ChangeTimer : public std::enable_shared_from_this<ChangeTimer>
 {
 public:
     // Both outlive the thread's stop().
-    WakeUp(SimPc &pc, HostThread &thread) : pc_(pc), thread_(thread) {}
+    ChangeTimer(SimTimeline &timeline, HostThread &thread) : timeline_(timeline), thread_(thread) {}
 
     // Watches for changes from now on; the thread must run. Any thread.
     void begin();
@@ -23,7 +23,7 @@ public:
 private:
     void arm();
 
-    SimPc &pc_;
+    SimTimeline &timeline_;
     HostThread &thread_;
     std::mutex mutex_;       // guards the field below
     std::set<qint64> armed_; // for when something is waiting already

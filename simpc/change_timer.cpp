@@ -1,33 +1,33 @@
-#include "simpc/wake_up.h"
+#include "simpc/change_timer.h"
 
 #include <algorithm>
 
-void WakeUp::begin()
+void ChangeTimer::begin()
 {
-    pc_.onPlanned([self = shared_from_this()] { self->arm(); });
+    timeline_.onPlanned([self = shared_from_this()] { self->arm(); });
     arm();
 }
 
-void WakeUp::end()
+void ChangeTimer::end()
 {
-    pc_.onPlanned(nullptr);
+    timeline_.onPlanned(nullptr);
 }
 
-void WakeUp::arm()
+void ChangeTimer::arm()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    const std::optional<qint64> next = pc_.nextChange();
+    const std::optional<qint64> next = timeline_.nextChange();
     if (!next || (!armed_.empty() && *armed_.begin() <= *next))
         return;
     armed_.insert(*next);
-    const qint64 left = std::max<qint64>(0, *next - pc_.clock().elapsed());
-    thread_.singleShot(pc_.clock(), static_cast<int>(left),
+    const qint64 left = std::max<qint64>(0, *next - timeline_.clock().elapsed());
+    thread_.singleShot(timeline_.clock(), static_cast<int>(left),
                        [self = shared_from_this(), due = *next] {
                            {
                                const std::lock_guard<std::mutex> relock(self->mutex_);
                                self->armed_.erase(due);
                            }
-                           self->pc_.settle();
+                           self->timeline_.settle();
                            self->arm();
                        });
 }

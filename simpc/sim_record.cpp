@@ -1,0 +1,37 @@
+#include "simpc/sim_record.h"
+
+#include "simpc/sim_timeline.h"
+
+#include <utility>
+
+void SimRecord::add(const QString &line)
+{
+    std::vector<std::function<void(const QString &)>> listeners;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        lines_.append(line);
+        listeners = listeners_;
+    }
+    for (const auto &listener : listeners)
+        listener(line);
+}
+
+QStringList SimRecord::lines() const
+{
+    if (timeline_)
+        timeline_->settle();
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return lines_;
+}
+
+void SimRecord::clear()
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    lines_.clear();
+}
+
+void SimRecord::onLine(std::function<void(const QString &)> listener)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    listeners_.push_back(std::move(listener));
+}
