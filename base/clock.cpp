@@ -1,20 +1,16 @@
 #include "base/clock.h"
 
+#include "base/sanitizer_visible_call.h"
+
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QThread>
 #include <QTimer>
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <mutex>
 
 namespace {
-
-// Held while a call to another thread is posted and taken when it runs: Qt's
-// own order of the two is hidden from the thread sanitizer.
-std::mutex handOver;
 
 class SystemClock final : public Clock
 {
@@ -57,16 +53,10 @@ public:
         // The thread of `context` may be busy: only what is left of the delay
         // is waited for when it gets to this.
         const qint64 due = elapsed() + std::max(0, milliseconds);
-        const std::lock_guard<std::mutex> lock(handOver);
-        QMetaObject::invokeMethod(
-            context,
-            [this, due, context, action = std::move(action)] {
-                handOver.lock();
-                handOver.unlock();
-                const int left = static_cast<int>(std::max<qint64>(0, due - elapsed()));
-                QTimer::singleShot(real(left), Qt::PreciseTimer, context, action);
-            },
-            Qt::QueuedConnection);
+        SanitizerVisibleCall::post(context, [this, due, context, action = std::move(action)] {
+            const int left = static_cast<int>(std::max<qint64>(0, due - elapsed()));
+            QTimer::singleShot(real(left), Qt::PreciseTimer, context, action);
+        });
     }
 
     int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type) override

@@ -1,61 +1,13 @@
 #include "base/manual_clock.h"
 
+#include "base/sanitizer_visible_call.h"
+
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimerEvent>
 
 #include <algorithm>
-#include <condition_variable>
-#include <memory>
 #include <utility>
-
-namespace {
-
-// One call that somebody waits for.
-struct Call
-{
-    std::mutex mutex;
-    std::condition_variable over;
-    bool isOver = false;
-
-    void end()
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        isOver = true;
-        over.notify_all();
-    }
-    void wait()
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        over.wait(lock, [this] { return isOver; });
-    }
-};
-
-// Held while a call is posted and taken when it runs.
-std::mutex handOver;
-
-// A blocking queued call. Qt's own would hide from the thread sanitizer that
-// the one thread waits for the other.
-void runElsewhere(QObject *receiver, const std::function<void()> &action)
-{
-    const auto call = std::make_shared<Call>();
-    // Ends the call also when the receiver goes before it has got to it.
-    std::shared_ptr<void> ending(nullptr, [call](void *) { call->end(); });
-    {
-        const std::lock_guard<std::mutex> posting(handOver);
-        QMetaObject::invokeMethod(
-            receiver,
-            [&action, ending = std::move(ending)] {
-                handOver.lock();
-                handOver.unlock();
-                action();
-            },
-            Qt::QueuedConnection);
-    }
-    call->wait();
-}
-
-} // namespace
 
 ManualClock::ManualClock(const QDateTime &start) : start_(start) {}
 
@@ -120,7 +72,7 @@ void ManualClock::advance(int milliseconds)
         if (receiver->thread() == QThread::currentThread())
             next.action();
         else
-            runElsewhere(receiver, next.action);
+            SanitizerVisibleCall::postAndWait(receiver, next.action);
     }
     const std::lock_guard<std::mutex> lock(mutex_);
     elapsed_ = std::max(elapsed_, until);
