@@ -7,6 +7,7 @@
 #include "cloud/cloud_host.h"
 #include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
+#include "ui/qml_types.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -50,7 +51,7 @@ int main(int argc, char *argv[])
 
     QQmlApplicationEngine engine;
     FramelessQuickWindow::setSharedEngine(&engine);
-    qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+    registerUiTypes();
     const SingleInstance instance;
     if (instance.isFirst()) {
         if (const std::optional<QString> cloudHost = host.cloudHost())
