@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import QtHeron.Window 1.0
 import ORBManager 1.0
 import "common"
 
@@ -74,7 +75,7 @@ Card {
     // The controller tells at once whether Steam is installed, but looks whether
     // it runs 1000 ms after the link type was chosen. When it finds nothing new
     // it says nothing, so silence is an answer too.
-    Timer {
+    ClockTimer {
         objectName: "steamCheckTimer"
         interval: 1500
         running: page.visible && !page.checked

@@ -372,7 +372,7 @@ FramelessWindow {
     }
 
     // A network that is slow to answer is worth a word.
-    Timer {
+    ClockTimer {
         objectName: "leaveTimer"
         interval: 500
         running: root.leaving && root.visible
@@ -387,7 +387,7 @@ FramelessWindow {
     }
     // A dialog that is not seen is not kept. Whatever it still does while it
     // closes, and that may take a while, is over by then.
-    Timer {
+    ClockTimer {
         objectName: "dropTimer"
         interval: 1000
         running: subWin.item !== null && !root.dialogOpen
@@ -428,7 +428,7 @@ FramelessWindow {
             objectName: "toastContent"
             anchors.fill: parent
         }
-        Timer {
+        ClockTimer {
             id: toastTimer
             objectName: "toastTimer"
             onTriggered: toast.visible = false

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import QtHeron.Window 1.0
 import ".."
 import "../common"
 
@@ -26,7 +27,7 @@ DialogWindow {
     Utils {
         id: utils
     }
-    Timer {
+    ClockTimer {
         objectName: "closeTimer"
         interval: 4000
         running: true

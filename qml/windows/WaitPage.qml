@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import QtHeron.Window 1.0
 import "../common"
 
 // Something is under way that the user can only wait for. Whoever opened it
@@ -16,7 +17,7 @@ DialogWindow {
     closable: false
     onCloseAll: close()
 
-    Timer {
+    ClockTimer {
         objectName: "limitTimer"
         interval: dialog.limit
         running: dialog.visible && dialog.limit > 0

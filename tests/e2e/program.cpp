@@ -82,15 +82,29 @@ bool Program::waitForOutput(const QString &text, int times, int milliseconds)
 
 QString Program::tell(const QString &line, int milliseconds)
 {
+    return tellAll({line}, {}, milliseconds).first();
+}
+
+QStringList Program::tellAll(const QStringList &lines, const std::function<void()> &meanwhile,
+                             int milliseconds)
+{
     const QString mark = QStringLiteral("directed: ");
-    const int answers = output().count(mark);
-    process_.write(line.toUtf8() + '\n');
-    waitForOutput(mark, answers + 1, milliseconds);
-    // The line of the answer may still be on its way.
-    QString said = output().section(mark, answers + 1, answers + 1);
-    while (!said.contains('\n') && process_.waitForReadyRead(1000))
-        said = output().section(mark, answers + 1, answers + 1);
-    return said.section('\n', 0, 0);
+    const int before = output().count(mark);
+    process_.write(lines.join('\n').toUtf8() + '\n');
+    if (meanwhile) {
+        process_.waitForBytesWritten();
+        meanwhile();
+    }
+    waitForOutput(mark, before + lines.size(), milliseconds);
+    QStringList answers;
+    for (int i = 1; i <= lines.size(); ++i) {
+        // The line of the answer may still be on its way.
+        QString said = output().section(mark, before + i, before + i);
+        while (!said.contains('\n') && process_.waitForReadyRead(1000))
+            said = output().section(mark, before + i, before + i);
+        answers << said.section('\n', 0, 0);
+    }
+    return answers;
 }
 
 int Program::close()

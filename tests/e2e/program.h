@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 // How many times faster than real time the program lives in these tests. Less
 // where the program itself is slower, so that it keeps up with its PC.
 #ifdef KOLM_SLOW_PROGRAM
@@ -34,6 +36,10 @@ public:
     // With SIMPC_DIRECTED: has it do what the line says and waits until that is
     // done; what it answers, or why it could not, or empty when it says nothing.
     QString tell(const QString &line, int milliseconds = 60000);
+    // As above with several lines, which it does one right after the other, and
+    // their answers. None is waited for before `meanwhile` has run.
+    QStringList tellAll(const QStringList &lines, const std::function<void()> &meanwhile = {},
+                        int milliseconds = 60000);
     // Asks it to close like its close button, and waits.
     int close();
     void kill();

@@ -28,14 +28,12 @@ class TestSettings : public TestCase
     }
     static bool isDone(Program &program, const QStringList &lines)
     {
-        for (const QString &line : lines) {
-            const QString answer = program.tell(line);
-            if (answer != "ok") {
-                qWarning("%s: %s", qPrintable(line), qPrintable(answer));
-                return false;
-            }
-        }
-        return true;
+        // All at once: a toast is short at this speed.
+        const QStringList answers = program.tellAll(lines);
+        const int bad = answers.lastIndexOf("ok") + 1;
+        if (bad < lines.size())
+            qWarning("%s: %s", qPrintable(lines[bad]), qPrintable(answers[bad]));
+        return bad == lines.size();
     }
     static QJsonObject stored(const Program &program)
     {

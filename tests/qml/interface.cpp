@@ -2,6 +2,7 @@
 
 #include "qml/resources.h"
 #include "res/resources.h"
+#include "ui/clock_timer.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -15,6 +16,18 @@ static void initTestPages()
     Q_INIT_RESOURCE(kolm_test_pages);
 }
 
+namespace {
+
+ManualClock *clockOfPages = nullptr;
+
+class PageTimer : public ClockTimer
+{
+public:
+    PageTimer() : ClockTimer(*clockOfPages) {}
+};
+
+} // namespace
+
 void registerInterface()
 {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
@@ -22,6 +35,7 @@ void registerInterface()
     res::initResources();
     qml::initResources();
     qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+    qmlRegisterType<PageTimer>("QtHeron.Window", 1, 0, "ClockTimer");
     qmlRegisterUncreatableType<FakeOrb>("ORBManager", 1, 0, "ORBManagerCLS",
                                         QStringLiteral("there is one, called orb"));
     const int id =
@@ -55,6 +69,7 @@ QUrl StandInDialogs::intercept(const QUrl &url, DataType type)
 
 Interface::Interface()
 {
+    clockOfPages = &clock;
     FramelessQuickWindow::setSharedEngine(&engine_);
 }
 
@@ -167,13 +182,6 @@ QQuickItem *Interface::button(const QString &text, QQuickItem *root) const
             return item;
     }
     return nullptr;
-}
-
-void Interface::elapse(const QString &timerName)
-{
-    QObject *timer = find(timerName);
-    QVERIFY2(timer, qPrintable("no such timer: " + timerName));
-    QVERIFY(QMetaObject::invokeMethod(timer, "triggered"));
 }
 
 QList<QQuickItem *> Interface::shownItems(QQuickItem *root)

@@ -1,6 +1,7 @@
 // The real pages, loaded over stand-ins for the objects behind them.
 #pragma once
 
+#include "base/manual_clock.h"
 #include "controller/connection_road.h"
 #include "controller/road_model.h"
 #include "tests/qml/fake_orb.h"
@@ -12,7 +13,8 @@
 
 #include <memory>
 
-// Registers the types and resources that the pages need. Once a program.
+// Registers the types and resources that the pages need. Once a program. Timers of
+// pages go by the clock of the Interface that was made last.
 void registerInterface();
 
 // Notes the size with which the system first sees a window.
@@ -40,6 +42,9 @@ class Interface
 public:
     Interface();
     ~Interface();
+
+    // The time that the timers of the pages go by.
+    ManualClock clock;
 
     // Change these before load().
     FakeOrb orb;
@@ -78,8 +83,6 @@ public:
     void click(QQuickItem *item);
     // The button with this text that is shown, below `root` or in the window.
     QQuickItem *button(const QString &text, QQuickItem *root = nullptr) const;
-    // Emits the signal of a timer, as if its time had come.
-    void elapse(const QString &timerName);
 
     // All shown items below `root`, itself included.
     static QList<QQuickItem *> shownItems(QQuickItem *root);

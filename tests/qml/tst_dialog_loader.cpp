@@ -353,7 +353,10 @@ void TestDialogLoader::hiddenDialogIsDestroyed()
     QVERIFY(!pages.find("dropTimer")->property("running").toBool());
     dialog->close();
     QVERIFY(pages.find("dropTimer")->property("running").toBool());
-    pages.elapse("dropTimer");
+    pages.clock.advance(999);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(dialog);
+    pages.clock.advance(1);
     QTRY_VERIFY(!dialog);
     QCOMPARE(pages.dialogFile(), QString());
     QVERIFY(!pages.find("dropTimer")->property("running").toBool());

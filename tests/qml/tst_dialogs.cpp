@@ -416,7 +416,9 @@ void TestDialogs::waitEndsByItself()
     auto *timer = pages.dialog()->findChild<QObject *>("limitTimer");
     QCOMPARE(timer->property("interval").toInt(), 30000);
     QVERIFY(timer->property("running").toBool());
-    QVERIFY(QMetaObject::invokeMethod(timer, "triggered"));
+    pages.clock.advance(29999);
+    QVERIFY(pages.dialog());
+    pages.clock.advance(1);
     QVERIFY(!pages.dialog());
 }
 
@@ -439,7 +441,9 @@ void TestDialogs::slowEndIsToldOf()
         if (call != "closeApp")
             return;
         QVERIFY(!pages.dialog());
-        pages.elapse("leaveTimer");
+        pages.clock.advance(499);
+        QVERIFY(!pages.dialog());
+        pages.clock.advance(1);
         file = pages.dialogFile();
         QVERIFY(pages.dialog());
         pages.settle();

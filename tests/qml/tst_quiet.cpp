@@ -32,7 +32,7 @@ private:
             const QObjectList objects = item->children();
             for (const QObject *object : objects) {
                 if ((object->inherits("QQuickAbstractAnimation") ||
-                     object->inherits("QQmlTimer")) &&
+                     object->inherits("ClockTimer")) &&
                     object->property("running").toBool())
                     found.append(QString::fromLatin1(object->metaObject()->className()));
             }

@@ -70,6 +70,20 @@ def animators(tree):
                                             "waits: use an Animator")
 
 
+_TIMER = re.compile(r"\b(Timer)\s*\{")
+
+
+def timers(tree):
+    """no timer of real time in a page"""
+    for path in tree.qml():
+        if not path.startswith("qml/"):
+            continue
+        for number, line in enumerate(_without_comments(tree.text(path)).split("\n"), 1):
+            if _TIMER.search(line):
+                yield Problem(path, number, "Timer knows real time only: use ClockTimer of "
+                                            "QtHeron.Window, which goes by the product's clock")
+
+
 def qmllint(tree):
     """QML that parses"""
     files = tree.qml()
