@@ -1,5 +1,7 @@
 #include "config/device_settings.h"
 
+#include "config/streaming_choices.h"
+
 namespace device_settings {
 
 namespace {
@@ -20,32 +22,15 @@ const QLatin1String kH264("H264");
 const QLatin1String kHevc("HEVC");
 const QLatin1String kAv1("AV01");
 
-constexpr int kStandard = 1;
-constexpr int kCustom = 3;
-
-struct Definition
-{
-    QLatin1String bitRate;
-    double scale;
-    double scaleD3H264; // H.264 cannot carry D3's full resolution
-};
-
-const Definition kDefinitions[] = {
-    {QLatin1String("20"), 0.9, 0.8},
-    {QLatin1String("50"), 1.0, 0.9},
-    {QLatin1String("100"), 1.1, 1.0},
-};
-constexpr int kDefinitionCount = 3;
-
-const Definition *definition(int index)
-{
-    return index >= 0 && index < kDefinitionCount ? &kDefinitions[index] : nullptr;
-}
-
 void insertMissing(QJsonObject &object, QLatin1String key, const QJsonValue &value)
 {
     if (!object.contains(key))
         object.insert(key, value);
+}
+
+QString standardBitRate()
+{
+    return QString::number(StreamingChoices::bitRate(StreamingChoices::Standard));
 }
 
 QLatin1String bitRateKey(bool wired)
@@ -62,16 +47,16 @@ struct Encoder
 Encoder encoderOf(int index, bool tenBit)
 {
     switch (index) {
-    case 0:
+    case StreamingChoices::H264:
         return {kH264, false};
-    case 1:
+    case StreamingChoices::Hevc:
         return {kHevc, false};
-    case 2:
+    case StreamingChoices::HevcTenBit:
         return {kHevc, true};
-    case 3:
+    case StreamingChoices::Av1:
         return {kAv1, true};
     default:
-        return {kHevc, index > 3 && tenBit};
+        return {kHevc, index > StreamingChoices::Av1 && tenBit};
     }
 }
 
@@ -87,23 +72,23 @@ int modelOf(const QString &serial)
 int codecIndex(const QString &codec, bool tenBit)
 {
     if (codec == kH264)
-        return 0;
+        return StreamingChoices::H264;
     if (codec == kAv1)
-        return 3;
-    return codec == kHevc && tenBit ? 2 : 1;
+        return StreamingChoices::Av1;
+    return codec == kHevc && tenBit ? StreamingChoices::HevcTenBit : StreamingChoices::Hevc;
 }
 
 QJsonObject fresh()
 {
     static const QJsonObject object{
         {kFps, QStringLiteral("90")},
-        {kBitRate, QStringLiteral("50")},
-        {kBitRateWired, QStringLiteral("50")},
+        {kBitRate, standardBitRate()},
+        {kBitRateWired, standardBitRate()},
         {kScale, QStringLiteral("100")},
         {kAudio, false},
         {kCustomize, false},
         {kCodec, kHevc},
-        {kDefinitionIndex, kStandard},
+        {kDefinitionIndex, StreamingChoices::Standard},
         {kFullRange, false},
         {kTenBit, false},
         {kHdr, false},
@@ -116,14 +101,15 @@ void repair(QJsonObject &object)
     insertMissing(object, kFps, QStringLiteral("90"));
     insertMissing(object, kCustomize, false);
     const bool custom = object.value(kCustomize).toBool();
-    insertMissing(object, kDefinitionIndex, custom ? kCustom : kStandard);
+    insertMissing(object, kDefinitionIndex,
+                  custom ? StreamingChoices::Custom : StreamingChoices::Standard);
     insertMissing(object, kCodec, kHevc);
     insertMissing(object, kAudio, false);
     // A number here and a text in a fresh object: readers of older files know
     // it so.
     insertMissing(object, kScale, 100);
-    const Definition *const chosen = definition(object.value(kDefinitionIndex).toInt());
-    const QString bitRate = chosen ? QString(chosen->bitRate) : QStringLiteral("50");
+    const int ofDefinition = StreamingChoices::bitRate(object.value(kDefinitionIndex).toInt());
+    const QString bitRate = ofDefinition > 0 ? QString::number(ofDefinition) : standardBitRate();
     insertMissing(object, kBitRate, bitRate);
     insertMissing(object, kBitRateWired, bitRate);
     insertMissing(object, kFullRange, false);
@@ -143,26 +129,29 @@ void storeScale(QJsonObject &object, int percent)
 
 int fpsIndex(const QJsonObject &object)
 {
-    return object.value(kFps).toString() == QLatin1String("72") ? 0 : 1;
+    return object.value(kFps).toString() == QLatin1String("72") ? StreamingChoices::Hz72
+                                                                : StreamingChoices::Hz90;
 }
 
 double fpsOf(int fpsIndex)
 {
-    return fpsIndex == 1 ? 90.0 : 72.0;
+    return StreamingChoices::hertz(fpsIndex);
 }
 
 double storeChoice(QJsonObject &object, const Choice &choice, const QString &serial)
 {
     double scale = 1.0;
-    if (const Definition *const chosen = definition(choice.definitionIndex)) {
-        const bool d3H264 = choice.encodeIndex == 0 && serial.startsWith(QLatin1String("D3"));
+    const bool custom = choice.definitionIndex == StreamingChoices::Custom;
+    if (const auto *const chosen = StreamingChoices::preset(choice.definitionIndex)) {
+        const bool d3H264 =
+            choice.encodeIndex == StreamingChoices::H264 && serial.startsWith(QLatin1String("D3"));
         scale = d3H264 ? chosen->scaleD3H264 : chosen->scale;
-        object.insert(bitRateKey(choice.wired), chosen->bitRate);
-    } else if (choice.definitionIndex == kCustom) {
+        storeBitRate(object, chosen->bitRate, choice.wired);
+    } else if (custom) {
         // Only a text counts: the number that repair() fills in reads as 0.
         scale = object.value(kScale).toString().toInt() / 100.0;
     }
-    object.insert(kCustomize, choice.definitionIndex == kCustom);
+    object.insert(kCustomize, custom);
 
     const Encoder encoder = encoderOf(choice.encodeIndex, choice.tenBit);
     object.insert(kDefinitionIndex, choice.definitionIndex);

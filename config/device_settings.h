@@ -11,8 +11,8 @@ namespace device_settings {
 // "D2...", 1 for every other one.
 int modelOf(const QString &serial);
 
-// Codec name and 10-bit flag as one index: 0 H.264, 1 HEVC, 2 HEVC 10-bit,
-// 3 AV1. An unknown name counts as HEVC in 8 bits.
+// Codec name and 10-bit flag as one StreamingChoices::Encoder. An unknown name
+// counts as HEVC in 8 bits.
 int codecIndex(const QString &codec, bool tenBit);
 
 // The object of a model that was never used.
@@ -32,9 +32,9 @@ double fpsOf(int fpsIndex);
 // What the user chose on the settings page.
 struct Choice
 {
-    int definitionIndex; // 0 smooth, 1 standard, 2 high, 3 custom
-    int fpsIndex;        // 1: 90 Hz, else 72 Hz
-    int encodeIndex;     // as codecIndex()
+    int definitionIndex; // StreamingChoices::Definition
+    int fpsIndex;        // StreamingChoices::FrameRate
+    int encodeIndex;     // StreamingChoices::Encoder
     bool audio;
     bool wired;
     bool tenBit; // heeded only when `encodeIndex` is above its range
