@@ -1,7 +1,7 @@
 // What the controller looks at every five seconds.
 #pragma once
 
-#include "controller/power_tip.h"
+#include "checks/power_tip.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "controller/firewall_step.h"
+#include "checks/firewall_step.h"
 
 #include "link/headset_link.h"
 #include "steamvr/steam_manager.h"

@@ -1,4 +1,4 @@
-#include "controller/pc_check.h"
+#include "checks/pc_check.h"
 
 #include "base/manual_clock.h"
 #include "simpc/scenario.h"

@@ -1,4 +1,4 @@
-#include "controller/power_tip.h"
+#include "checks/power_tip.h"
 
 PowerTip::Change PowerTip::update(std::optional<power::AcLine> line)
 {

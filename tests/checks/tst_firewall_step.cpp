@@ -1,4 +1,4 @@
-#include "controller/firewall_step.h"
+#include "checks/firewall_step.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 

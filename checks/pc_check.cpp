@@ -1,4 +1,4 @@
-#include "controller/pc_check.h"
+#include "checks/pc_check.h"
 
 #include "config/config_manager.h"
 #include "pc/os_version.h"

@@ -1,4 +1,4 @@
-#include "controller/power_tip.h"
+#include "checks/power_tip.h"
 #include "tests/support/test_case.h"
 
 using power::AcLine;
