@@ -88,9 +88,7 @@ void PcCheck::rememberNames()
 PcCheck::Verdict PcCheck::judge() const
 {
     Verdict verdict;
-    // A version with a point in it is no number and counts as 0: all of these
-    // are too old.
-    if (os_version::product().toInt() < oldestSystem) {
+    if (!isNewEnough(os_version::product())) {
         qCritical("system not match");
         return verdict;
     }
@@ -101,6 +99,13 @@ PcCheck::Verdict PcCheck::judge() const
     verdict.canRun = true;
     verdict.driverTooOld = SystemInfo::needGpuDriverUpdate();
     return verdict;
+}
+
+bool PcCheck::isNewEnough(const QString &version)
+{
+    // One with a point in it is no number and counts as 0: all of these are too
+    // old.
+    return version.toInt() >= oldestSystem;
 }
 
 bool PcCheck::isEnough(int score)

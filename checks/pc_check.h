@@ -34,6 +34,8 @@ public:
     // Asks for system version, rules and drivers anew.
     Verdict judge() const;
 
+    // Whether a system of this version can stream.
+    static bool isNewEnough(const QString &version);
     // Whether hardware of this score can stream.
     static bool isEnough(int score);
 

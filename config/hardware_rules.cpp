@@ -76,6 +76,13 @@ hardware_rules::Score hardware_rules::score(const QJsonObject &rules, const QStr
     return score;
 }
 
+int hardware_rules::scoreSilently(const QString &cpuName, const QString &gpuName)
+{
+    const QByteArray text = readContent(rulesFile).value_or(QByteArray());
+    const Score found = score(QJsonDocument::fromJson(text).object(), cpuName, gpuName);
+    return found.processor + found.graphics;
+}
+
 bool hardware_rules::namesAv1Card(const QJsonObject &rules, const QString &gpuName)
 {
     static const QRegularExpression series(QStringLiteral("RTX\\s*(\\d{4})"));

@@ -31,4 +31,8 @@ Score score(const QJsonObject &rules, const QString &cpuName, const QString &gpu
 // series or later. The number comes from the list, not from the card's name.
 bool namesAv1Card(const QJsonObject &rules, const QString &gpuName);
 
+// The sum of both by the rules of today; 0 without rules. Logs nothing; any
+// thread.
+int scoreSilently(const QString &cpuName, const QString &gpuName);
+
 } // namespace hardware_rules

@@ -21,21 +21,33 @@ QString driver_rules::versionText(quint64 version)
 QStringList
 driver_rules::nvidiaVersions(const std::optional<std::vector<display_drivers::Device>> &devices)
 {
-    QStringList versions;
     if (!devices) {
         qInfo("SetupDiGetClassDevs failed");
-        return versions;
+        return {};
     }
     for (const display_drivers::Device &device : *devices) {
         if (!device.listed)
             qInfo("find none GPU");
         int index = 0;
         for (const display_drivers::Driver &driver : device.drivers) {
-            const QString version = versionText(driver.version);
-            qInfo().noquote().nospace() << '[' << index++ << ']' << driver.manufacturer
-                                        << QStringLiteral(" 驱动程序版本：") << version;
+            qInfo().noquote().nospace()
+                << '[' << index++ << ']' << driver.manufacturer << QStringLiteral(" 驱动程序版本：")
+                << versionText(driver.version);
+        }
+    }
+    return nvidiaVersionsOf(devices);
+}
+
+QStringList
+driver_rules::nvidiaVersionsOf(const std::optional<std::vector<display_drivers::Device>> &devices)
+{
+    QStringList versions;
+    if (!devices)
+        return versions;
+    for (const display_drivers::Device &device : *devices) {
+        for (const display_drivers::Driver &driver : device.drivers) {
             if (driver.manufacturer == QLatin1String("NVIDIA"))
-                versions.append(version);
+                versions.append(versionText(driver.version));
         }
     }
     return versions;

@@ -18,6 +18,9 @@ QString versionText(quint64 version);
 // logs every driver.
 QStringList nvidiaVersions(const std::optional<std::vector<display_drivers::Device>> &devices);
 
+// The same without a line in the log.
+QStringList nvidiaVersionsOf(const std::optional<std::vector<display_drivers::Device>> &devices);
+
 // Whether there are NVIDIA drivers and all of them are older than release
 // 551.76.
 bool needUpdate(const QStringList &nvidiaVersions);

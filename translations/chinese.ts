@@ -2,6 +2,121 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>Checks</name>
+    <message>
+        <source>操作系统：</source>
+        <translation>OS:</translation>
+    </message>
+    <message>
+        <source>处理器：</source>
+        <translation>Processor:</translation>
+    </message>
+    <message>
+        <source>显卡：</source>
+        <translation>Graphics:</translation>
+    </message>
+    <message>
+        <source>驱动版本：</source>
+        <translation>Driver version:</translation>
+    </message>
+    <message>
+        <source>本机配置无法串流</source>
+        <translation>This PC cannot stream</translation>
+    </message>
+    <message>
+        <source>请升级到Windows 10或更高版本。</source>
+        <translation>Upgrade to Windows 10 or later.</translation>
+    </message>
+    <message>
+        <source>查看更多配置</source>
+        <translation>More about this PC</translation>
+    </message>
+    <message>
+        <source>处理器或显卡低于最低配置。</source>
+        <translation>The processor or the graphics card is below the minimum.</translation>
+    </message>
+    <message>
+        <source>显卡驱动版本过低</source>
+        <translation>The graphics driver is out of date</translation>
+    </message>
+    <message>
+        <source>旧版驱动可能导致画面卡顿或无法串流。请从显卡厂商的网站下载并安装最新驱动，然后重新启动电脑。</source>
+        <translation>With an old driver, the picture may stutter or streaming may fail. Install the latest driver from the website of the graphics card&apos;s maker, then restart the PC.</translation>
+    </message>
+    <message>
+        <source>使用帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>占用端口的程序</source>
+        <translation>Programs that use the ports</translation>
+    </message>
+    <message>
+        <source>当前网络为公用网络</source>
+        <translation>This is a public network</translation>
+    </message>
+    <message>
+        <source>在公用网络上，Windows会对其他设备隐藏这台电脑，眼镜可能找不到它。请打开网络设置，把当前网络的类型改为“专用”。</source>
+        <translation>On public networks, Windows hides this PC from other devices, so the headset may not find it. Open the network settings and set the profile of this network to &quot;Private&quot;.</translation>
+    </message>
+    <message>
+        <source>打开网络设置</source>
+        <translation>Open network settings</translation>
+    </message>
+    <message>
+        <source>以下程序占用了串流所需的端口</source>
+        <translation>These programs use ports that streaming needs</translation>
+    </message>
+    <message>
+        <source>请关闭这些程序，然后重新检测。</source>
+        <translation>Close them, then check again.</translation>
+    </message>
+    <message>
+        <source>重新检测</source>
+        <translation>Check again</translation>
+    </message>
+    <message>
+        <source>电脑正在使用电池供电</source>
+        <translation>The PC runs on battery</translation>
+    </message>
+    <message>
+        <source>使用电池时，处理器和显卡会降低性能，画面可能卡顿。连接电源后，此提示会自动关闭。</source>
+        <translation>On battery, the processor and the graphics card slow down and the picture may stutter. This notice closes by itself once the PC is plugged in.</translation>
+    </message>
+    <message>
+        <source>声音</source>
+        <translation>Sound</translation>
+    </message>
+    <message>
+        <source>当前无音频设备或音频设备是多声道，请切换成双声道模式或者切换双声道音频设备</source>
+        <translation>There is no audio device, or it is a multichannel one. Switch it to stereo or use a stereo audio device</translation>
+    </message>
+    <message>
+        <source>安装Steam软件</source>
+        <translation>Install Steam</translation>
+    </message>
+    <message>
+        <source>请按以下步骤操作</source>
+        <translation>Follow these steps</translation>
+    </message>
+    <message>
+        <source>安装</source>
+        <translation>Install</translation>
+    </message>
+    <message>
+        <source>Steam软件</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>启动</source>
+        <translation>Launch</translation>
+    </message>
+    <message>
+        <source>Steam VR软件</source>
+        <translation>SteamVR</translation>
+    </message>
+</context>
+<context>
     <name>ConfirmPage</name>
     <message>
         <source>切换串流方式</source>

@@ -1,0 +1,13 @@
+#include "checks/table.h"
+
+const checks::Table &checks::table()
+{
+    static const Table rows = [] {
+        Table all;
+        for (const Table &part :
+             {hardwareChecks(), steamChecks(), networkChecks(), powerAndSoundChecks()})
+            all.insert(all.end(), part.begin(), part.end());
+        return all;
+    }();
+    return rows;
+}
