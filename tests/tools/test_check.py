@@ -49,6 +49,7 @@ GOOD = {
     "peers/server.cpp": '#include "link/adb.h"\n#include "simpc/sim_pc.h"\n\n'
                         "void f()\n{\n    QThread::msleep(5);\n}\n",
     "link/adb.h": "#pragma once\n",
+    "demonstration/pc.cpp": '#include "app/start_up.h"\n#include "simpc/sim_pc.h"\n',
     "tests/link/tst_adb.cpp": '#include "link/adb.h"\n#include "peers/server.h"\n'
                               '#include "simpc/sim_pc.h"\n\n#include "tst_adb.moc"\n',
     "qml/Utils.qml": 'import QtQuick 2.15\n\nQtObject {\n    property color a: "#1A1B21"\n'

@@ -1,9 +1,9 @@
-#include "app/host.h"
+#include "demonstration/simulated_surroundings.h"
 
-#include "app/close_signals_sim.h"
-#include "app/demonstration_sim.h"
-#include "app/director_sim.h"
 #include "base/clock.h"
+#include "demonstration/close_signals.h"
+#include "demonstration/demonstration.h"
+#include "demonstration/scripted_user.h"
 #include "simpc/scenario.h"
 #include "simpc/sim_host.h"
 
@@ -13,17 +13,16 @@
 #include <QQmlContext>
 #include <QQuickWindow>
 
-#include <cstdlib>
 #include <iostream>
 
 namespace {
 
 constexpr int badScenario = 2;
 
-[[noreturn]] void refuse(const QString &reason)
+int refuse(const QString &reason)
 {
     std::cerr << "The simulated PC cannot be set up: " << reason.toStdString() << std::endl;
-    std::exit(badScenario);
+    return badScenario;
 }
 
 // Without a screen there is no OpenGL either.
@@ -61,7 +60,7 @@ std::unique_ptr<SimHost> &thePc()
 
 } // namespace
 
-struct Host::Private
+struct SimulatedSurroundings::Private
 {
     // What happens on the PC, and to it. Until there is somebody to tell it is
     // kept: things begin before the window is there.
@@ -77,20 +76,22 @@ struct Host::Private
     QMutex mutex; // guards the two below
     QStringList untold;
     std::unique_ptr<Demonstration> demonstration;
-    std::unique_ptr<Director> director;
+    std::unique_ptr<ScriptedUser> scriptedUser;
     std::unique_ptr<CloseSignals> closeSignals;
 };
 
-Host::Host() : d(std::make_shared<Private>())
+SimulatedSurroundings::SimulatedSurroundings() : d(std::make_shared<Private>()) {}
+
+std::optional<int> SimulatedSurroundings::begin()
 {
     drawWithoutScreen();
     QString error;
     const SimSettings settings = SimSettings::fromEnvironment(&error);
     if (!error.isEmpty())
-        refuse(error);
+        return refuse(error);
     const Scenario chosen = scenario::load(settings.scenario, &error);
     if (!error.isEmpty())
-        refuse(error);
+        return refuse(error);
     Clock::setSystemSpeed(settings.speed);
     SimHost::Options options;
     options.settings = settings;
@@ -100,15 +101,17 @@ Host::Host() : d(std::make_shared<Private>())
         thePc()->pc().events.onLine(tell);
         thePc()->pc().journal.onLine(tell);
     }
+    return std::nullopt;
 }
 
-Host::~Host()
+SimulatedSurroundings::~SimulatedSurroundings()
 {
     d->closeSignals.reset();
-    thePc()->stop();
+    if (thePc())
+        thePc()->stop();
 }
 
-void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
+void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 {
     thePc()->start();
     d->closeSignals = std::make_unique<CloseSignals>();
@@ -125,13 +128,13 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
             &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
     });
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window && Director::isWanted()) {
-        d->director = std::make_unique<Director>(Clock::system(), *window, road);
-        QObject::connect(d->director.get(), &Director::closeRequested, &engine,
+    if (window && ScriptedUser::isWanted()) {
+        d->scriptedUser = std::make_unique<ScriptedUser>(Clock::system(), *window, road);
+        QObject::connect(d->scriptedUser.get(), &ScriptedUser::closeRequested, &engine,
                          [&engine] { closeProgram(engine); });
         // Its notifier belongs to the event loop, too.
         QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
-                         d->director.get(), &Director::stop);
+                         d->scriptedUser.get(), &ScriptedUser::stop);
     }
     if (!road)
         return;
@@ -147,18 +150,18 @@ void Host::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
     d->untold.clear();
 }
 
-std::optional<QString> Host::cloudHost() const
+std::optional<QString> SimulatedSurroundings::cloudHost() const
 {
     if (!qEnvironmentVariableIsSet("SIMPC_CLOUD_HOST"))
         return std::nullopt;
     return qEnvironmentVariable("SIMPC_CLOUD_HOST");
 }
 
-int Host::exitCode(int loopResult) const
+int SimulatedSurroundings::exitCode(int loopResult) const
 {
     if (loopResult != 0)
         return loopResult;
-    if (d->director && d->director->result() != 0)
-        return d->director->result();
+    if (d->scriptedUser && d->scriptedUser->result() != 0)
+        return d->scriptedUser->result();
     return d->demonstration ? d->demonstration->result() : 0;
 }

@@ -1,4 +1,4 @@
-#include "app/demonstration_sim.h"
+#include "demonstration/demonstration.h"
 
 #include "base/clock.h"
 #include "base/console.h"

@@ -1,4 +1,4 @@
-#include "app/director_sim.h"
+#include "demonstration/scripted_user.h"
 
 #include "base/clock.h"
 #include "base/console.h"
@@ -72,28 +72,29 @@ QPointF middleOf(const QQuickItem *item)
 
 } // namespace
 
-bool Director::isWanted()
+bool ScriptedUser::isWanted()
 {
     return qEnvironmentVariableIntValue("SIMPC_DIRECTED") != 0;
 }
 
-Director::Director(Clock &clock, QQuickWindow &window, const ConnectionRoad *road, QObject *parent)
+ScriptedUser::ScriptedUser(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
+                           QObject *parent)
     : QObject(parent), clock_(clock), window_(window), road_(road)
 {
     connect(
         &window_, &QQuickWindow::frameSwapped, this, [this] { ++frames_; }, Qt::DirectConnection);
     notifier_ = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
-    connect(notifier_, &QSocketNotifier::activated, this, &Director::readLines);
+    connect(notifier_, &QSocketNotifier::activated, this, &ScriptedUser::readLines);
 }
 
-void Director::stop()
+void ScriptedUser::stop()
 {
     delete notifier_;
     notifier_ = nullptr;
     lines_.clear();
 }
 
-void Director::readLines()
+void ScriptedUser::readLines()
 {
     char bytes[4096];
     const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
@@ -111,14 +112,14 @@ void Director::readLines()
         next();
 }
 
-void Director::next()
+void ScriptedUser::next()
 {
     busy_ = !lines_.isEmpty();
     if (busy_)
         carryOut(lines_.dequeue());
 }
 
-void Director::carryOut(const QString &line)
+void ScriptedUser::carryOut(const QString &line)
 {
     const QStringList words = line.split(' ', Qt::SkipEmptyParts);
     const QString verb = words.first();
@@ -147,14 +148,14 @@ void Director::carryOut(const QString &line)
     }
 }
 
-void Director::await(std::function<bool()> isSo)
+void ScriptedUser::await(std::function<bool()> isSo)
 {
     awaited_ = std::move(isSo);
     askingSince_ = clock_.elapsed();
     ask();
 }
 
-void Director::doNow()
+void ScriptedUser::doNow()
 {
     const QString said = act(line_.section(' ', 0, 0), line_.section(' ', 1));
     if (said.startsWith('!')) {
@@ -166,7 +167,7 @@ void Director::doNow()
                       [this, said] { answer(said.isEmpty() ? QStringLiteral("ok") : said); });
 }
 
-void Director::ask()
+void ScriptedUser::ask()
 {
     if (awaited_())
         doNow();
@@ -176,13 +177,13 @@ void Director::ask()
         clock_.singleShot(askAgain, this, [this] { ask(); });
 }
 
-void Director::answer(const QString &text)
+void ScriptedUser::answer(const QString &text)
 {
     console::echo("directed: " + text.toStdString());
     next();
 }
 
-void Director::fail(const QString &line, const QString &reason)
+void ScriptedUser::fail(const QString &line, const QString &reason)
 {
     console::echo("directed: failed: " + line.toStdString() + ": " + reason.toStdString());
     lines_.clear();
@@ -192,7 +193,7 @@ void Director::fail(const QString &line, const QString &reason)
 }
 
 // What it answers, "" for nothing special; with a "!" in front why it cannot.
-QString Director::act(const QString &verb, const QString &rest)
+QString ScriptedUser::act(const QString &verb, const QString &rest)
 {
     if (verb == QLatin1String("until"))
         return {};
@@ -222,7 +223,7 @@ QString Director::act(const QString &verb, const QString &rest)
 }
 
 // Empty when the words make no sense.
-std::function<bool()> Director::condition(const QStringList &words) const
+std::function<bool()> ScriptedUser::condition(const QStringList &words) const
 {
     const QString what = words.value(0);
     const QString name = words.value(1);
@@ -258,7 +259,7 @@ std::function<bool()> Director::condition(const QStringList &words) const
 
 // "name" or "name 2" for the second one of that name from above. The window in
 // front comes first.
-QQuickItem *Director::find(const QString &name) const
+QQuickItem *ScriptedUser::find(const QString &name) const
 {
     const int index = qMax(name.section(' ', 1).toInt() - 1, 0);
     const QList<QQuickWindow *> windows = shownWindows(&window_);
@@ -274,7 +275,7 @@ QQuickItem *Director::find(const QString &name) const
     return found.value(index);
 }
 
-QString Director::point(const QString &name, bool click)
+QString ScriptedUser::point(const QString &name, bool click)
 {
     const QQuickItem *item = find(name);
     if (!item)
@@ -293,7 +294,7 @@ QString Director::point(const QString &name, bool click)
     return {};
 }
 
-QString Director::pressKey(const QString &name)
+QString ScriptedUser::pressKey(const QString &name)
 {
     const QKeySequence keys(name);
     QWindow *window = QGuiApplication::focusWindow();
@@ -308,7 +309,7 @@ QString Director::pressKey(const QString &name)
     return {};
 }
 
-void Director::type(const QString &text)
+void ScriptedUser::type(const QString &text)
 {
     QWindow *window = QGuiApplication::focusWindow();
     for (const QChar letter : text) {
@@ -317,7 +318,7 @@ void Director::type(const QString &text)
     }
 }
 
-QString Director::takePicture(const QString &path)
+QString ScriptedUser::takePicture(const QString &path)
 {
     const QList<QQuickWindow *> windows = shownWindows(&window_);
     if (windows.isEmpty())

@@ -1,4 +1,4 @@
-#include "app/close_signals_sim.h"
+#include "demonstration/close_signals.h"
 
 #include <QSocketNotifier>
 

@@ -1,8 +1,10 @@
+#include "app/start_up.h"
+
 #include "app/application_font.h"
-#include "app/host.h"
 #include "app/log_file.h"
 #include "app/product.h"
 #include "app/qml_loading.h"
+#include "app/surroundings.h"
 #include "app/translation.h"
 #include "cloud/cloud_host.h"
 #include "pc/single_instance.h"
@@ -20,11 +22,11 @@
 
 #include <iostream>
 
-int main(int argc, char *argv[])
-{
-    // Narrow and wide console output are used side by side.
-    std::ios::sync_with_stdio(false);
+namespace {
 
+// What Qt reads before the first window, or the application object, is made.
+void chooseHowToDraw()
+{
     // All images together are small: without these, Qt Quick keeps a texture as
     // large as the window for them, which a game could use.
     for (const char *side : {"QSG_ATLAS_WIDTH", "QSG_ATLAS_HEIGHT"}) {
@@ -35,12 +37,11 @@ int main(int argc, char *argv[])
     // Letters as the system draws them: sharper at these sizes than those that
     // Qt Quick makes for scaling, and there much sooner.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+}
 
-    Host host;
-    QGuiApplication app(argc, argv);
-    installLogFile();
-    initProductResources();
-    const QLocale locale;
+// Language, font, icon and names, in this order.
+void setUp(QGuiApplication &app, const QLocale &locale)
+{
     installTranslation(locale.language(), &app);
     setApplicationFont(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/res/image/orb.ico")));
@@ -48,21 +49,38 @@ int main(int argc, char *argv[])
     // The log, the settings and the recent headsets go there; none of them
     // makes the folder.
     QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+}
+
+} // namespace
+
+int runAssistant(int argc, char **argv, Surroundings &surroundings)
+{
+    // Narrow and wide console output are used side by side.
+    std::ios::sync_with_stdio(false);
+    chooseHowToDraw();
+    if (const std::optional<int> code = surroundings.begin())
+        return *code;
+
+    QGuiApplication app(argc, argv);
+    installLogFile();
+    initProductResources();
+    const QLocale locale;
+    setUp(app, locale);
 
     QQmlApplicationEngine engine;
     FramelessQuickWindow::setSharedEngine(&engine);
     registerUiTypes();
     const SingleInstance instance;
     if (instance.isFirst()) {
-        if (const std::optional<QString> cloudHost = host.cloudHost())
+        if (const std::optional<QString> cloudHost = surroundings.cloudHost())
             cloud::useHost(*cloudHost);
         Product product(locale, &app);
         product.publish(engine);
         loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/mainWindow.qml")));
-        host.attach(engine, &product.road());
-        return host.exitCode(QGuiApplication::exec());
+        surroundings.attach(engine, &product.road());
+        return surroundings.exitCode(QGuiApplication::exec());
     }
     loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml")));
-    host.attach(engine, nullptr);
-    return host.exitCode(QGuiApplication::exec());
+    surroundings.attach(engine, nullptr);
+    return surroundings.exitCode(QGuiApplication::exec());
 }

@@ -17,7 +17,7 @@ class QQuickWindow;
 class QSocketNotifier;
 
 // The lines and the answers are told in simpc/README.md. GUI thread.
-class Director : public QObject
+class ScriptedUser : public QObject
 {
     Q_OBJECT
 
@@ -26,8 +26,8 @@ public:
     static bool isWanted();
 
     // `road` is null in a second copy. Both outlive this object.
-    Director(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
-             QObject *parent = nullptr);
+    ScriptedUser(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
+                 QObject *parent = nullptr);
     // 0, unless a line could not be carried out.
     int result() const { return result_; }
     // No line is read any more; before the event loop ends.
