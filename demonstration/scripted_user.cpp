@@ -3,13 +3,13 @@
 #include "base/clock.h"
 #include "base/console.h"
 #include "controller/connection_road.h"
+#include "demonstration/exit_codes.h"
+#include "demonstration/pictures.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QImage>
 #include <QKeySequence>
-#include <QPainter>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSocketNotifier>
@@ -32,7 +32,6 @@ namespace {
 
 constexpr int askAgain = 50;        // ms
 constexpr int longestWait = 120000; // ms for a condition
-constexpr int failed = 5;
 
 // The windows that are seen, the one behind first.
 QList<QQuickWindow *> shownWindows(QQuickWindow *main)
@@ -71,11 +70,6 @@ QPointF middleOf(const QQuickItem *item)
 }
 
 } // namespace
-
-bool ScriptedUser::isWanted()
-{
-    return qEnvironmentVariableIntValue("SIMPC_DIRECTED") != 0;
-}
 
 ScriptedUser::ScriptedUser(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
                            QObject *parent)
@@ -188,7 +182,7 @@ void ScriptedUser::fail(const QString &line, const QString &reason)
     console::echo("directed: failed: " + line.toStdString() + ": " + reason.toStdString());
     lines_.clear();
     busy_ = false;
-    result_ = failed;
+    result_ = exit_code::badLine;
     emit closeRequested();
 }
 
@@ -206,7 +200,7 @@ QString ScriptedUser::act(const QString &verb, const QString &rest)
         return {};
     }
     if (verb == QLatin1String("picture"))
-        return takePicture(rest);
+        return picture(rest);
     if (verb == QLatin1String("frames"))
         return QStringLiteral("frames %1").arg(frames_.exchange(0));
     if (verb == QLatin1String("minimise"))
@@ -318,18 +312,11 @@ void ScriptedUser::type(const QString &text)
     }
 }
 
-QString ScriptedUser::takePicture(const QString &path)
+QString ScriptedUser::picture(const QString &path)
 {
     const QList<QQuickWindow *> windows = shownWindows(&window_);
     if (windows.isEmpty())
         return QStringLiteral("!no window is shown");
-    QImage picture;
-    for (QQuickWindow *window : windows) {
-        const QImage part = window->grabWindow();
-        if (picture.isNull())
-            picture = part;
-        else
-            QPainter(&picture).drawImage(window->position() - windows.first()->position(), part);
-    }
-    return picture.save(path) ? QString() : QStringLiteral("!it cannot be saved");
+    return pictures::together(windows).save(path) ? QString()
+                                                  : QStringLiteral("!it cannot be saved");
 }

@@ -22,9 +22,6 @@ class ScriptedUser : public QObject
     Q_OBJECT
 
 public:
-    // True when SIMPC_DIRECTED asks for one.
-    static bool isWanted();
-
     // `road` is null in a second copy. Both outlive this object.
     ScriptedUser(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
                  QObject *parent = nullptr);
@@ -54,7 +51,7 @@ private:
     QString point(const QString &name, bool click);
     QString pressKey(const QString &name);
     void type(const QString &text);
-    QString takePicture(const QString &path);
+    QString picture(const QString &path);
 
     Clock &clock_;
     QQuickWindow &window_;

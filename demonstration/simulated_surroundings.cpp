@@ -1,14 +1,17 @@
 #include "demonstration/simulated_surroundings.h"
 
 #include "base/clock.h"
+#include "base/console.h"
 #include "demonstration/close_signals.h"
 #include "demonstration/demonstration.h"
+#include "demonstration/exit_codes.h"
+#include "demonstration/road_printer.h"
 #include "demonstration/scripted_user.h"
+#include "demonstration/wishes.h"
 #include "simpc/scenario.h"
 #include "simpc/sim_host.h"
 
 #include <QCoreApplication>
-#include <QMutex>
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QQuickWindow>
@@ -17,12 +20,10 @@
 
 namespace {
 
-constexpr int badScenario = 2;
-
 int refuse(const QString &reason)
 {
     std::cerr << "The simulated PC cannot be set up: " << reason.toStdString() << std::endl;
-    return badScenario;
+    return exit_code::badScenario;
 }
 
 // Without a screen there is no OpenGL either.
@@ -58,29 +59,28 @@ std::unique_ptr<SimHost> &thePc()
     return pc;
 }
 
+// Prints what happens on the PC, and to it, as long as the PC is there.
+std::shared_ptr<RoadPrinter> printerOf(SimPc &pc)
+{
+    auto printer = std::make_shared<RoadPrinter>(Clock::system(), console::echo);
+    const auto say = [printer](const QString &line) { printer->say(line); };
+    pc.events.onLine(say);
+    pc.journal.onLine(say);
+    return printer;
+}
+
 } // namespace
 
 struct SimulatedSurroundings::Private
 {
-    // What happens on the PC, and to it. Until there is somebody to tell it is
-    // kept: things begin before the window is there.
-    void tell(const QString &line)
-    {
-        const QMutexLocker lock(&mutex);
-        if (demonstration)
-            demonstration->say(line);
-        else
-            untold.append(line);
-    }
-
-    QMutex mutex; // guards the two below
-    QStringList untold;
+    Wishes wishes;
+    std::shared_ptr<RoadPrinter> printer; // null when nobody asks for the road
     std::unique_ptr<Demonstration> demonstration;
     std::unique_ptr<ScriptedUser> scriptedUser;
     std::unique_ptr<CloseSignals> closeSignals;
 };
 
-SimulatedSurroundings::SimulatedSurroundings() : d(std::make_shared<Private>()) {}
+SimulatedSurroundings::SimulatedSurroundings() : d(std::make_unique<Private>()) {}
 
 std::optional<int> SimulatedSurroundings::begin()
 {
@@ -96,11 +96,9 @@ std::optional<int> SimulatedSurroundings::begin()
     SimHost::Options options;
     options.settings = settings;
     thePc() = std::make_unique<SimHost>(chosen, options);
-    if (Demonstration::Wishes::fromEnvironment().printRoad) {
-        const auto tell = [d = d](const QString &line) { d->tell(line); };
-        thePc()->pc().events.onLine(tell);
-        thePc()->pc().journal.onLine(tell);
-    }
+    d->wishes = Wishes::fromEnvironment();
+    if (d->wishes.printRoad)
+        d->printer = printerOf(thePc()->pc());
     return std::nullopt;
 }
 
@@ -128,7 +126,7 @@ void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const Connecti
             &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
     });
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window && ScriptedUser::isWanted()) {
+    if (window && d->wishes.scripted) {
         d->scriptedUser = std::make_unique<ScriptedUser>(Clock::system(), *window, road);
         QObject::connect(d->scriptedUser.get(), &ScriptedUser::closeRequested, &engine,
                          [&engine] { closeProgram(engine); });
@@ -139,15 +137,15 @@ void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const Connecti
     if (!road)
         return;
 
-    auto demonstration = std::make_unique<Demonstration>(Demonstration::Wishes::fromEnvironment(),
-                                                         Clock::system(), *road, window);
-    QObject::connect(demonstration.get(), &Demonstration::closeRequested, &engine,
+    Demonstration::Say say;
+    if (d->printer)
+        say = [printer = d->printer](const QString &line) { printer->say(line); };
+    d->demonstration =
+        std::make_unique<Demonstration>(d->wishes, Clock::system(), *road, window, say);
+    QObject::connect(d->demonstration.get(), &Demonstration::closeRequested, &engine,
                      [&engine] { closeProgram(engine); });
-    const QMutexLocker lock(&d->mutex);
-    d->demonstration = std::move(demonstration);
-    for (const QString &line : qAsConst(d->untold))
-        d->demonstration->say(line);
-    d->untold.clear();
+    if (d->printer)
+        d->printer->begin();
 }
 
 std::optional<QString> SimulatedSurroundings::cloudHost() const

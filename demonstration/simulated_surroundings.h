@@ -23,5 +23,5 @@ public:
 
 private:
     struct Private;
-    std::shared_ptr<Private> d;
+    std::unique_ptr<Private> d;
 };

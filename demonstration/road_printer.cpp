@@ -1,0 +1,32 @@
+#include "demonstration/road_printer.h"
+
+#include "base/clock.h"
+
+#include <utility>
+
+RoadPrinter::RoadPrinter(Clock &clock, Print print) : clock_(clock), print_(std::move(print)) {}
+
+void RoadPrinter::say(const QString &line)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (begun_)
+        print(line);
+    else
+        kept_.append(line);
+}
+
+void RoadPrinter::begin()
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    begun_ = true;
+    start_ = clock_.elapsed();
+    for (const QString &line : qAsConst(kept_))
+        print(line);
+    kept_.clear();
+}
+
+void RoadPrinter::print(const QString &line) const
+{
+    const double seconds = static_cast<double>(clock_.elapsed() - start_) / 1000;
+    print_(QStringLiteral("road: %1 s  %2").arg(seconds, 6, 'f', 1).arg(line).toStdString());
+}

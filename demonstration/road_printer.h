@@ -1,0 +1,38 @@
+// The road of the connection as it is walked, line by line.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <mutex>
+#include <string>
+
+class Clock;
+
+// Any thread.
+class RoadPrinter
+{
+public:
+    // Prints one line; is called under a lock, on the thread that says it.
+    using Print = std::function<void(const std::string &line)>;
+
+    // `clock` outlives this object.
+    RoadPrinter(Clock &clock, Print print);
+
+    // Prints `line` with the time since begin(). Before that it is kept:
+    // things begin before the window is there.
+    void say(const QString &line);
+    // The road begins: what was kept is printed. Once.
+    void begin();
+
+private:
+    void print(const QString &line) const;
+
+    Clock &clock_;
+    const Print print_;
+    std::mutex mutex_; // guards the fields below
+    bool begun_ = false;
+    qint64 start_ = 0;
+    QStringList kept_;
+};

@@ -1,0 +1,16 @@
+// What the environment asks of a run of the program.
+#pragma once
+
+#include <QString>
+
+// The variables are told in simpc/README.md.
+struct Wishes
+{
+    bool printRoad = false;      // SIMPC_ROAD: any text but "0"
+    QString screenshot;          // SIMPC_SCREENSHOT: PNG file, when connected
+    bool untilConnected = false; // SIMPC_UNTIL=connected: then the program closes
+    int limitSeconds = 0;        // SIMPC_LIMIT: longest wait for that; 0: none
+    bool scripted = false;       // SIMPC_DIRECTED: any number but 0
+
+    static Wishes fromEnvironment();
+};
