@@ -1,68 +1,59 @@
-// Somebody at the screen: carries out, line by line, what the standard input
-// says, through the windows of the program, and answers on the standard output.
-// For tests and for pictures.
+// Somebody at the screen who does what a script says, line by line, and answers
+// each line. For tests and for pictures.
 #pragma once
 
+#include "demonstration/script.h"
+
+#include <QByteArray>
 #include <QObject>
 #include <QQueue>
-#include <QStringList>
+#include <QString>
 
-#include <atomic>
 #include <functional>
 
 class Clock;
-class ConnectionRoad;
-class QQuickItem;
-class QQuickWindow;
-class QSocketNotifier;
 
-// The lines and the answers are told in simpc/README.md. GUI thread.
+// The lines and the answers are told in demonstration/README.md. GUI thread.
 class ScriptedUser : public QObject
 {
     Q_OBJECT
 
 public:
-    // `road` is null in a second copy. Both outlive this object.
-    ScriptedUser(Clock &clock, QQuickWindow &window, const ConnectionRoad *road,
-                 QObject *parent = nullptr);
-    // 0, unless a line could not be carried out.
-    int result() const { return result_; }
-    // No line is read any more; before the event loop ends.
+    using Say = std::function<void(const QString &line)>;
+
+    // Each answer is a line for `say`. The clock and what the scene consists of
+    // outlive this object.
+    ScriptedUser(Clock &clock, const script::Scene &scene, Say say, QObject *parent = nullptr);
+
+    // More of the script, in UTF-8. A line counts as soon as its end has come,
+    // and is carried out when those before it are done.
+    void hear(const QByteArray &bytes);
+    // What has not been begun is forgotten; before the event loop ends.
     void stop();
+
+    // 0, unless a line could not be carried out: a code of exit_codes.h.
+    int result() const { return result_; }
 
 signals:
     // Time to close the program, as the close button does.
     void closeRequested();
 
 private:
-    void readLines();
     void next();
-    void carryOut(const QString &line);
-    // Does what the line says once `isSo` holds, and answers.
-    void await(std::function<bool()> isSo);
-    void ask();
-    void doNow();
+    void carryOut(const script::Pause &pause);
+    void carryOut(const script::Act &act);
+    void carryOut(const script::Close &close);
+    void carryOut(const script::Senseless &senseless);
+    void askUntilReady(const script::Act &act, qint64 since);
     void answer(const QString &text);
-    void fail(const QString &line, const QString &reason);
-
-    QString act(const QString &verb, const QString &rest);
-    std::function<bool()> condition(const QStringList &words) const;
-    QQuickItem *find(const QString &name) const;
-    QString point(const QString &name, bool click);
-    QString pressKey(const QString &name);
-    void type(const QString &text);
-    QString picture(const QString &path);
+    void fail(const QString &reason);
 
     Clock &clock_;
-    QQuickWindow &window_;
-    const ConnectionRoad *road_;
-    QSocketNotifier *notifier_;
-    QByteArray input_;
+    const script::Scene scene_;
+    const Say say_;
+    QByteArray input_; // the beginning of a line
     QQueue<QString> lines_;
     QString line_; // under way
-    std::function<bool()> awaited_;
-    qint64 askingSince_ = 0;
     bool busy_ = false;
-    std::atomic<int> frames_{0}; // the render thread counts them
     int result_ = 0;
 };

@@ -5,7 +5,9 @@
 #include "demonstration/close_signals.h"
 #include "demonstration/demonstration.h"
 #include "demonstration/exit_codes.h"
+#include "demonstration/quick_screen.h"
 #include "demonstration/road_printer.h"
+#include "demonstration/script_input.h"
 #include "demonstration/scripted_user.h"
 #include "demonstration/wishes.h"
 #include "simpc/scenario.h"
@@ -18,13 +20,9 @@
 
 #include <iostream>
 
-namespace {
+#include <unistd.h>
 
-int refuse(const QString &reason)
-{
-    std::cerr << "The simulated PC cannot be set up: " << reason.toStdString() << std::endl;
-    return exit_code::badScenario;
-}
+namespace {
 
 // Without a screen there is no OpenGL either.
 void drawWithoutScreen()
@@ -32,6 +30,42 @@ void drawWithoutScreen()
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (platform.startsWith("offscreen") && !qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
+}
+
+// The PC is still asked when the program's last objects end, after main(). This
+// one ends after all that are made later.
+std::unique_ptr<SimHost> &thePc()
+{
+    static std::unique_ptr<SimHost> pc;
+    return pc;
+}
+
+// The one that the environment asks for, and the speed at which everything
+// goes. Says in a sentence what keeps it from being brought, or nothing.
+QString bringPc()
+{
+    QString error;
+    const SimSettings settings = SimSettings::fromEnvironment(&error);
+    if (!error.isEmpty())
+        return error;
+    const Scenario chosen = scenario::load(settings.scenario, &error);
+    if (!error.isEmpty())
+        return error;
+    Clock::setSystemSpeed(settings.speed);
+    SimHost::Options options;
+    options.settings = settings;
+    thePc() = std::make_unique<SimHost>(chosen, options);
+    return {};
+}
+
+// Prints what happens on the PC, and to it, as long as the PC is there.
+std::shared_ptr<RoadPrinter> printerOf(SimPc &pc)
+{
+    auto printer = std::make_shared<RoadPrinter>(Clock::system(), console::echo);
+    const auto say = [printer](const QString &line) { printer->say(line); };
+    pc.events.onLine(say);
+    pc.journal.onLine(say);
+    return printer;
 }
 
 // As the mode page and its switch do.
@@ -51,56 +85,86 @@ void closeProgram(QQmlApplicationEngine &engine)
         QMetaObject::invokeMethod(root, "closeAll");
 }
 
-// The PC is still asked when the program's last objects end, after main(). This
-// one ends after all that are made later.
-std::unique_ptr<SimHost> &thePc()
+// Whoever asks for the end gets it.
+template <typename Asking>
+void closeOnRequest(const Asking &asking, QQmlApplicationEngine &engine)
 {
-    static std::unique_ptr<SimHost> pc;
-    return pc;
-}
-
-// Prints what happens on the PC, and to it, as long as the PC is there.
-std::shared_ptr<RoadPrinter> printerOf(SimPc &pc)
-{
-    auto printer = std::make_shared<RoadPrinter>(Clock::system(), console::echo);
-    const auto say = [printer](const QString &line) { printer->say(line); };
-    pc.events.onLine(say);
-    pc.journal.onLine(say);
-    return printer;
+    QObject::connect(&asking, &Asking::closeRequested, &engine,
+                     [&engine] { closeProgram(engine); });
 }
 
 } // namespace
 
 struct SimulatedSurroundings::Private
 {
+    void heedSignals(QQmlApplicationEngine &engine);
+    void heedPerson(QQmlApplicationEngine &engine);
+    void seatScriptedUser(QQmlApplicationEngine &engine, QQuickWindow &window,
+                          const ConnectionRoad *road);
+    void demonstrate(QQmlApplicationEngine &engine, QQuickWindow *window,
+                     const ConnectionRoad &road);
+    void endWithTheEventLoop();
+
     Wishes wishes;
     std::shared_ptr<RoadPrinter> printer; // null when nobody asks for the road
-    std::unique_ptr<Demonstration> demonstration;
-    std::unique_ptr<ScriptedUser> scriptedUser;
     std::unique_ptr<CloseSignals> closeSignals;
+    std::unique_ptr<QuickScreen> screen;
+    std::unique_ptr<ScriptedUser> scriptedUser;
+    std::unique_ptr<ScriptInput> input;
+    std::unique_ptr<Demonstration> demonstration;
 };
 
-SimulatedSurroundings::SimulatedSurroundings() : d(std::make_unique<Private>()) {}
-
-std::optional<int> SimulatedSurroundings::begin()
+void SimulatedSurroundings::Private::heedSignals(QQmlApplicationEngine &engine)
 {
-    drawWithoutScreen();
-    QString error;
-    const SimSettings settings = SimSettings::fromEnvironment(&error);
-    if (!error.isEmpty())
-        return refuse(error);
-    const Scenario chosen = scenario::load(settings.scenario, &error);
-    if (!error.isEmpty())
-        return refuse(error);
-    Clock::setSystemSpeed(settings.speed);
-    SimHost::Options options;
-    options.settings = settings;
-    thePc() = std::make_unique<SimHost>(chosen, options);
-    d->wishes = Wishes::fromEnvironment();
-    if (d->wishes.printRoad)
-        d->printer = printerOf(thePc()->pc());
-    return std::nullopt;
+    closeSignals = std::make_unique<CloseSignals>();
+    closeOnRequest(*closeSignals, engine);
 }
+
+// The one of the scenario, in front of the PC.
+void SimulatedSurroundings::Private::heedPerson(QQmlApplicationEngine &engine)
+{
+    thePc()->pc().onPerson([&engine](bool wired) {
+        QMetaObject::invokeMethod(
+            &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
+    });
+}
+
+void SimulatedSurroundings::Private::seatScriptedUser(QQmlApplicationEngine &engine,
+                                                      QQuickWindow &window,
+                                                      const ConnectionRoad *road)
+{
+    screen = std::make_unique<QuickScreen>(window);
+    scriptedUser = std::make_unique<ScriptedUser>(
+        Clock::system(), script::Scene{*screen, road},
+        [](const QString &line) { console::echo(line.toStdString()); });
+    closeOnRequest(*scriptedUser, engine);
+    input = std::make_unique<ScriptInput>(STDIN_FILENO);
+    QObject::connect(input.get(), &ScriptInput::arrived, scriptedUser.get(), &ScriptedUser::hear);
+}
+
+void SimulatedSurroundings::Private::demonstrate(QQmlApplicationEngine &engine,
+                                                 QQuickWindow *window, const ConnectionRoad &road)
+{
+    Demonstration::Say say;
+    if (printer)
+        say = [printer = printer](const QString &line) { printer->say(line); };
+    demonstration = std::make_unique<Demonstration>(wishes, Clock::system(), road, window, say);
+    closeOnRequest(*demonstration, engine);
+    if (printer)
+        printer->begin();
+}
+
+// What belongs to the event loop, or speaks to objects that go with it.
+void SimulatedSurroundings::Private::endWithTheEventLoop()
+{
+    thePc()->pc().onPerson({});
+    closeSignals.reset();
+    input.reset();
+    if (scriptedUser)
+        scriptedUser->stop();
+}
+
+SimulatedSurroundings::SimulatedSurroundings() : d(std::make_unique<Private>()) {}
 
 SimulatedSurroundings::~SimulatedSurroundings()
 {
@@ -109,43 +173,32 @@ SimulatedSurroundings::~SimulatedSurroundings()
         thePc()->stop();
 }
 
+std::optional<int> SimulatedSurroundings::begin()
+{
+    drawWithoutScreen();
+    const QString problem = bringPc();
+    if (!problem.isEmpty()) {
+        std::cerr << "The simulated PC cannot be set up: " << problem.toStdString() << std::endl;
+        return exit_code::badScenario;
+    }
+    d->wishes = Wishes::fromEnvironment();
+    if (d->wishes.printRoad)
+        d->printer = printerOf(thePc()->pc());
+    return std::nullopt;
+}
+
 void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 {
     thePc()->start();
-    d->closeSignals = std::make_unique<CloseSignals>();
-    QObject::connect(d->closeSignals.get(), &CloseSignals::closeRequested, &engine,
-                     [&engine] { closeProgram(engine); });
-    // The notifier belongs to the event loop and ends with it.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
-                     d->closeSignals.get(), [this] {
-                         thePc()->pc().onPerson({});
-                         d->closeSignals.reset();
-                     });
-    thePc()->pc().onPerson([&engine](bool wired) {
-        QMetaObject::invokeMethod(
-            &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
-    });
+                     QCoreApplication::instance(), [this] { d->endWithTheEventLoop(); });
+    d->heedSignals(engine);
+    d->heedPerson(engine);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-    if (window && d->wishes.scripted) {
-        d->scriptedUser = std::make_unique<ScriptedUser>(Clock::system(), *window, road);
-        QObject::connect(d->scriptedUser.get(), &ScriptedUser::closeRequested, &engine,
-                         [&engine] { closeProgram(engine); });
-        // Its notifier belongs to the event loop, too.
-        QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
-                         d->scriptedUser.get(), &ScriptedUser::stop);
-    }
-    if (!road)
-        return;
-
-    Demonstration::Say say;
-    if (d->printer)
-        say = [printer = d->printer](const QString &line) { printer->say(line); };
-    d->demonstration =
-        std::make_unique<Demonstration>(d->wishes, Clock::system(), *road, window, say);
-    QObject::connect(d->demonstration.get(), &Demonstration::closeRequested, &engine,
-                     [&engine] { closeProgram(engine); });
-    if (d->printer)
-        d->printer->begin();
+    if (window && d->wishes.scripted)
+        d->seatScriptedUser(engine, *window, road);
+    if (road)
+        d->demonstrate(engine, window, *road);
 }
 
 std::optional<QString> SimulatedSurroundings::cloudHost() const

@@ -7,7 +7,7 @@
 
 // Brings the PC that the environment asks for, closes the program as its close
 // button does on SIGINT and SIGTERM, and runs demonstrations (see
-// simpc/README.md). Once a process; GUI thread.
+// demonstration/README.md). Once a process; GUI thread.
 class SimulatedSurroundings final : public Surroundings
 {
 public:

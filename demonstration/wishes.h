@@ -3,7 +3,7 @@
 
 #include <QString>
 
-// The variables are told in simpc/README.md.
+// The variables are told in demonstration/README.md.
 struct Wishes
 {
     bool printRoad = false;      // SIMPC_ROAD: any text but "0"
