@@ -1,4 +1,5 @@
 #include "demonstration/pictures.h"
+#include "demonstration/quick_screen.h"
 #include "tests/demonstration/small_window.h"
 #include "tests/support/test_case.h"
 
@@ -12,6 +13,7 @@ class TestPicturesOnScreen : public TestCase
 private slots:
     void windowIsTakenAtOnceWithItsBackground();
     void severalLieUponEachOtherAsOnTheScreen();
+    void whatTheScreenShowsIsSaved();
 };
 
 void TestPicturesOnScreen::windowIsTakenAtOnceWithItsBackground()
@@ -35,6 +37,18 @@ void TestPicturesOnScreen::severalLieUponEachOtherAsOnTheScreen()
     QCOMPARE(picture.pixelColor(10, 20), QColor("lime"));
     QCOMPARE(picture.pixelColor(29, 29), QColor("lime"));
     QCOMPARE(picture.pixelColor(30, 30), QColor("red"));
+}
+
+void TestPicturesOnScreen::whatTheScreenShowsIsSaved()
+{
+    const SmallWindow behind(R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
+    const SmallWindow inFront(R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime" })");
+    QuickScreen screen(behind.window());
+    QVERIFY(screen.takePicture(path("all.png")).done);
+    const QImage picture(path("all.png"));
+    QCOMPARE(picture.size(), QSize(60, 40));
+    QCOMPARE(picture.pixelColor(5, 5), QColor("red"));
+    QCOMPARE(picture.pixelColor(20, 25), QColor("lime"));
 }
 
 int main(int argc, char *argv[])
