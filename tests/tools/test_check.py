@@ -20,7 +20,8 @@ CHECK = ROOT / "tools" / "check"
 GOOD = {
     "cmake/rooms.txt": bad_rooms.ROOMS,
     "ARCHITECTURE.md": "# Architecture\n" + bad_rooms.PICTURE.replace(
-        "    link --> pc\n", "    controller --> sysinfo\n    sysinfo --> pc\n    simpc --> pc\n"),
+        "    link --> pc\n", "    demonstration --> app\n    demonstration --> simpc\n"
+        "    controller --> sysinfo\n    sysinfo --> pc\n    simpc --> pc\n"),
     "base/clock.h": "#pragma once\n\n#include <QObject>\n",
     "base/clock.cpp": '#include "base/clock.h"\n\n#include <QTimer>\n\n'
                       "void wait()\n{\n    QTimer::singleShot(5, [] {});\n}\n",
