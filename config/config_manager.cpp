@@ -110,14 +110,17 @@ bool ConfigManager::setDeviceSn(const QString &serial)
     // 10-bit is left out on purpose: a stored HEVC 10-bit choice comes back as
     // plain HEVC.
     const QJsonObject object = deviceObject(serial);
-    const int codec = codecIndex(object.value(QLatin1String("codec")).toString(), false);
-    qInfo().noquote().nospace() << "setDeviceSn: " << serial << "; codectype: " << codec;
-    applyStreamingSettings(object.value(QLatin1String("definitionIndex")).toInt(),
-                           device_settings::fpsIndex(object), codec,
-                           object.value(QLatin1String("audio")).toBool(), wiredOrWireless() == 1,
-                           object.value(QLatin1String("10bitenc")).toBool(),
-                           object.value(QLatin1String("fullrange")).toBool(),
-                           object.value(QLatin1String("hdr")).toBool());
+    SettingsChoice choice;
+    choice.definitionIndex = object.value(QLatin1String("definitionIndex")).toInt();
+    choice.fpsIndex = device_settings::fpsIndex(object);
+    choice.encodeIndex = codecIndex(object.value(QLatin1String("codec")).toString(), false);
+    choice.audio = object.value(QLatin1String("audio")).toBool();
+    choice.tenBit = object.value(QLatin1String("10bitenc")).toBool();
+    choice.fullRange = object.value(QLatin1String("fullrange")).toBool();
+    choice.hdr = object.value(QLatin1String("hdr")).toBool();
+    qInfo().noquote().nospace() << "setDeviceSn: " << serial
+                                << "; codectype: " << choice.encodeIndex;
+    applyStreamingSettings(choice, settings_.link);
     return true;
 }
 
@@ -191,14 +194,14 @@ int ConfigManager::height()
 
 void ConfigManager::setBitRate(int bitRate, bool wired, int model)
 {
-    device_settings::storeBitRate(modelOrSerialObject(model), bitRate, wired);
+    device_settings::storeBitRate(modelOrSerialObject(model), bitRate, linkKind(wired));
 }
 
 void ConfigManager::setCustomize(int scale, int bitRate, bool wired, int model)
 {
     QJsonObject &object = modelOrSerialObject(model);
     device_settings::storeScale(object, scale);
-    device_settings::storeBitRate(object, bitRate, wired);
+    device_settings::storeBitRate(object, bitRate, linkKind(wired));
 }
 
 int ConfigManager::modelOf(const QString &serial)
@@ -215,24 +218,37 @@ void ConfigManager::applyStreamingSettings(int definitionIndex, int fpsIndex, in
                                            bool audio, bool wired, bool tenBit, bool fullRange,
                                            bool hdr)
 {
+    SettingsChoice choice;
+    choice.definitionIndex = definitionIndex;
+    choice.fpsIndex = fpsIndex;
+    choice.encodeIndex = encodeIndex;
+    choice.audio = audio;
+    choice.tenBit = tenBit;
+    choice.fullRange = fullRange;
+    choice.hdr = hdr;
+    applyStreamingSettings(choice, linkKind(wired));
+}
+
+void ConfigManager::applyStreamingSettings(const SettingsChoice &choice, LinkKind link)
+{
     qInfo().noquote() << QStringLiteral("definition: %1 fps: %2  encode: %3 audio: %4 wired: %5")
-                             .arg(definitionIndex)
-                             .arg(fpsIndex)
-                             .arg(encodeIndex)
-                             .arg(int(audio))
-                             .arg(int(wired));
-    const double scale = device_settings::storeChoice(
-        deviceObject(settings_.serial),
-        {definitionIndex, fpsIndex, encodeIndex, audio, wired, tenBit, fullRange, hdr},
-        settings_.serial);
+                             .arg(choice.definitionIndex)
+                             .arg(choice.fpsIndex)
+                             .arg(choice.encodeIndex)
+                             .arg(int(choice.audio))
+                             .arg(int(isWired(link)));
+    const double scale = device_settings::storeChoice(deviceObject(settings_.serial), choice, link,
+                                                      settings_.serial);
     // QString and not const char *: the blank at the end is part of the line.
     qInfo().noquote().nospace() << QStringLiteral("scale: %1 fps %2 ")
                                        .arg(QString::number(scale, 'g',
                                                             QLocale::FloatingPointShortest))
-                                       .arg(fpsIndex);
-    setWiredOrWireless(wired ? 1 : 2);
+                                       .arg(choice.fpsIndex);
+    // Stored as one of the two, whatever the file held.
+    settings_.link = linkKind(isWired(link));
     saveDeviceSettings(QString());
-    session_file::editStreaming(device_settings::fpsOf(fpsIndex), audio, hasVirtualCable_);
+    session_file::editStreaming(device_settings::fpsOf(choice.fpsIndex), choice.audio,
+                                hasVirtualCable_);
 }
 
 void ConfigManager::writeSessionSerial()

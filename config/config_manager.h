@@ -2,6 +2,8 @@
 // and with its own next run.
 #pragma once
 
+#include "config/link_kind.h"
+#include "config/settings_choice.h"
 #include "config/settings_file.h"
 
 #include <QJsonObject>
@@ -57,9 +59,11 @@ public:
     int width();
     int height();
 
-    // 0 never chosen, 1 wired, 2 wireless.
-    int wiredOrWireless() const { return settings_.wiredOrWireless; }
-    void setWiredOrWireless(int mode) { settings_.wiredOrWireless = mode; }
+    // How the last headset was reached; as number and as kind.
+    int wiredOrWireless() const { return static_cast<int>(settings_.link); }
+    void setWiredOrWireless(int mode) { settings_.link = static_cast<LinkKind>(mode); }
+    LinkKind link() const { return settings_.link; }
+    void setLink(LinkKind link) { settings_.link = link; }
     QString serial() const { return settings_.serial; }
 
     // Store into a model's object as decimal texts: D2 if `model` is 2 or the
@@ -74,6 +78,9 @@ public:
 
     // --- streaming server's session file -------------------------------------
 
+    // Stores a choice for the current serial and for this link, saves, and
+    // writes the streaming server's file; the other one takes it in pieces.
+    void applyStreamingSettings(const SettingsChoice &choice, LinkKind link);
     void applyStreamingSettings(int definitionIndex, int fpsIndex, int encodeIndex, bool audio,
                                 bool wired, bool tenBit, bool fullRange, bool hdr);
     void writeSessionSerial();

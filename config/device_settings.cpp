@@ -33,9 +33,9 @@ QString standardBitRate()
     return QString::number(StreamingChoices::bitRate(StreamingChoices::Standard));
 }
 
-QLatin1String bitRateKey(bool wired)
+QLatin1String bitRateKey(LinkKind link)
 {
-    return wired ? kBitRateWired : kBitRate;
+    return isWired(link) ? kBitRateWired : kBitRate;
 }
 
 struct Encoder
@@ -117,9 +117,9 @@ void repair(QJsonObject &object)
     insertMissing(object, kHdr, false);
 }
 
-void storeBitRate(QJsonObject &object, int megabits, bool wired)
+void storeBitRate(QJsonObject &object, int megabits, LinkKind link)
 {
-    object.insert(bitRateKey(wired), QString::number(megabits));
+    object.insert(bitRateKey(link), QString::number(megabits));
 }
 
 void storeScale(QJsonObject &object, int percent)
@@ -138,7 +138,8 @@ double fpsOf(int fpsIndex)
     return StreamingChoices::hertz(fpsIndex);
 }
 
-double storeChoice(QJsonObject &object, const Choice &choice, const QString &serial)
+double storeChoice(QJsonObject &object, const SettingsChoice &choice, LinkKind link,
+                   const QString &serial)
 {
     double scale = 1.0;
     const bool custom = choice.definitionIndex == StreamingChoices::Custom;
@@ -146,7 +147,7 @@ double storeChoice(QJsonObject &object, const Choice &choice, const QString &ser
         const bool d3H264 =
             choice.encodeIndex == StreamingChoices::H264 && serial.startsWith(QLatin1String("D3"));
         scale = d3H264 ? chosen->scaleD3H264 : chosen->scale;
-        storeBitRate(object, chosen->bitRate, choice.wired);
+        storeBitRate(object, chosen->bitRate, link);
     } else if (custom) {
         // Only a text counts: the number that repair() fills in reads as 0.
         scale = object.value(kScale).toString().toInt() / 100.0;

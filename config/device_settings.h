@@ -2,6 +2,9 @@
 // rules that fill them.
 #pragma once
 
+#include "config/link_kind.h"
+#include "config/settings_choice.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -22,28 +25,17 @@ QJsonObject fresh();
 // there stay as they are, whatever they hold; so do unknown ones.
 void repair(QJsonObject &object);
 
-void storeBitRate(QJsonObject &object, int megabits, bool wired);
+void storeBitRate(QJsonObject &object, int megabits, LinkKind link);
 void storeScale(QJsonObject &object, int percent);
 
 // 0 for 72 Hz, 1 for anything else, and the other way round in hertz.
 int fpsIndex(const QJsonObject &object);
 double fpsOf(int fpsIndex);
 
-// What the user chose on the settings page.
-struct Choice
-{
-    int definitionIndex; // StreamingChoices::Definition
-    int fpsIndex;        // StreamingChoices::FrameRate
-    int encodeIndex;     // StreamingChoices::Encoder
-    bool audio;
-    bool wired;
-    bool tenBit; // heeded only when `encodeIndex` is above its range
-    bool fullRange;
-    bool hdr;
-};
-
 // Stores a choice for the model of `serial` and returns the render scale it
-// comes to (1.0 is the headset's own resolution).
-double storeChoice(QJsonObject &object, const Choice &choice, const QString &serial);
+// comes to (1.0 is the headset's own resolution). Its bit rate is that of
+// `link` alone.
+double storeChoice(QJsonObject &object, const SettingsChoice &choice, LinkKind link,
+                   const QString &serial);
 
 } // namespace device_settings

@@ -41,7 +41,7 @@ bool read(const QByteArray &text, StoredSettings *settings)
     if (root.contains(kLastSn))
         settings->serial = json.text(root.value(kLastSn));
     if (root.contains(kWiredOrWireless))
-        settings->wiredOrWireless = root.value(kWiredOrWireless).toInt();
+        settings->link = static_cast<LinkKind>(root.value(kWiredOrWireless).toInt());
     return json.ok();
 }
 
@@ -52,7 +52,7 @@ QByteArray write(const StoredSettings &settings)
     insertUnlessEmpty(root, kD2, settings.d2);
     insertUnlessEmpty(root, kD3, settings.d3);
     root.insert(kLastSn, settings.serial);
-    root.insert(kWiredOrWireless, settings.wiredOrWireless);
+    root.insert(kWiredOrWireless, static_cast<int>(settings.link));
     JsonDocument json;
     json.document.setObject(root);
     json.numberMark = settings.numberMark;

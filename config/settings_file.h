@@ -1,6 +1,8 @@
 // "set.json": what this program remembers for its next run.
 #pragma once
 
+#include "config/link_kind.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -13,7 +15,7 @@ struct StoredSettings
     QJsonObject d2;
     QJsonObject d3;
     QString serial = QStringLiteral("D3"); // of the last headset
-    int wiredOrWireless = 0;               // 0 never chosen, 1 wired, 2 wireless
+    LinkKind link = LinkKind::NotChosen;   // of the last run; may be another number
     QByteArray numberMark;                 // internal: see JsonDocument
 };
 

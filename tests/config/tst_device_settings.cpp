@@ -56,9 +56,13 @@ QJsonObject repaired(QJsonObject object)
     return object;
 }
 
-Choice choice(int definitionIndex, int encodeIndex)
+SettingsChoice choice(int definitionIndex, int encodeIndex)
 {
-    return {definitionIndex, 1, encodeIndex, false, false, false, false, false};
+    SettingsChoice choice;
+    choice.definitionIndex = definitionIndex;
+    choice.fpsIndex = 1;
+    choice.encodeIndex = encodeIndex;
+    return choice;
 }
 
 } // namespace
@@ -187,10 +191,10 @@ void TestDeviceSettings::aBitRateIsStoredForItsLink()
 {
     QJsonObject settings = fresh();
 
-    storeBitRate(settings, 80, true);
+    storeBitRate(settings, 80, LinkKind::Wired);
     QCOMPARE(settings["bitRate_wired"], QJsonValue("80"));
     QCOMPARE(settings["bitRate"], QJsonValue("50"));
-    storeBitRate(settings, -1, false);
+    storeBitRate(settings, -1, LinkKind::Wireless);
     QCOMPARE(settings["bitRate_wired"], QJsonValue("80"));
     QCOMPARE(settings["bitRate"], QJsonValue("-1"));
 }
@@ -238,10 +242,10 @@ void TestDeviceSettings::aFrameRateIndexIsHertz()
     QFETCH(int, index);
     QFETCH(QString, text);
     QJsonObject settings;
-    Choice chosen = choice(1, 1);
+    SettingsChoice chosen = choice(1, 1);
     chosen.fpsIndex = index;
 
-    storeChoice(settings, chosen, "D3");
+    storeChoice(settings, chosen, LinkKind::Wireless, "D3");
 
     QTEST(fpsOf(index), "hertz");
     QCOMPARE(settings["fps"], QJsonValue(text));
@@ -291,10 +295,9 @@ void TestDeviceSettings::aDefinitionIsBitRateAndScale()
     QFETCH(QString, scaleText);
     for (const bool wired : {false, true}) {
         QJsonObject settings = object(R"({"bitRate":"77","bitRate_wired":"77","customize":true})");
-        Choice chosen = choice(definitionIndex, encodeIndex);
-        chosen.wired = wired;
+        const SettingsChoice chosen = choice(definitionIndex, encodeIndex);
 
-        QTEST(storeChoice(settings, chosen, serial), "scale");
+        QTEST(storeChoice(settings, chosen, linkKind(wired), serial), "scale");
 
         QCOMPARE(settings["definitionIndex"], QJsonValue(definitionIndex));
         QCOMPARE(settings["bitRate"], QJsonValue(wired ? QString("77") : bitRate));
@@ -330,7 +333,7 @@ void TestDeviceSettings::aCustomDefinitionKeepsBitRateAndScale()
     settings.insert("scale", stored);
 
     // H.264 on a D3 makes no difference here.
-    QTEST(storeChoice(settings, choice(3, 0), "D3A"), "scale");
+    QTEST(storeChoice(settings, choice(3, 0), LinkKind::Wireless, "D3A"), "scale");
 
     QCOMPARE(settings["scale"], QJsonValue(scaleText));
     QCOMPARE(settings["bitRate"], QJsonValue("61"));
@@ -368,10 +371,10 @@ void TestDeviceSettings::anEncoderIsCodecAndBits()
     QFETCH(QString, codec);
     QFETCH(bool, stored);
     QJsonObject settings = fresh();
-    Choice chosen = choice(1, encodeIndex);
+    SettingsChoice chosen = choice(1, encodeIndex);
     chosen.tenBit = tenBit;
 
-    storeChoice(settings, chosen, "D3");
+    storeChoice(settings, chosen, LinkKind::Wireless, "D3");
 
     QCOMPARE(settings["codec"], QJsonValue(codec));
     QCOMPARE(settings["10bitenc"], QJsonValue(stored));
@@ -395,7 +398,11 @@ void TestDeviceSettings::theSwitchesAreStored()
     QFETCH(bool, hdr);
     QJsonObject settings = object(R"({"audio":"?","fullrange":"?","hdr":"?"})");
 
-    storeChoice(settings, {1, 1, 1, audio, false, false, fullRange, hdr}, "D3");
+    SettingsChoice chosen = choice(1, 1);
+    chosen.audio = audio;
+    chosen.fullRange = fullRange;
+    chosen.hdr = hdr;
+    storeChoice(settings, chosen, LinkKind::Wireless, "D3");
 
     QCOMPARE(settings["audio"], QJsonValue(audio));
     QCOMPARE(settings["fullrange"], QJsonValue(fullRange));
@@ -407,7 +414,7 @@ void TestDeviceSettings::aChoiceKeepsUnknownMembers()
     QJsonObject settings = fresh();
     settings["unknown"] = QJsonObject{{"a", 1}};
 
-    storeChoice(settings, choice(2, 1), "D3");
+    storeChoice(settings, choice(2, 1), LinkKind::Wireless, "D3");
 
     QJsonObject expected = fresh();
     expected["unknown"] = QJsonObject{{"a", 1}};

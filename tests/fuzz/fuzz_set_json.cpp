@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     StoredSettings loaded;
     REQUIRE(settings_file::read(saved, &loaded));
     REQUIRE(loaded.serial == settings.serial);
-    REQUIRE(loaded.wiredOrWireless == settings.wiredOrWireless);
+    REQUIRE(loaded.link == settings.link);
     REQUIRE(settings_file::write(loaded) == saved);
     return 0;
 }
