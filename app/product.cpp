@@ -5,6 +5,7 @@
 #include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
+#include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "controller/road_model.h"
 #include "link/sys_manager.h"
@@ -24,6 +25,49 @@
 #include <QQmlContext>
 #include <QStandardPaths>
 
+namespace {
+
+QString dataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+}
+
+// Each service is made when the controller asks for it first.
+class ProcessWideServices final : public OrbDependencies
+{
+public:
+    Clock &clock() override { return Clock::system(); }
+    ConfigManager &config() override { return ConfigManager::instance(); }
+    SteamManager &steam() override { return SteamManager::instance(); }
+    SystemInfo &system() override { return SystemInfo::instance(); }
+    HeadsetLink &link() override { return SysManager::instance(); }
+    AdbManger &adb() override { return AdbManger::instance(); }
+    QString applicationDir() const override { return QCoreApplication::applicationDirPath(); }
+    QString dataDir() const override { return dataFolder(); }
+    void openUrl(const QUrl &url) override { QDesktopServices::openUrl(url); }
+    void report(const QString &eventId, const QJsonObject &extraData) override
+    {
+        HttpManager::instance().addEvent(eventId, extraData);
+    }
+    void sendEvents() override { HttpManager::instance().sendEvents(false); }
+    void upload(const QString &path, const QString &fileName) override
+    {
+        HttpManager::instance().uploadFile(path, fileName);
+    }
+};
+
+ORBUpdate *makeUpdate(QGuiApplication *app)
+{
+    ORBUpdate::Environment environment;
+    environment.host = cloud::host();
+    environment.dataDir = dataFolder();
+    environment.start = [](const QString &path) { shell_launch::startDetached(path, {}); };
+    environment.peerCheck = cloud::builtPeerCheck();
+    return new ORBUpdate(environment, app);
+}
+
+} // namespace
+
 Product::Product(const QLocale &locale, QGuiApplication *app)
 {
     qmlRegisterUncreatableType<ORBManager>("ORBManager", 1, 0, "ORBManagerCLS",
@@ -33,30 +77,8 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
                                        locale.language());
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
-    const QString dataDir = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-    const ORBManager::Services services = {
-        Clock::system(),
-        ConfigManager::instance(),
-        SteamManager::instance(),
-        SystemInfo::instance(),
-        []() -> HeadsetLink & { return SysManager::instance(); },
-        []() -> AdbManger & { return AdbManger::instance(); },
-        [](const QString &id, const QJsonObject &extraData) {
-            HttpManager::instance().addEvent(id, extraData);
-        },
-        [](const QUrl &url) { QDesktopServices::openUrl(url); },
-        QCoreApplication::applicationDirPath(),
-        dataDir,
-        [] { HttpManager::instance().sendEvents(false); },
-        [](const QString &path, const QString &fileName) {
-            HttpManager::instance().uploadFile(path, fileName);
-        },
-    };
-    orb_ = new ORBManager(services, app);
-    update_ = new ORBUpdate({cloud::host(), dataDir,
-                             [](const QString &path) { shell_launch::startDetached(path, {}); },
-                             cloud::builtPeerCheck()},
-                            app);
+    orb_ = new ORBManager(std::make_unique<ProcessWideServices>(), app);
+    update_ = makeUpdate(app);
     roadModel_ = new RoadModel(orb_->road(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
         HttpManager::instance().disconnectAll();

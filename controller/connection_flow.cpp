@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr int answerTime = 200;      // ms until the server's answer is there
-constexpr int lookAgainDelay = 1000; // ms after a connect or disconnect
+constexpr int answerTime = 200; // ms until the server's answer is there
+constexpr int stepDelay = 1000; // ms after a connect or disconnect
 
 } // namespace
 
@@ -20,14 +20,14 @@ ConnectionFlow::ConnectionFlow(Clock &clock, ConfigManager &config, SystemInfo &
 {
 }
 
-bool ConnectionFlow::ask(bool wired)
+bool ConnectionFlow::requestReport(LinkKind kind)
 {
     if (skipNext_) {
         skipNext_ = false;
         return false;
     }
     if (link_) {
-        if (wired)
+        if (isWired(kind))
             link_->sendWiredConnect(true);
         else
             link_->requestHmdInfo();
@@ -36,9 +36,9 @@ bool ConnectionFlow::ask(bool wired)
     return true;
 }
 
-void ConnectionFlow::lookWired(bool steamVRRunning)
+void ConnectionFlow::stepWired(bool steamVRRunning)
 {
-    system_.setDeviceSN(currentSerial_);
+    system_.setDeviceSN(knownSerial_);
     connected_ = link_ && link_->isDeviceConnected() && steamVRRunning;
     emit connectionChanged();
 }
@@ -48,24 +48,24 @@ void ConnectionFlow::showWiredList()
     emit listShown(connected_, userDisconnected_);
 }
 
-void ConnectionFlow::lookWireless()
+void ConnectionFlow::stepWireless()
 {
-    currentSerial_ = link_ ? link_->deviceId() : QString();
-    system_.setDeviceSN(currentSerial_);
+    knownSerial_ = link_ ? link_->deviceId() : QString();
+    system_.setDeviceSN(knownSerial_);
     const HeadsetList headsets = link_ ? link_->hmdInfoList() : HeadsetList();
     model_.refill(headsets, recent_);
 
-    const QString previous = serial_;
-    serial_.clear();
-    address_.clear();
+    const QString previous = connectedSerial_;
+    connectedSerial_.clear();
+    connectedAddress_.clear();
     if (firstContactHandled_)
         followHeadset(headsets, previous);
     else
         firstContact(headsets);
 
-    emit listShown(!serial_.isEmpty(), userDisconnected_);
-    if (serial_ != previous) {
-        connected_ = !serial_.isEmpty();
+    emit listShown(!connectedSerial_.isEmpty(), userDisconnected_);
+    if (connectedSerial_ != previous) {
+        connected_ = !connectedSerial_.isEmpty();
         emit connectionChanged();
     }
 }
@@ -93,15 +93,15 @@ void ConnectionFlow::followHeadset(const HeadsetList &headsets, const QString &p
         if (headset.connected) {
             qInfo().noquote().nospace()
                 << "vr reconnect sn from: " << previous << " to " << headset.serial;
-            serial_ = headset.serial;
+            connectedSerial_ = headset.serial;
             makeCurrent(headset.serial);
-            address_ = headset.address;
-            reconnectSerial_ = headset.serial;
+            connectedAddress_ = headset.address;
+            wantedSerial_ = headset.serial;
             return;
         }
-        if (!reconnectSerial_.isEmpty() && headset.serial == reconnectSerial_) {
-            qInfo().noquote().nospace() << "vr reconnect: " << reconnectSerial_;
-            reconnectSerial_.clear();
+        if (!wantedSerial_.isEmpty() && headset.serial == wantedSerial_) {
+            qInfo().noquote().nospace() << "vr reconnect: " << wantedSerial_;
+            wantedSerial_.clear();
             connectHeadset(headset.serial, headset.address, true);
             return;
         }
@@ -111,45 +111,56 @@ void ConnectionFlow::followHeadset(const HeadsetList &headsets, const QString &p
 void ConnectionFlow::connectHeadset(const QString &name, const QString &address, bool connect)
 {
     if (connect) {
-        qInfo().noquote().nospace() << "connect VR" << serial_;
-        if (!serial_.isEmpty()) {
+        qInfo().noquote().nospace() << "connect VR" << connectedSerial_;
+        if (!connectedSerial_.isEmpty()) {
             if (link_)
-                link_->disconnect(serial_, address_);
+                link_->disconnect(connectedSerial_, connectedAddress_);
             clock_.sleep(answerTime);
         }
         skipNext_ = true;
         if (!recent_.contains(name))
             recent_.prepend(name);
         userDisconnected_ = false;
-        reconnectSerial_ = name;
+        wantedSerial_ = name;
         makeCurrent(name);
         if (link_)
             link_->linkTo(name, address);
     } else {
         userDisconnected_ = true;
-        reconnectSerial_.clear();
+        wantedSerial_.clear();
         if (link_)
-            link_->disconnect(serial_, address_);
+            link_->disconnect(connectedSerial_, connectedAddress_);
         skipNext_ = true;
     }
-    clock_.singleShot(lookAgainDelay, this, [this] {
+    clock_.singleShot(stepDelay, this, [this] {
         if (link_)
             link_->requestHmdInfo();
         clock_.sleep(answerTime);
-        emit lookAgain();
+        emit stepDue();
     });
 }
 
 void ConnectionFlow::makeCurrent(const QString &serial)
 {
-    currentSerial_ = serial;
+    knownSerial_ = serial;
     if (config_.setDeviceSn(serial))
         emit settingsLoaded();
 }
 
-void ConnectionFlow::usbHeadset(const QString &serial)
+void ConnectionFlow::usbAttached(const QString &serial)
 {
-    serial_ = serial;
+    knownSerial_ = serial;
+    takeUsbHeadset(serial);
+}
+
+void ConnectionFlow::usbDetached()
+{
+    takeUsbHeadset(QString());
+}
+
+void ConnectionFlow::takeUsbHeadset(const QString &serial)
+{
+    connectedSerial_ = serial;
     connected_ = link_ && link_->isDeviceConnected();
     emit connectionChanged();
     showWiredList();
@@ -157,6 +168,6 @@ void ConnectionFlow::usbHeadset(const QString &serial)
 
 void ConnectionFlow::forgetHeadset()
 {
-    serial_.clear();
+    connectedSerial_.clear();
     firstContactHandled_ = false;
 }

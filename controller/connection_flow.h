@@ -1,6 +1,7 @@
 // How a headset gets connected, lost, found again and let go.
 #pragma once
 
+#include "config/link_kind.h"
 #include "link/headset_link.h"
 
 #include <QObject>
@@ -29,32 +30,35 @@ public:
     // is sent and no headset is known. It outlives this object.
     void setLink(HeadsetLink *link) { link_ = link; }
 
-    // Sends the question that the next look answers; 200 ms later the answer
-    // should be there. False when this turn is to be left out.
-    bool ask(bool wired);
+    // Asks the server for what the next step takes over; 200 ms later the
+    // answer should be there. False when this turn is to be left out.
+    [[nodiscard]] bool requestReport(LinkKind kind);
 
-    // Takes over what the server reported. The wireless look connects, picks
+    // Takes over what the server reported. The wireless step connects, picks
     // up and reconnects headsets by itself and shows the list; the wired one
     // leaves that to showWiredList().
-    void lookWireless();
-    void lookWired(bool steamVRRunning);
+    void stepWireless();
+    void stepWired(bool steamVRRunning);
     void showWiredList();
 
     // Connects the headset or lets the current one go.
     void connectHeadset(const QString &name, const QString &address, bool connect);
 
     // adb found a headset on USB, or lost it.
-    void usbHeadset(const QString &serial);
+    void usbAttached(const QString &serial);
+    void usbDetached();
 
     // Wireless mode begins: the first-contact rule applies again.
     void forgetHeadset();
 
-    QString headsetSerial() const { return serial_; }
+    // Of the headset that is connected, or on the cable.
+    QString connectedSerial() const { return connectedSerial_; }
     bool isConnected() const { return connected_; }
     bool disconnectedByUser() const { return userDisconnected_; }
-    QString reconnectSerial() const { return reconnectSerial_; }
-    QString currentSerial() const { return currentSerial_; }
-    void setCurrentSerial(const QString &serial) { currentSerial_ = serial; }
+    // Of the headset that is to be connected again when it shows up.
+    QString wantedSerial() const { return wantedSerial_; }
+    // Last reported or asked for; its model's settings are the current ones.
+    QString knownSerial() const { return knownSerial_; }
     QStringList recentHeadsets() const { return recent_; }
     void setRecentHeadsets(const QStringList &serials) { recent_ = serials; }
 
@@ -66,13 +70,15 @@ signals:
     void severalHeadsets();
     // The stored settings of the connecting headset are current now.
     void settingsLoaded();
-    // Time to look again (1000 ms after a connect or disconnect).
-    void lookAgain();
+    // The server has been asked between two polls (1000 ms after a connect or
+    // disconnect): time for a step.
+    void stepDue();
 
 private:
     void firstContact(const HeadsetList &headsets);
     void followHeadset(const HeadsetList &headsets, const QString &previous);
     void makeCurrent(const QString &serial);
+    void takeUsbHeadset(const QString &serial);
 
     Clock &clock_;
     ConfigManager &config_;
@@ -80,13 +86,13 @@ private:
     VRListModel &model_;
     HeadsetLink *link_ = nullptr;
 
-    QString serial_;  // of the connected headset
-    QString address_; // of the connected headset
+    QString connectedSerial_;
+    QString connectedAddress_;
     bool connected_ = false;
     bool skipNext_ = false;
     bool userDisconnected_ = false;
     bool firstContactHandled_ = false;
-    QString reconnectSerial_;
+    QString wantedSerial_;
     QStringList recent_;
-    QString currentSerial_; // last reported by the link
+    QString knownSerial_;
 };

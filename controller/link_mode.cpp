@@ -2,7 +2,9 @@
 
 #include "base/clock.h"
 #include "config/config_manager.h"
+#include "controller/connection_flow.h"
 #include "controller/streaming_settings.h"
+#include "controller/usb_headset.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -10,8 +12,6 @@
 namespace {
 
 constexpr int switchLockTime = 4000; // ms
-constexpr int storedWired = 1;
-constexpr int storedWireless = 2;
 
 QString text(const char *source)
 {
@@ -20,46 +20,52 @@ QString text(const char *source)
 
 } // namespace
 
-LinkMode::LinkMode(Clock &clock, ConfigManager &config, StreamingSettings &settings,
-                   Actions actions, QObject *parent)
-    : QObject(parent), clock_(clock), config_(config), settings_(settings),
-      actions_(std::move(actions))
+LinkMode::LinkMode(Dependencies dependencies, QObject *parent)
+    : QObject(parent), deps_(std::move(dependencies))
 {
 }
 
-void LinkMode::choose(bool wired)
+void LinkMode::choose(LinkKind kind)
 {
     if (switching_) {
         emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "切换模式中，请稍后再试")), 2000);
         return;
     }
     qInfo("setwired ");
-    if (wired && !adbHooked_) {
-        actions_.hookAdb();
-        adbHooked_ = true;
-    }
+    if (isWired(kind))
+        deps_.usb.watch();
     switching_ = true;
-    const StreamingSettings::Values values = settings_.current();
+    const SettingsChoice choice = deps_.settings.current();
     qInfo("setwired m_timeId");
-    const bool changes = wired != wired_;
-    if (!startedUp_) {
-        startedUp_ = true;
-        settings_.apply(values, wired);
-        actions_.startUp();
+    const bool changes = isWired(kind) != isWired(kind_);
+    if (!started_) {
+        started_ = true;
+        deps_.startRun(choice, kind);
     } else if (changes) {
-        emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "正在重启，请稍候")), 13000);
-        settings_.restartAround([&] { settings_.apply(values, wired); });
+        restartSteamVR(choice, kind);
     }
-    qInfo().noquote().nospace() << "setWiredOrWireless start: " << wired;
-    config_.setWiredOrWireless(wired ? storedWired : storedWireless);
-    if (changes) {
-        wired_ = wired;
-        emit wiredChanged();
-        if (wired)
-            actions_.enterWired();
-        else
-            actions_.enterWireless();
-    }
-    clock_.singleShot(switchLockTime, this, [this] { switching_ = false; });
+    qInfo().noquote().nospace() << "setWiredOrWireless start: " << isWired(kind);
+    deps_.config.setLink(kind);
+    kind_ = kind;
+    if (changes)
+        enter(kind);
+    deps_.clock.singleShot(switchLockTime, this, [this] { switching_ = false; });
     qInfo("setwired end");
+}
+
+void LinkMode::restartSteamVR(const SettingsChoice &choice, LinkKind kind)
+{
+    emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "正在重启，请稍候")), 13000);
+    deps_.settings.restartAround([&] { deps_.settings.apply(choice, kind); });
+}
+
+void LinkMode::enter(LinkKind kind)
+{
+    emit wiredChanged();
+    if (isWired(kind)) {
+        deps_.usb.look();
+    } else {
+        deps_.flow.forgetHeadset();
+        deps_.usb.stop();
+    }
 }

@@ -11,9 +11,11 @@
 #include "controller/feedback.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
+#include "controller/orb_dependencies.h"
 #include "controller/poll.h"
 #include "controller/readiness.h"
 #include "controller/streaming_settings.h"
+#include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
@@ -28,64 +30,67 @@ namespace {
 constexpr int pollInterval = 5000;       // ms
 constexpr int pauseAfterStop = 1000;     // ms
 constexpr int steamToastDuration = 2000; // ms
-constexpr int shownSerialLength = 6;
-constexpr int storedWired = 1;
 
 } // namespace
 
-ORBManager::ORBManager(Services services, QObject *parent)
-    : QObject(parent), services_(std::move(services)), startTime_(services_.clock.now()),
-      events_(services_.report), pc_(std::make_unique<PcCheck>(services_.system))
+ORBManager::ORBManager(std::unique_ptr<OrbDependencies> dependencies, QObject *parent)
+    : QObject(parent), deps_(std::move(dependencies)), startTime_(deps_->clock().now()),
+      events_([this](const QString &id, const QJsonObject &data) { deps_->report(id, data); }),
+      pc_(std::make_unique<PcCheck>(deps_->system()))
 {
     // Whatever an earlier session left running would keep our driver and the
     // control port busy.
-    services_.steam.stopSteamVR();
+    deps_->steam().stopSteamVR();
     captureStartSettings();
     // Switched off: it needs the folder of a SteamVR to look for.
-    firewall_step::run(QString(), services_.steam, services_.link);
-    const QStringList recent = recent_headsets::load(services_.dataDir);
-
-    model_ = new VRListModel(this);
-    road_ = new ConnectionRoad(this);
-    flow_ = new ConnectionFlow(services_.clock, services_.config, services_.system, *model_, this);
-    flow_->setRecentHeadsets(recent);
-    readiness_ = new Readiness(services_.clock, services_.steam, services_.applicationDir, this);
-    settings_ = new StreamingSettings(services_.clock, services_.config, services_.steam,
-                                      switchLock_, this);
-    mode_ = new LinkMode(services_.clock, services_.config, *settings_,
-                         {[this] { hookAdb(); }, [this] { startUp(); },
-                          [this] { services_.adb().checkDevice(); },
-                          [this] {
-                              flow_->forgetHeadset();
-                              services_.adb().killAdb();
-                          }},
-                         this);
-    poll_ = new Poll({services_.clock, *readiness_, *flow_, *road_, services_.system,
-                      [this] { return mode_->wired(); }, [this] { services_.adb().checkDevice(); }},
-                     this);
+    firewall_step::run(QString(), deps_->steam(),
+                       [this]() -> HeadsetLink & { return deps_->link(); });
+    const QStringList recent = recent_headsets::load(deps_->dataDir());
+    makeParts();
     connectParts();
+    flow_->setRecentHeadsets(recent);
 
-    const int stored = services_.config.wiredOrWireless();
-    qInfo().noquote().nospace() << "getWiredOrWireless : " << stored;
-    if (stored != 0) {
+    const LinkKind stored = deps_->config().link();
+    qInfo().noquote().nospace() << "getWiredOrWireless : " << static_cast<int>(stored);
+    if (stored != LinkKind::NotChosen) {
         modeChosen_ = true;
-        setWiredOrWireless(stored == storedWired);
+        setWiredOrWireless(isWired(stored));
     }
     events_.programStarted();
 }
 
+void ORBManager::makeParts()
+{
+    Clock &clock = deps_->clock();
+    ConfigManager &config = deps_->config();
+    SteamManager &steam = deps_->steam();
+    SystemInfo &system = deps_->system();
+
+    model_ = new VRListModel(this);
+    road_ = new ConnectionRoad(this);
+    flow_ = new ConnectionFlow(clock, config, system, *model_, this);
+    readiness_ = new Readiness(clock, steam, deps_->applicationDir(), this);
+    settings_ = new StreamingSettings(clock, config, steam, switchLock_, this);
+    usb_ = new UsbHeadset([this]() -> AdbManger & { return deps_->adb(); }, this);
+    mode_ = new LinkMode(
+        {clock, config, *settings_, *flow_, *usb_,
+         [this](const SettingsChoice &choice, LinkKind link) { startRun(choice, link); }},
+        this);
+    poll_ = new Poll({clock, *readiness_, *flow_, *road_, system, *usb_}, this);
+}
+
 ORBManager::~ORBManager()
 {
-    services_.steam.stopSteamVR();
-    services_.clock.sleep(pauseAfterStop);
-    services_.config.saveDeviceSettings(flow_->currentSerial());
-    services_.config.writeSessionSerial();
-    recent_headsets::save(services_.dataDir, flow_->recentHeadsets());
+    deps_->steam().stopSteamVR();
+    deps_->clock().sleep(pauseAfterStop);
+    deps_->config().saveDeviceSettings(flow_->knownSerial());
+    deps_->config().writeSessionSerial();
+    recent_headsets::save(deps_->dataDir(), flow_->recentHeadsets());
 }
 
 void ORBManager::captureStartSettings()
 {
-    const QJsonObject stored = services_.config.loadDeviceSettings(false, 0);
+    const QJsonObject stored = deps_->config().loadDeviceSettings(false, 0);
     UsageEvents::StartSettings start;
     start.definitionIndex = stored.value(QLatin1String("definitionIndex")).toInt(0);
     start.highFrameRate = stored.value(QLatin1String("fps")).toString() != QLatin1String("72");
@@ -95,18 +100,20 @@ void ORBManager::captureStartSettings()
 
 void ORBManager::connectParts()
 {
-    connect(this, &ORBManager::handleEvent, poll_, &Poll::run, Qt::DirectConnection);
-    connect(&services_.steam, &SteamManager::steamAppChange, this,
+    connect(
+        this, &ORBManager::handleEvent, poll_, [this] { poll_->run(mode_->kind()); },
+        Qt::DirectConnection);
+    connect(&deps_->steam(), &SteamManager::steamAppChange, this,
             [this](int seconds, const QString &appName) {
-                events_.steamAppEnded(seconds, appName, mode_->wired());
+                events_.steamAppEnded(seconds, appName, mode_->kind());
             });
-    connect(&services_.steam, &SteamManager::showToast, this,
+    connect(&deps_->steam(), &SteamManager::showToast, this,
             [this](const QString &tips) { emit showToast(tips, steamToastDuration); });
 
     connect(flow_, &ConnectionFlow::connectionChanged, this, &ORBManager::vrIsConnectChange);
     connect(flow_, &ConnectionFlow::listShown, this, &ORBManager::showVrList);
     connect(flow_, &ConnectionFlow::severalHeadsets, this, &ORBManager::showMoreHMD);
-    connect(flow_, &ConnectionFlow::lookAgain, this, &ORBManager::handleEvent);
+    connect(flow_, &ConnectionFlow::stepDue, this, &ORBManager::handleEvent);
     connect(flow_, &ConnectionFlow::settingsLoaded, this, [this] {
         emit av1AvailableChanged();
         emit effectChange();
@@ -120,6 +127,9 @@ void ORBManager::connectParts()
     connect(settings_, &StreamingSettings::toast, this, &ORBManager::showToast);
     connect(mode_, &LinkMode::toast, this, &ORBManager::showToast);
     connect(mode_, &LinkMode::wiredChanged, this, &ORBManager::wiredChange);
+    connect(usb_, &UsbHeadset::attached, this, &ORBManager::onUsbAttached);
+    connect(usb_, &UsbHeadset::detached, this, &ORBManager::onUsbDetached);
+    connect(usb_, &UsbHeadset::unreachable, this, &ORBManager::onUsbUnreachable);
 
     connect(poll_, &Poll::toast, this, &ORBManager::showToast);
     connect(poll_, &Poll::publicNetwork, this, &ORBManager::showNetWorkSetting);
@@ -131,19 +141,15 @@ void ORBManager::connectParts()
     });
 }
 
-void ORBManager::hookAdb()
+// From here on the program works: what SteamVR will read is written before it
+// is started, and whoever is polled is there before the timer.
+void ORBManager::startRun(const SettingsChoice &choice, LinkKind link)
 {
-    AdbManger &adb = services_.adb();
-    connect(&adb, &AdbManger::deviceConnect, this, &ORBManager::onUsbHeadset);
-    connect(&adb, &AdbManger::showAdbTipToast, this, &ORBManager::onAdbTip);
-}
-
-void ORBManager::startUp()
-{
+    settings_->apply(choice, link);
     checkSystem();
-    flow_->setLink(&services_.link());
+    flow_->setLink(&deps_->link());
     readiness_->startUp();
-    pollTimer_ = services_.clock.startTimer(pollInterval, this);
+    pollTimer_ = deps_->clock().startTimer(pollInterval, this);
     polling_ = true;
     readiness_->planLooks();
     qInfo("init end");
@@ -159,190 +165,74 @@ void ORBManager::checkSystem()
 
 void ORBManager::timerEvent(QTimerEvent *)
 {
-    if (flow_->ask(mode_->wired()))
+    if (flow_->requestReport(mode_->kind()))
         emit handleEvent();
 }
 
-void ORBManager::onUsbHeadset(bool connect, const QString &serial)
+void ORBManager::onUsbAttached(const QString &serial)
 {
-    if (!mode_->wired())
+    if (!wired())
         return;
-    if (connect) {
-        flow_->setCurrentSerial(serial);
-        services_.steam.setRestartSerial(serial);
-    }
-    flow_->usbHeadset(serial);
+    deps_->steam().setRestartSerial(serial);
+    flow_->usbAttached(serial);
     emit hasEnumdevicesChange();
 }
 
-void ORBManager::onAdbTip()
+void ORBManager::onUsbDetached()
 {
-    if (mode_->wired())
+    if (!wired())
+        return;
+    flow_->usbDetached();
+    emit hasEnumdevicesChange();
+}
+
+void ORBManager::onUsbUnreachable()
+{
+    if (wired())
         emit showToast(tr("设备连接失败，请插拔眼镜再试"), 2000);
-}
-
-QString ORBManager::systemInfo() const
-{
-    return pc_->systemInfo();
-}
-
-QString ORBManager::simplySystemInfo() const
-{
-    return pc_->simplySystemInfo();
-}
-
-ORBManager::HardwareState ORBManager::pcHardware()
-{
-    const PcCheck::Verdict verdict = pc_->judge();
-    if (verdict.driverTooOld)
-        emit showUpdateGPUPage();
-    // Each reading counts, also those by which a page keeps itself current.
-    events_.modeViewed(mode_->wired(), verdict.canRun);
-    return verdict.canRun ? AdviceHardware : NotCanRun;
-}
-
-ORBManager::SteamState ORBManager::steamState() const
-{
-    return static_cast<SteamState>(readiness_->state());
-}
-
-QString ORBManager::vrName() const
-{
-    if (!flow_->isConnected() || mode_->wired())
-        return tr("星程之光眼镜");
-    return tr("眼镜ID：") + flow_->headsetSerial().right(shownSerialLength);
-}
-
-bool ORBManager::vrIsConnect() const
-{
-    return flow_->isConnected();
-}
-
-QVariant ORBManager::vrLists() const
-{
-    return QVariant::fromValue(model_);
-}
-
-int ORBManager::fpsIndex() const
-{
-    return services_.config.fpsIndex();
-}
-
-bool ORBManager::audioStatus() const
-{
-    return services_.config.audio();
-}
-
-bool ORBManager::tenbitEnc() const
-{
-    return services_.config.tenBit();
-}
-
-bool ORBManager::fullRangeColor() const
-{
-    return services_.config.fullRange();
-}
-
-bool ORBManager::enableHdr() const
-{
-    return services_.config.hdr();
-}
-
-int ORBManager::definitionIndex() const
-{
-    return services_.config.definitionIndex();
-}
-
-int ORBManager::encodeType() const
-{
-    return services_.config.encodeIndex();
-}
-
-int ORBManager::widthIndex() const
-{
-    return services_.config.width();
-}
-
-int ORBManager::heightIndex() const
-{
-    return services_.config.height();
-}
-
-int ORBManager::bitRate() const
-{
-    return settings_->bitRate(mode_->wired());
-}
-
-int ORBManager::videoRatio() const
-{
-    return settings_->scale();
-}
-
-bool ORBManager::haslaunchSteamVR() const
-{
-    return readiness_->steamVRRunning();
-}
-
-bool ORBManager::haslaunchSteam() const
-{
-    return readiness_->steamRunning();
-}
-
-bool ORBManager::wired() const
-{
-    return mode_->wired();
-}
-
-bool ORBManager::hasEnumdevices() const
-{
-    return !flow_->headsetSerial().isEmpty();
-}
-
-bool ORBManager::av1Available() const
-{
-    return services_.config.isAv1Capable(pc_->gpuName());
-}
-
-bool ORBManager::nvidiaAvailable() const
-{
-    return ConfigManager::isNvidia(pc_->gpuName());
 }
 
 void ORBManager::setWiredOrWireless(bool wired)
 {
-    mode_->choose(wired);
+    mode_->choose(linkKind(wired));
 }
 
 void ORBManager::gotoWeb(ORBManager::Urls url)
 {
     switch (url) {
     case SteamUrl:
-        services_.openUrl(help_links::steamDownload());
+        deps_->openUrl(help_links::steamDownload());
         break;
     case UserHelperUrl:
     case SteamHelperUrl:
-        services_.openUrl(help_links::userGuide(QLocale::system().language()));
+        deps_->openUrl(help_links::userGuide(QLocale::system().language()));
         break;
     }
 }
 
 void ORBManager::sendFeecback(QString content, QString id)
 {
-    const QString path = services_.dataDir + QStringLiteral("/feedback.json");
-    const QByteArray document = feedback::document(content, id, services_.system.toJson());
+    const QString path = deps_->dataDir() + QStringLiteral("/feedback.json");
+    const QByteArray document = feedback::document(content, id, deps_->system().toJson());
     if (replaceFile(path, document) != WriteResult::Ok) {
         qInfo("feedback.json cannot be written");
         return;
     }
-    if (services_.upload)
-        services_.upload(path, feedback::name(services_.clock.now(), flow_->currentSerial(), id));
+    deps_->upload(path, feedback::name(deps_->clock().now(), flow_->knownSerial(), id));
 }
 
 void ORBManager::setEffects(int definition, int fps, int encodType, bool audiostatus, bool tenbit,
                             bool fullRange, bool Hdr)
 {
-    settings_->setEffects({definition, fps, encodType, audiostatus, tenbit, fullRange, Hdr},
-                          mode_->wired(), flow_->currentSerial());
+    SettingsChoice choice;
+    choice.definitionIndex = definition;
+    choice.fpsIndex = fps;
+    choice.encodeIndex = encodType;
+    choice.audio = audiostatus;
+    choice.tenBit = tenbit;
+    choice.fullRange = fullRange;
+    choice.hdr = Hdr;
+    settings_->setEffects(choice, mode_->kind(), flow_->knownSerial());
 }
 
 void ORBManager::launchSteam(bool isVR)
@@ -363,32 +253,32 @@ void ORBManager::setupNewVersion()
 void ORBManager::stopSteam()
 {
     if (polling_) {
-        services_.clock.killTimer(pollTimer_, this);
+        deps_->clock().killTimer(pollTimer_, this);
         polling_ = false;
     }
-    services_.steam.stopSteamVR();
+    deps_->steam().stopSteamVR();
 }
 
 bool ORBManager::isHasConnectedDevice()
 {
-    return flow_->reconnectSerial() == model_->firstName();
+    return flow_->wantedSerial() == model_->firstName();
 }
 
 void ORBManager::reportstreamMode(bool wired, bool isSwitch)
 {
-    events_.streamMode(wired, isSwitch);
+    events_.streamMode(linkKind(wired), isSwitch);
 }
 
 void ORBManager::openNetworkSetting()
 {
-    services_.openUrl(QUrl(QStringLiteral("ms-settings:network")));
+    deps_->openUrl(QUrl(QStringLiteral("ms-settings:network")));
 }
 
 bool ORBManager::installAudio()
 {
     if (SystemInfo::hasVirtualCable())
         return true;
-    SystemInfo::installVirtualCable(services_.applicationDir);
+    SystemInfo::installVirtualCable(deps_->applicationDir());
     return false;
 }
 
@@ -399,14 +289,13 @@ QString ORBManager::trimmedString(QString str)
 
 void ORBManager::closeApp()
 {
-    events_.programClosed(startTime_.secsTo(services_.clock.now()));
-    if (services_.sendEvents)
-        services_.sendEvents();
+    events_.programClosed(startTime_.secsTo(deps_->clock().now()));
+    deps_->sendEvents();
 }
 
 void ORBManager::shutdownADB()
 {
-    services_.adb().killAdb();
+    usb_->stop();
 }
 
 void ORBManager::checkPortUsage()
@@ -418,17 +307,17 @@ void ORBManager::checkPortUsage()
 
 bool ORBManager::isD2()
 {
-    return flow_->currentSerial().startsWith(QLatin1String("D2"));
+    return flow_->knownSerial().startsWith(QLatin1String("D2"));
 }
 
 void ORBManager::setVideoQuilty(int scale, int bitrate)
 {
-    settings_->setCustom(scale, bitrate, mode_->wired(), flow_->currentSerial());
+    settings_->setCustom(scale, bitrate, mode_->kind(), flow_->knownSerial());
 }
 
 void ORBManager::setVideoBitRate(int bitrate)
 {
-    settings_->setBitRate(bitrate, mode_->wired(), flow_->currentSerial());
+    settings_->setBitRate(bitrate, mode_->kind(), flow_->knownSerial());
 }
 
 bool ORBManager::isHideSelectPage()

@@ -1,6 +1,7 @@
 // The one object through which the user interface sees and drives the program.
 #pragma once
 
+#include "config/link_kind.h"
 #include "controller/usage_events.h"
 
 #include <QDateTime>
@@ -9,24 +10,19 @@
 #include <QString>
 #include <QVariant>
 
-#include <functional>
 #include <memory>
 
-class AdbManger;
-class Clock;
-class ConfigManager;
 class ConnectionFlow;
 class ConnectionRoad;
-class HeadsetLink;
 class LinkMode;
+class OrbDependencies;
 class PcCheck;
 class Poll;
-class QUrl;
 class Readiness;
-class SteamManager;
 class StreamingSettings;
-class SystemInfo;
+class UsbHeadset;
 class VRListModel;
+struct SettingsChoice;
 
 // A thin face for QML: what it does is done by the parts it owns, each of
 // which can be tested by itself. The order of properties, signals and methods
@@ -74,28 +70,7 @@ public:
     enum SteamState { Pass = 0, NoneSteam = 1, NoneSteamVR = 2, SteamVRForbid = 3 };
     Q_ENUM(SteamState)
 
-    // What the object works with; everything outlives it.
-    struct Services
-    {
-        Clock &clock;
-        ConfigManager &config;
-        SteamManager &steam;
-        SystemInfo &system;
-        // Called when they are needed first.
-        std::function<HeadsetLink &()> link;
-        std::function<AdbManger &()> adb;
-        UsageEvents::Report report; // may be empty: nothing is reported
-        std::function<void(const QUrl &)> openUrl;
-        QString applicationDir; // where the program lies, without a slash at the end
-        QString dataDir;        // of the files that the program keeps for itself
-        // Sends the events reported so far, and returns when that is over; may
-        // be empty.
-        std::function<void()> sendEvents = {};
-        // Sends a file to the vendor cloud, in the background; may be empty.
-        std::function<void(const QString &path, const QString &fileName)> upload = {};
-    };
-
-    explicit ORBManager(Services services, QObject *parent = nullptr);
+    explicit ORBManager(std::unique_ptr<OrbDependencies> dependencies, QObject *parent = nullptr);
     // Stops SteamVR and writes the settings.
     ~ORBManager() override;
 
@@ -184,14 +159,15 @@ protected:
 
 private:
     void captureStartSettings();
+    void makeParts();
     void connectParts();
-    void hookAdb();
-    void startUp();
+    void startRun(const SettingsChoice &choice, LinkKind link);
     void checkSystem();
-    void onUsbHeadset(bool connect, const QString &serial);
-    void onAdbTip();
+    void onUsbAttached(const QString &serial);
+    void onUsbDetached();
+    void onUsbUnreachable();
 
-    Services services_;
+    std::unique_ptr<OrbDependencies> deps_;
     QDateTime startTime_;
     QMutex switchLock_;
     UsageEvents events_;
@@ -200,6 +176,7 @@ private:
     ConnectionRoad *road_ = nullptr;
     ConnectionFlow *flow_ = nullptr;
     Readiness *readiness_ = nullptr;
+    UsbHeadset *usb_ = nullptr;
     StreamingSettings *settings_ = nullptr;
     LinkMode *mode_ = nullptr;
     Poll *poll_ = nullptr;

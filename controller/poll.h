@@ -2,16 +2,16 @@
 #pragma once
 
 #include "checks/power_tip.h"
+#include "config/link_kind.h"
 
 #include <QObject>
-
-#include <functional>
 
 class ConnectionFlow;
 class ConnectionRoad;
 class Clock;
 class Readiness;
 class SystemInfo;
+class UsbHeadset;
 
 // GUI thread.
 class Poll : public QObject
@@ -19,20 +19,21 @@ class Poll : public QObject
     Q_OBJECT
 
 public:
-    struct Parts
+    // Everything outlives the object.
+    struct Dependencies
     {
         Clock &clock;
         Readiness &readiness;
         ConnectionFlow &flow;
         ConnectionRoad &road;
         SystemInfo &system;
-        std::function<bool()> wired;
-        std::function<void()> checkUsb; // lets adb look for headsets
+        UsbHeadset &usb;
     };
 
-    explicit Poll(Parts parts, QObject *parent = nullptr);
+    explicit Poll(const Dependencies &dependencies, QObject *parent = nullptr);
 
-    void run();
+    // `kind` is the link of the moment.
+    void run(LinkKind kind);
 
 signals:
     void powerTip(bool show);
@@ -41,10 +42,10 @@ signals:
     void publicNetwork();
 
 private:
-    void look();
-    void walkRoad();
+    void look(LinkKind kind);
+    void updateStages(LinkKind kind);
 
-    Parts parts_;
+    Dependencies deps_;
     PowerTip powerTip_;
     bool checkNetwork_ = true;
 };

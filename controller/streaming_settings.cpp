@@ -19,16 +19,23 @@ StreamingSettings::StreamingSettings(Clock &clock, ConfigManager &config, SteamM
 {
 }
 
-StreamingSettings::Values StreamingSettings::current() const
+SettingsChoice StreamingSettings::current() const
 {
-    return {config_.definitionIndex(), config_.fpsIndex(),  config_.encodeIndex(), config_.audio(),
-            config_.tenBit(),          config_.fullRange(), config_.hdr()};
+    SettingsChoice choice;
+    choice.definitionIndex = config_.definitionIndex();
+    choice.fpsIndex = config_.fpsIndex();
+    choice.encodeIndex = config_.encodeIndex();
+    choice.audio = config_.audio();
+    choice.tenBit = config_.tenBit();
+    choice.fullRange = config_.fullRange();
+    choice.hdr = config_.hdr();
+    return choice;
 }
 
-int StreamingSettings::bitRate(bool wired) const
+int StreamingSettings::bitRate(LinkKind link) const
 {
     return config_.loadDeviceSettings(false, 0)
-        .value(wired ? QLatin1String("bitRate_wired") : QLatin1String("bitRate"))
+        .value(isWired(link) ? QLatin1String("bitRate_wired") : QLatin1String("bitRate"))
         .toString()
         .toInt();
 }
@@ -38,10 +45,9 @@ int StreamingSettings::scale() const
     return config_.loadDeviceSettings(false, 0).value(QLatin1String("scale")).toString().toInt();
 }
 
-void StreamingSettings::apply(const Values &values, bool wired)
+void StreamingSettings::apply(const SettingsChoice &choice, LinkKind link)
 {
-    config_.applyStreamingSettings(values.definition, values.fps, values.encoder, values.audio,
-                                   wired, values.tenBit, values.fullRange, values.hdr);
+    config_.applyStreamingSettings(choice, link);
 }
 
 void StreamingSettings::restartAround(const std::function<void()> &write)
@@ -53,23 +59,24 @@ void StreamingSettings::restartAround(const std::function<void()> &write)
     clock_.singleShot(startAgainDelay, this, [this] { steam_.startSteamVR(); });
 }
 
-void StreamingSettings::setEffects(const Values &values, bool wired, const QString &currentSerial)
+void StreamingSettings::setEffects(const SettingsChoice &choice, LinkKind link,
+                                   const QString &serial)
 {
     emit toast(QCoreApplication::translate("ORBManager", "steamVR重启设置中，请勿操作"), 15000);
     restartAround([&] {
-        config_.saveDeviceSettings(currentSerial);
-        apply(values, wired);
+        config_.saveDeviceSettings(serial);
+        apply(choice, link);
     });
 }
 
-void StreamingSettings::setCustom(int scale, int bitRate, bool wired, const QString &currentSerial)
+void StreamingSettings::setCustom(int scale, int bitRate, LinkKind link, const QString &serial)
 {
     // Not saved: it goes to the file with the restart that follows.
-    config_.setCustomize(scale, bitRate, wired, ConfigManager::modelOf(currentSerial));
+    config_.setCustomize(scale, bitRate, isWired(link), ConfigManager::modelOf(serial));
 }
 
-void StreamingSettings::setBitRate(int bitRate, bool wired, const QString &currentSerial)
+void StreamingSettings::setBitRate(int bitRate, LinkKind link, const QString &serial)
 {
-    config_.setBitRate(bitRate, wired, ConfigManager::modelOf(currentSerial));
-    config_.saveDeviceSettings(currentSerial);
+    config_.setBitRate(bitRate, isWired(link), ConfigManager::modelOf(serial));
+    config_.saveDeviceSettings(serial);
 }

@@ -1,6 +1,9 @@
 // The streaming settings of the current headset, read and changed.
 #pragma once
 
+#include "config/link_kind.h"
+#include "config/settings_choice.h"
+
 #include <QMutex>
 #include <QObject>
 
@@ -17,33 +20,24 @@ class StreamingSettings : public QObject
     Q_OBJECT
 
 public:
-    struct Values
-    {
-        int definition = 0;
-        int fps = 0;
-        int encoder = 0;
-        bool audio = false;
-        bool tenBit = false;
-        bool fullRange = false;
-        bool hdr = false;
-    };
-
     // `switchLock` is held while SteamVR is stopped and the files are written.
     StreamingSettings(Clock &clock, ConfigManager &config, SteamManager &steam, QMutex &switchLock,
                       QObject *parent = nullptr);
 
-    Values current() const;
-    int bitRate(bool wired) const; // Mbit/s
-    int scale() const;             // percent
+    SettingsChoice current() const;
+    int bitRate(LinkKind link) const; // Mbit/s
+    int scale() const;                // percent
 
-    // Writes the values for the given link, without a restart.
-    void apply(const Values &values, bool wired);
+    // Writes the choice for the given link, without a restart.
+    void apply(const SettingsChoice &choice, LinkKind link);
     // Stops SteamVR, runs `write`, and starts SteamVR again 10 s later.
     void restartAround(const std::function<void()> &write);
 
-    void setEffects(const Values &values, bool wired, const QString &currentSerial);
-    void setCustom(int scale, int bitRate, bool wired, const QString &currentSerial);
-    void setBitRate(int bitRate, bool wired, const QString &currentSerial);
+    // The changes that the pages make. `serial` is the known headset's, whose
+    // model they are for.
+    void setEffects(const SettingsChoice &choice, LinkKind link, const QString &serial);
+    void setCustom(int scale, int bitRate, LinkKind link, const QString &serial);
+    void setBitRate(int bitRate, LinkKind link, const QString &serial);
 
 signals:
     void toast(const QString &text, int duration);

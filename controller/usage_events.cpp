@@ -31,38 +31,39 @@ void UsageEvents::programStarted() const
     report("streamingAssistant_streaming_streamingType_0_0_page_view");
 }
 
-void UsageEvents::streamMode(bool wired, bool isSwitch) const
+void UsageEvents::streamMode(LinkKind link, bool isSwitch) const
 {
     if (isSwitch) {
-        report(wired ? "streamingAssistant_streaming_wiredStreaming_orbGlasses_"
-                       "switchToWirelessStreaming_pit_click"
-                     : "streamingAssistant_streaming_wirelessStreaming_orbGlasses_"
-                       "switchToWiredStreaming_pit_click");
+        report(isWired(link) ? "streamingAssistant_streaming_wiredStreaming_orbGlasses_"
+                               "switchToWirelessStreaming_pit_click"
+                             : "streamingAssistant_streaming_wirelessStreaming_orbGlasses_"
+                               "switchToWiredStreaming_pit_click");
     } else {
-        report(wired ? "streamingAssistant_streaming_streamingType_wiredStreaming_start_pit_click"
-                     : "streamingAssistant_streaming_streamingType_wirelessStreaming_start_pit_"
-                       "click");
+        report(isWired(link)
+                   ? "streamingAssistant_streaming_streamingType_wiredStreaming_start_pit_click"
+                   : "streamingAssistant_streaming_streamingType_wirelessStreaming_start_pit_"
+                     "click");
     }
 }
 
-void UsageEvents::modeViewed(bool wired, bool isAvailable) const
+void UsageEvents::modeViewed(LinkKind link, bool isAvailable) const
 {
-    report(wired ? "streamingAssistant_streaming_wiredStreaming_0_0_page_view"
-                 : "streamingAssistant_streaming_wirelessStreaming_0_0_page_view",
+    report(isWired(link) ? "streamingAssistant_streaming_wiredStreaming_0_0_page_view"
+                         : "streamingAssistant_streaming_wirelessStreaming_0_0_page_view",
            {{QStringLiteral("is_available"), isAvailable}});
 }
 
-void UsageEvents::steamAppEnded(int seconds, const QString &appName, bool wired) const
+void UsageEvents::steamAppEnded(int seconds, const QString &appName, LinkKind link) const
 {
     report("streamingAssistant_steamvr_0_0_0_module_pend",
            {{QStringLiteral("duration"), seconds},
             {QStringLiteral("streamingApp"), appName},
             {QStringLiteral("streamingType"),
-             wired ? QStringLiteral("wired") : QStringLiteral("wireless")},
+             isWired(link) ? QStringLiteral("wired") : QStringLiteral("wireless")},
             {QStringLiteral("fps"), start_.highFrameRate ? 90 : 72},
             {QStringLiteral("microphoneOn"), start_.audio},
             {QStringLiteral("graphicsQuality"),
-             wired ? QStringLiteral("Wired") : graphicsQuality(start_.definitionIndex)}});
+             isWired(link) ? QStringLiteral("Wired") : graphicsQuality(start_.definitionIndex)}});
 }
 
 void UsageEvents::programClosed(qint64 seconds) const

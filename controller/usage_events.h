@@ -1,6 +1,8 @@
 // The usage events that the controller reports, and what goes with them.
 #pragma once
 
+#include "config/link_kind.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -26,11 +28,11 @@ public:
     void setStartSettings(const StartSettings &settings) { start_ = settings; }
 
     void programStarted() const;
-    // The user chose a mode for the first time, or left `wired` for the other.
-    void streamMode(bool wired, bool isSwitch) const;
+    // The user chose a mode for the first time, or left `link` for the other.
+    void streamMode(LinkKind link, bool isSwitch) const;
     // The page of the mode was looked at, with or without a PC that can stream.
-    void modeViewed(bool wired, bool isAvailable) const;
-    void steamAppEnded(int seconds, const QString &appName, bool wired) const;
+    void modeViewed(LinkKind link, bool isAvailable) const;
+    void steamAppEnded(int seconds, const QString &appName, LinkKind link) const;
     void programClosed(qint64 seconds) const;
 
 private:

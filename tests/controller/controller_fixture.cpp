@@ -142,6 +142,38 @@ void PcFixture::pass(int milliseconds)
     }
 }
 
+class ControllerFixture::Dependencies final : public OrbDependencies
+{
+public:
+    explicit Dependencies(ControllerFixture &fixture) : f_(fixture) {}
+
+    Clock &clock() override { return f_.clock; }
+    ConfigManager &config() override { return f_.config; }
+    SteamManager &steam() override { return f_.steam; }
+    SystemInfo &system() override { return f_.system; }
+    HeadsetLink &link() override
+    {
+        f_.linkMade = true;
+        return f_.server;
+    }
+    AdbManger &adb() override { return f_.adb; }
+    QString applicationDir() const override { return f_.applicationDir; }
+    QString dataDir() const override { return f_.dir; }
+    void openUrl(const QUrl &url) override { f_.opened.append(url); }
+    void report(const QString &id, const QJsonObject &data) override
+    {
+        f_.events.append({id, data});
+    }
+    void sendEvents() override { f_.sentAfter.append(f_.events.size()); }
+    void upload(const QString &path, const QString &name) override
+    {
+        f_.uploads.append({path, name});
+    }
+
+private:
+    ControllerFixture &f_;
+};
+
 ControllerFixture::ControllerFixture(const QString &dirName, const SteamOptions &options,
                                      const Describe &describe)
     : PcFixture(dirName, options, describe)
@@ -154,21 +186,7 @@ ORBManager &ControllerFixture::orb()
 {
     if (orb_)
         return *orb_;
-    orb_ = std::make_unique<ORBManager>(
-        ORBManager::Services{clock, config, steam, system,
-                             [this]() -> HeadsetLink & {
-                                 linkMade = true;
-                                 return server;
-                             },
-                             [this]() -> AdbManger & { return adb; },
-                             [this](const QString &id, const QJsonObject &data) {
-                                 events.append({id, data});
-                             },
-                             [this](const QUrl &url) { opened.append(url); }, applicationDir, dir,
-                             [this] { sentAfter.append(events.size()); },
-                             [this](const QString &path, const QString &name) {
-                                 uploads.append({path, name});
-                             }});
+    orb_ = std::make_unique<ORBManager>(std::make_unique<Dependencies>(*this));
 
     const auto note = [this](const char *name) { return [this, name] { emitted << name; }; };
     ORBManager *orb = orb_.get();

@@ -4,6 +4,7 @@
 
 #include "base/manual_clock.h"
 #include "config/config_manager.h"
+#include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "link/command_dispatcher.h"
 #include "link/headset_link.h"
@@ -107,5 +108,7 @@ struct ControllerFixture : PcFixture
     QString applicationDir = QStringLiteral("C:/KOLM");
 
 private:
+    class Dependencies;
+
     std::unique_ptr<ORBManager> orb_;
 };

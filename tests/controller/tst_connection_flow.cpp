@@ -19,14 +19,14 @@ struct Flow
         });
         QObject::connect(&flow, &ConnectionFlow::severalHeadsets, [this] { said << "several"; });
         QObject::connect(&flow, &ConnectionFlow::settingsLoaded, [this] { said << "settings"; });
-        QObject::connect(&flow, &ConnectionFlow::lookAgain, [this] { flow.lookWireless(); });
+        QObject::connect(&flow, &ConnectionFlow::stepDue, [this] { flow.stepWireless(); });
     }
 
     // One tick of the poll.
     void tick()
     {
-        if (flow.ask(false))
-            flow.lookWireless();
+        if (flow.requestReport(LinkKind::Wireless))
+            flow.stepWireless();
     }
 
     QStringList sent()
@@ -59,7 +59,7 @@ private slots:
         QCOMPARE(loggedCount("vr first connect"), 1);
         QCOMPARE(loggedCount("connect VR"), 1);
         QCOMPARE(f.said, QStringList({"settings", "list(0,0)"}));
-        QCOMPARE(f.flow.reconnectSerial(), QString("D3A"));
+        QCOMPARE(f.flow.wantedSerial(), QString("D3A"));
         QCOMPARE(f.flow.recentHeadsets(), QStringList{"D3A"});
         QVERIFY(!f.flow.isConnected());
 
@@ -69,7 +69,7 @@ private slots:
         f.pc.clock.advance(1);
         QCOMPARE(f.said, QStringList({"settings", "list(1,0)", "connected"}));
         QCOMPARE(loggedCount("vr reconnect sn from:  to D3A"), 1);
-        QCOMPARE(f.flow.headsetSerial(), QString("D3A"));
+        QCOMPARE(f.flow.connectedSerial(), QString("D3A"));
     }
 
     void theTickAfterAConnectIsLeftOut()
@@ -78,9 +78,9 @@ private slots:
         f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
         const int asked = f.pc.server.received.size();
-        QVERIFY(!f.flow.ask(false));
+        QVERIFY(!f.flow.requestReport(LinkKind::Wireless));
         QCOMPARE(f.pc.server.received.size(), asked);
-        QVERIFY(f.flow.ask(false));
+        QVERIFY(f.flow.requestReport(LinkKind::Wireless));
         QCOMPARE(f.pc.server.received.size(), asked + 1);
     }
 
@@ -120,7 +120,7 @@ private slots:
         f.flow.connectHeadset("D3A", "10.0.0.7", true);
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
         f.pc.clock.advance(1000);
-        QCOMPARE(f.flow.headsetSerial(), QString("D3A"));
+        QCOMPARE(f.flow.connectedSerial(), QString("D3A"));
         QVERIFY(f.flow.isConnected());
     }
 
@@ -137,7 +137,7 @@ private slots:
         f.said.clear();
         f.tick();
         QCOMPARE(f.said, QStringList({"list(0,0)", "unconnected"}));
-        QCOMPARE(f.flow.reconnectSerial(), QString("D3A"));
+        QCOMPARE(f.flow.wantedSerial(), QString("D3A"));
 
         f.pc.server.received.clear();
         f.pc.server.headsets = {{"D3B", "10.0.0.8", false}, {"D3A", "10.0.0.9", false}};
@@ -158,9 +158,9 @@ private slots:
         f.pc.server.received.clear();
         f.tick();
         QVERIFY(f.sent().isEmpty());
-        QCOMPARE(f.flow.headsetSerial(), QString("D2X"));
-        QCOMPARE(f.flow.currentSerial(), QString("D2X"));
-        QCOMPARE(f.flow.reconnectSerial(), QString("D2X"));
+        QCOMPARE(f.flow.connectedSerial(), QString("D2X"));
+        QCOMPARE(f.flow.knownSerial(), QString("D2X"));
+        QCOMPARE(f.flow.wantedSerial(), QString("D2X"));
         QCOMPARE(f.pc.config.serial(), QString("D2X"));
     }
 
@@ -175,7 +175,7 @@ private slots:
         f.pc.server.received.clear();
         f.tick();
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
-        QCOMPARE(f.flow.headsetSerial(), QString());
+        QCOMPARE(f.flow.connectedSerial(), QString());
     }
 
     void afterTheUserDisconnectedNothingReconnectsByItself()
@@ -233,10 +233,10 @@ private slots:
     void everyAskGivesTheServerTimeToAnswer()
     {
         Flow f(dir());
-        f.flow.ask(false);
+        QVERIFY(f.flow.requestReport(LinkKind::Wireless));
         QCOMPARE(f.pc.clock.slept(), 200);
         QCOMPARE(f.pc.server.received, QStringList{"HMDInfoRequest"});
-        f.flow.ask(true);
+        QVERIFY(f.flow.requestReport(LinkKind::Wired));
         QCOMPARE(f.pc.server.received.last(), QString("WiredConnect"));
     }
 
@@ -246,7 +246,7 @@ private slots:
         f.pc.server.headsets = {{"D3A", "10.0.0.7", true}};
         f.pc.server.reportedId = "D3Z";
         f.tick();
-        QCOMPARE(f.flow.currentSerial(), QString("D3Z"));
+        QCOMPARE(f.flow.knownSerial(), QString("D3Z"));
         QCOMPARE(f.pc.system.toJson().value("deciveSN").toString(), QString("D3Z"));
     }
 
@@ -290,8 +290,8 @@ private slots:
         QFETCH(bool, connected);
         Flow f(dir());
         f.pc.server.usbConnected = answer;
-        f.flow.ask(true);
-        f.flow.lookWired(steamVR);
+        QVERIFY(f.flow.requestReport(LinkKind::Wired));
+        f.flow.stepWired(steamVR);
         QCOMPARE(f.flow.isConnected(), connected);
         QCOMPARE(f.said, QStringList{connected ? "connected" : "unconnected"});
     }

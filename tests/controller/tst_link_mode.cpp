@@ -1,5 +1,8 @@
+#include "controller/connection_flow.h"
 #include "controller/link_mode.h"
 #include "controller/streaming_settings.h"
+#include "controller/usb_headset.h"
+#include "controller/vr_list_model.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 
@@ -16,6 +19,7 @@ struct Mode
     {
         pc.config.loadDeviceSettings(false, 0);
         QObject::connect(&mode, &LinkMode::wiredChanged, [this] { done << "wiredChanged"; });
+        QObject::connect(&usb, &UsbHeadset::attached, [this] { done << "attached"; });
         QObject::connect(&mode, &LinkMode::toast, [this](const QString &text, int duration) {
             done << QStringLiteral("toast(%1,%2)").arg(text).arg(duration);
             if (pc.pc.isRunning("vrserver.exe"))
@@ -37,12 +41,18 @@ struct Mode
     PcFixture pc;
     QMutex lock;
     StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};
+    VRListModel model;
+    ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
     QStringList done;
-    LinkMode mode{pc.clock,
-                  pc.config,
-                  settings,
-                  {[this] { done << "hookAdb"; }, [this] { done << "startUp"; },
-                   [this] { done << "enterWired"; }, [this] { done << "enterWireless"; }}};
+    UsbHeadset usb{[this]() -> AdbManger & {
+        done << "adb";
+        return pc.adb;
+    }};
+    LinkMode mode{{pc.clock, pc.config, settings, flow, usb,
+                   [this](const SettingsChoice &choice, LinkKind kind) {
+                       done << "startRun";
+                       settings.apply(choice, kind);
+                   }}};
 };
 
 } // namespace
@@ -68,10 +78,10 @@ private slots:
     {
         Mode m(dir());
         clearLog();
-        m.mode.choose(false);
-        QCOMPARE(m.done, QStringList{"startUp"});
+        m.mode.choose(LinkKind::Wireless);
+        QCOMPARE(m.done, QStringList{"startRun"});
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
-        QVERIFY(!m.mode.wired());
+        QVERIFY(m.mode.kind() == LinkKind::Wireless);
         QVERIFY(!readFile("set.json").isEmpty()); // the settings were applied
         const QStringList log = logged();
         QCOMPARE(log.first(), QString("setwired "));
@@ -81,45 +91,45 @@ private slots:
         QCOMPARE(log.last(), QString("setwired end"));
     }
 
-    void theFirstWiredChoiceHooksAdbBeforeTheStartUp()
+    void theFirstWiredChoiceListensToAdbBeforeTheStart()
     {
         Mode m(dir());
-        m.mode.choose(true);
-        QCOMPARE(m.done, QStringList({"hookAdb", "startUp", "wiredChanged", "enterWired"}));
+        m.mode.choose(LinkKind::Wired);
+        // adb is listened to, and asked to look.
+        QCOMPARE(m.done, QStringList({"adb", "startRun", "wiredChanged", "adb"}));
         QCOMPARE(m.pc.config.wiredOrWireless(), 1);
-        QVERIFY(m.mode.wired());
+        QVERIFY(m.mode.kind() == LinkKind::Wired);
     }
 
     void aSecondChoiceWithinFourSecondsIsRefused()
     {
         Mode m(dir());
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         m.done.clear();
         m.pc.clock.advance(3999);
-        m.mode.choose(true);
+        m.mode.choose(LinkKind::Wired);
         QCOMPARE(m.done, QStringList({"toast(切换模式中，请稍后再试,2000)", "not locked yet"}));
-        QVERIFY(!m.mode.wired());
+        QVERIFY(m.mode.kind() == LinkKind::Wireless);
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         m.pc.clock.advance(1);
-        m.mode.choose(true);
-        QVERIFY(m.mode.wired());
+        m.mode.choose(LinkKind::Wired);
+        QVERIFY(m.mode.kind() == LinkKind::Wired);
     }
 
     void aSwitchRestartsSteamVRAroundTheSession()
     {
         Mode m(dir());
         writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":60}}})");
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         m.pc.clock.advance(4000);
         m.done.clear();
         m.pc.pc.journal.clear();
         m.pc.pc.startProcess("vrserver.exe");
         m.pc.pc.timeline.after(1500, [&] { m.pc.pc.endProcesses("vrserver.exe"); });
         const qint64 slept = m.pc.clock.slept();
-        m.mode.choose(true);
-        QCOMPARE(m.done,
-                 QStringList({"hookAdb", "toast(正在重启，请稍候,13000)", "SteamVR still runs",
-                              "not locked yet", "wiredChanged", "enterWired"}));
+        m.mode.choose(LinkKind::Wired);
+        QCOMPARE(m.done, QStringList({"adb", "toast(正在重启，请稍候,13000)", "SteamVR still runs",
+                                      "not locked yet", "wiredChanged", "adb"}));
         QVERIFY(m.pc.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!m.pc.pc.isRunning("vrserver.exe"));
         QVERIFY(m.pc.clock.slept() - slept >= 1500 + 2500 + 500);
@@ -145,17 +155,17 @@ private slots:
         storeBitRates();
         {
             Mode m(dir());
-            m.mode.choose(wired); // the first choice
+            m.mode.choose(linkKind(wired)); // the first choice
         }
         QCOMPARE(stored().value("bitRate").toString(), QString(wired ? "61" : "50"));
         QCOMPARE(stored().value("bitRate_wired").toString(), QString(wired ? "50" : "62"));
 
         Mode m(dir());
-        m.mode.choose(!wired);
+        m.mode.choose(linkKind(!wired));
         m.pc.clock.advance(20000);
         m.pc.config.setBitRate(61, false, 3);
         m.pc.config.setBitRate(62, true, 3);
-        m.mode.choose(wired); // a switch
+        m.mode.choose(linkKind(wired)); // a switch
         QCOMPARE(stored().value("bitRate").toString(), QString(wired ? "61" : "50"));
         QCOMPARE(stored().value("bitRate_wired").toString(), QString(wired ? "50" : "62"));
     }
@@ -164,7 +174,7 @@ private slots:
     {
         Mode m(dir());
         writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":60}}})");
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         m.pc.clock.advance(4000);
         m.pc.pc.startProcess("vrserver.exe");
         writeFile("session.json", "{}");
@@ -177,7 +187,7 @@ private slots:
             QCOMPARE(readFile("session.json"), QByteArray("{}"));
             QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         });
-        m.mode.choose(true);
+        m.mode.choose(LinkKind::Wired);
         QCOMPARE(stops.size(), 1);
         QVERIFY(readFile("session.json") != QByteArray("{}"));
         QVERIFY(m.lock.tryLock());
@@ -187,31 +197,53 @@ private slots:
     void theSameModeAgainStoresItAndLocksButRestartsNothing()
     {
         Mode m(dir());
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         m.pc.clock.advance(4000);
         m.done.clear();
         m.pc.pc.journal.clear();
         m.pc.config.setWiredOrWireless(0);
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         QVERIFY(m.done.isEmpty());
         QVERIFY(m.pc.pc.journal.lines().isEmpty());
         QCOMPARE(m.pc.config.wiredOrWireless(), 2);
         m.pc.clock.advance(3999);
-        m.mode.choose(false);
+        m.mode.choose(LinkKind::Wireless);
         QVERIFY(!m.done.isEmpty()); // still switching: a toast
     }
 
-    void adbIsHookedOncePerRun()
+    void adbIsListenedToOncePerRun()
     {
         Mode m(dir());
-        for (const bool wired : {true, false, true, false}) {
-            m.mode.choose(wired);
+        for (const LinkKind kind :
+             {LinkKind::Wired, LinkKind::Wireless, LinkKind::Wired, LinkKind::Wireless}) {
+            m.mode.choose(kind);
             m.pc.clock.advance(20000);
         }
-        QCOMPARE(m.done.count("hookAdb"), 1);
-        QCOMPARE(m.done.count("startUp"), 1);
-        QCOMPARE(m.done.count("enterWired"), 2);
-        QCOMPARE(m.done.count("enterWireless"), 2);
+        QCOMPARE(m.done.count("startRun"), 1);
+        QCOMPARE(m.done.count("adb"), 1 + 4); // and once with each change
+        emit m.pc.adb.deviceConnect(true, "D3USB");
+        QCOMPARE(m.done.count("attached"), 1);
+    }
+
+    void whatAChangeDoesToTheHeadsetsComesLast()
+    {
+        Mode m(dir());
+        m.pc.adb.take("Android Debug Bridge version 1.0.41\r\n");
+        m.pc.adbLines.clear();
+        m.mode.choose(LinkKind::Wired);
+        m.pc.clock.advance(4000);
+        QCOMPARE(m.pc.adbLines, QStringList{"adb devices && adb forward --list"});
+
+        m.flow.usbAttached("D3USB");
+        m.pc.pc.startProcess("adb.exe");
+        QStringList seen; // by a page that hears of the change
+        connect(&m.mode, &LinkMode::wiredChanged, [&] {
+            seen << m.flow.connectedSerial() << (m.pc.pc.isRunning("adb.exe") ? "runs" : "ended");
+        });
+        m.mode.choose(LinkKind::Wireless);
+        QCOMPARE(seen, QStringList({"D3USB", "runs"}));
+        QCOMPARE(m.flow.connectedSerial(), QString());
+        QVERIFY(!m.pc.pc.isRunning("adb.exe"));
     }
 };
 

@@ -603,6 +603,29 @@ private slots:
         QCOMPARE(f.count("systemInfoChange") + f.count("pcHardwareChange"), 0);
     }
 
+    void aRunBeginsInItsOrder()
+    {
+        ControllerFixture f(dir(), steamRunning());
+        QStringList order;
+        const auto note = [&](const char *what) {
+            return [this, &order, &f, what] {
+                order << what << (readFile("set.json").isEmpty() ? "unwritten" : "written")
+                      << (f.linkMade ? "listening" : "deaf")
+                      << (f.pc.journal.lines().isEmpty() ? "" : "SteamVR");
+            };
+        };
+        QObject::connect(&f.orb(), &ORBManager::systemInfoChange, note("PC"));
+        QObject::connect(&f.orb(), &ORBManager::steamStateChange, note("Steam"));
+        QObject::connect(&f.orb(), &ORBManager::handleEvent, note("poll"));
+        f.orb().setProperty("wired", false);
+        QCOMPARE(order, QStringList({"PC", "written", "deaf", "", //
+                                     "Steam", "written", "listening", "SteamVR"}));
+        f.clock.advance(4999);
+        QVERIFY(!order.contains("poll"));
+        f.clock.advance(1);
+        QVERIFY(order.contains("poll"));
+    }
+
     void everyReadOfTheVerdictIsReported()
     {
         writeFile("compare.json", rules);

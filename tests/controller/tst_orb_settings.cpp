@@ -83,6 +83,48 @@ private slots:
         QCOMPARE(f.orb().videoRatio(), 110);
     }
 
+    void everyEffectReachesItsPlace_data()
+    {
+        QTest::addColumn<QString>("property");
+        QTest::addColumn<int>("value");
+        QTest::newRow("definition") << "definitionIndex" << 2;
+        QTest::newRow("frame rate") << "fpsIndex" << 1;
+        QTest::newRow("encoder") << "encodeType" << 3;
+        QTest::newRow("audio") << "audioStatus" << 1;
+        QTest::newRow("10 bits") << "tenbitEnc" << 1;
+        QTest::newRow("full range") << "fullRangeColor" << 1;
+        QTest::newRow("HDR") << "enableHdr" << 1;
+    }
+    // All are off but one.
+    void everyEffectReachesItsPlace()
+    {
+        QFETCH(QString, property);
+        QFETCH(int, value);
+        storeMode(wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        const auto chosen = [&](const char *name) { return property == name ? value : 0; };
+        // The flag for 10 bits is heeded where the encoder is none of the known.
+        const int encoder = property == "tenbitEnc" ? 4 : chosen("encodeType");
+        f.orb().setEffects(chosen("definitionIndex"), chosen("fpsIndex"), encoder,
+                           chosen("audioStatus"), chosen("tenbitEnc"), chosen("fullRangeColor"),
+                           chosen("enableHdr"));
+        QStringList on;
+        for (const char *name : {"definitionIndex", "fpsIndex", "encodeType", "audioStatus",
+                                 "tenbitEnc", "fullRangeColor", "enableHdr"}) {
+            if (f.orb().property(name).toInt() != 0)
+                on << name;
+        }
+        // AV1 is a codec of 10 bits, and so is what an unknown encoder stands for.
+        QStringList expected{property};
+        if (property == "encodeType")
+            expected << "tenbitEnc";
+        if (property == "tenbitEnc")
+            expected.prepend("encodeType");
+        QCOMPARE(on, expected);
+        QCOMPARE(f.orb().property(qPrintable(property)).toInt(), value);
+    }
+
     void effectsRestartSteamVRTenSecondsLater()
     {
         storeMode(wireless);

@@ -2,6 +2,7 @@
 #include "controller/connection_road.h"
 #include "controller/poll.h"
 #include "controller/readiness.h"
+#include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
@@ -40,7 +41,7 @@ struct Polled
     QStringList run()
     {
         said.clear();
-        poll.run();
+        poll.run(kind);
         return said;
     }
 
@@ -49,10 +50,13 @@ struct Polled
     ConnectionRoad road;
     ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
     Readiness readiness{pc.clock, pc.steam, "C:/KOLM"};
-    bool wired = false;
+    LinkKind kind = LinkKind::Wireless;
     QStringList said;
-    Poll poll{{pc.clock, readiness, flow, road, pc.system, [this] { return wired; },
-               [this] { said << "checkUsb"; }}};
+    UsbHeadset usb{[this]() -> AdbManger & {
+        said << "checkUsb";
+        return pc.adb;
+    }};
+    Poll poll{{pc.clock, readiness, flow, road, pc.system, usb}};
 };
 
 } // namespace
@@ -71,7 +75,7 @@ private slots:
         p.run(); // one miss is none
         p.pc.pc.setWaveOuts({});
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
-        p.flow.ask(false); // the headset is known, but nobody looks
+        QVERIFY(p.flow.requestReport(LinkKind::Wireless)); // the headset is known, but nobody looks
         p.pc.server.received.clear();
         p.run();
         QCOMPARE(p.run(), QStringList());
@@ -103,15 +107,15 @@ private slots:
         p.pc.pc.setNetworkProfileText("Public");
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
-        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, [] { return false; }, {}});
+        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, p.usb});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { p.said << "publicNetwork"; });
         QObject::connect(&poll, &Poll::powerTip, [&] { p.said << "powerTip"; });
         QObject::connect(&poll, &Poll::toast, [&] { p.said << "toast"; });
-        poll.run();
+        poll.run(LinkKind::Wireless);
         QCOMPARE(p.said,
                  QStringList({"powerTip", "steam", "steamVR", "toast", "publicNetwork", "list"}));
         p.said.clear();
-        poll.run();
+        poll.run(LinkKind::Wireless);
         // The network is asked about once, the sound every time.
         QCOMPARE(p.said, QStringList({"toast", "list"}));
     }
@@ -138,11 +142,11 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.startProcess("vrmonitor.exe");
-        p.wired = true;
+        p.kind = LinkKind::Wired;
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
-        p.flow.ask(false); // a headset on Wi-Fi is known
+        QVERIFY(p.flow.requestReport(LinkKind::Wireless)); // a headset on Wi-Fi is known
         p.pc.server.usbConnected = true;
-        p.flow.ask(true);
+        QVERIFY(p.flow.requestReport(LinkKind::Wired));
         p.pc.server.received.clear();
         QCOMPARE(p.run(), QStringList({"steam", "steamVR", "connection", "checkUsb", "list"}));
         QCOMPARE(p.pc.server.received, QStringList());
@@ -158,24 +162,24 @@ private slots:
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
         bool prompted = false;
-        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, [] { return true; }, [] {}});
+        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, p.usb});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { prompted = true; });
-        poll.run();
+        poll.run(LinkKind::Wired);
         QVERIFY(!prompted);
     }
 
     void onTheCableTheHeadsetIsFoundByAdb()
     {
         Polled p(dir());
-        p.wired = true;
+        p.kind = LinkKind::Wired;
         p.pc.pc.startProcess("vrmonitor.exe");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
-        p.flow.usbHeadset("PA7910");
+        p.flow.usbAttached("PA7910");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
         p.pc.server.usbConnected = true;
-        p.flow.ask(true);
+        QVERIFY(p.flow.requestReport(LinkKind::Wired));
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
     }
@@ -191,11 +195,11 @@ private slots:
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
-        p.flow.ask(false);
+        QVERIFY(p.flow.requestReport(LinkKind::Wireless));
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
-        p.flow.ask(false); // left out after the connect
-        p.flow.ask(false);
+        QVERIFY(!p.flow.requestReport(LinkKind::Wireless)); // left out after the connect
+        QVERIFY(p.flow.requestReport(LinkKind::Wireless));
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
     }

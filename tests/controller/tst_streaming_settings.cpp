@@ -43,7 +43,7 @@ private slots:
     {
         Settings s(dir());
         QSignalSpy toasts(&s.settings, &StreamingSettings::toast);
-        s.settings.setEffects({2, 0, 0, true, false, true, true}, false, "D2X");
+        s.settings.setEffects({2, 0, 0, true, false, true, true}, LinkKind::Wireless, "D2X");
         QCOMPARE(toasts.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("steamVR重启设置中，请勿操作"));
         QCOMPARE(toasts[0][1].toInt(), 15000);
@@ -72,7 +72,7 @@ private slots:
         bool running = false;
         connect(&s.settings, &StreamingSettings::toast,
                 [&] { running = s.pc.pc.isRunning("vrserver.exe"); });
-        s.settings.setEffects({}, false, "D3");
+        s.settings.setEffects({}, LinkKind::Wireless, "D3");
         QVERIFY(running);
         QVERIFY(!s.pc.pc.isRunning("vrserver.exe"));
     }
@@ -94,7 +94,7 @@ private slots:
             QCOMPARE(readFile("session.json"), session);
             QCOMPARE(s.pc.clock.slept(), 0);
         });
-        s.settings.setEffects({1, 1, 1, false, false, false, false}, false, "D3X");
+        s.settings.setEffects({1, 1, 1, false, false, false, false}, LinkKind::Wireless, "D3X");
         QCOMPARE(stops, 1);
         QVERIFY(s.pc.clock.slept() >= 500);
         QVERIFY(!readFile("set.json").isEmpty());
@@ -120,7 +120,7 @@ private slots:
     {
         Settings s(dir());
         s.pc.config.saveDeviceSettings("D3X");
-        s.settings.setEffects({0, 1, 0, false, false, false, false}, true, "D2Y");
+        s.settings.setEffects({0, 1, 0, false, false, false, false}, LinkKind::Wired, "D2Y");
         QCOMPARE(stored("D2").value("definitionIndex").toInt(), 0);
         QCOMPARE(stored("D2").value("bitRate_wired").toString(), QString("20"));
         QCOMPARE(stored("D2").value("bitRate").toString(), QString("50"));
@@ -134,7 +134,7 @@ private slots:
     {
         Settings s(dir());
         s.pc.config.saveDeviceSettings("D2Y");
-        s.settings.setEffects({2, 1, 1, false, false, false, false}, false, {});
+        s.settings.setEffects({2, 1, 1, false, false, false, false}, LinkKind::Wireless, {});
         QCOMPARE(stored("D2").value("definitionIndex").toInt(), 2);
         const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
         QCOMPARE(set.value("lastSn").toString(), QString("D2Y"));
@@ -144,8 +144,8 @@ private slots:
     {
         Settings s(dir());
         s.pc.config.saveDeviceSettings("D3X");
-        s.settings.setCustom(130, 85, true, "D3X");
-        s.settings.setEffects({3, 1, 1, false, false, false, false}, true, "D3X");
+        s.settings.setCustom(130, 85, LinkKind::Wired, "D3X");
+        s.settings.setEffects({3, 1, 1, false, false, false, false}, LinkKind::Wired, "D3X");
         QCOMPARE(stored("D3").value("scale").toString(), QString("130"));
         QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("85"));
         QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
@@ -157,8 +157,8 @@ private slots:
         writeFile("set.json", R"({"D3":{"customize":true,"bitRate":"60"},"lastSn":"D3X"})");
         Settings s(dir());
         QCOMPARE(s.settings.scale(), 0);
-        QCOMPARE(s.settings.bitRate(false), 60);
-        QCOMPARE(s.settings.current().definition, 3);
+        QCOMPARE(s.settings.bitRate(LinkKind::Wireless), 60);
+        QCOMPARE(s.settings.current().definitionIndex, 3);
     }
 
     void customValuesWaitForTheNextSave()
@@ -166,7 +166,7 @@ private slots:
         Settings s(dir());
         s.pc.config.saveDeviceSettings("D3X");
         const QByteArray before = readFile("set.json");
-        s.settings.setCustom(120, 80, false, "D3X");
+        s.settings.setCustom(120, 80, LinkKind::Wireless, "D3X");
         QCOMPARE(readFile("set.json"), before);
         s.pc.config.saveDeviceSettings({});
         QCOMPARE(stored("D3").value("scale").toString(), QString("120"));
@@ -177,11 +177,11 @@ private slots:
     void theBitRateIsSavedAtOnceForItsLinkOnly()
     {
         Settings s(dir());
-        s.settings.setBitRate(75, true, "D3X");
+        s.settings.setBitRate(75, LinkKind::Wired, "D3X");
         QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("75"));
         QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
-        QCOMPARE(s.settings.bitRate(true), 75);
-        QCOMPARE(s.settings.bitRate(false), 50);
+        QCOMPARE(s.settings.bitRate(LinkKind::Wired), 75);
+        QCOMPARE(s.settings.bitRate(LinkKind::Wireless), 50);
         QVERIFY(s.pc.pc.journal.lines().isEmpty());
         QVERIFY(s.pc.clock.idle()); // no restart
     }
@@ -189,11 +189,11 @@ private slots:
     void theCurrentValuesComeFromTheStore()
     {
         Settings s(dir());
-        s.settings.apply({3, 1, 3, true, false, true, false}, false);
-        const StreamingSettings::Values now = s.settings.current();
-        QCOMPARE(now.definition, 3);
-        QCOMPARE(now.fps, 1);
-        QCOMPARE(now.encoder, 3);
+        s.settings.apply({3, 1, 3, true, false, true, false}, LinkKind::Wireless);
+        const SettingsChoice now = s.settings.current();
+        QCOMPARE(now.definitionIndex, 3);
+        QCOMPARE(now.fpsIndex, 1);
+        QCOMPARE(now.encodeIndex, 3);
         QCOMPARE(now.audio, true);
         QCOMPARE(now.tenBit, true);
         QCOMPARE(now.fullRange, true);

@@ -45,7 +45,7 @@ private slots:
         QFETCH(bool, wired);
         QFETCH(bool, isSwitch);
         QFETCH(QString, event);
-        events.streamMode(wired, isSwitch);
+        events.streamMode(linkKind(wired), isSwitch);
         QCOMPARE(id, event);
         QCOMPARE(data, QJsonObject());
     }
@@ -67,7 +67,7 @@ private slots:
         QFETCH(bool, wired);
         QFETCH(bool, isAvailable);
         QFETCH(QString, event);
-        events.modeViewed(wired, isAvailable);
+        events.modeViewed(linkKind(wired), isAvailable);
         QCOMPARE(id, event);
         QCOMPARE(data, (QJsonObject{{"is_available", isAvailable}}));
     }
@@ -90,7 +90,7 @@ private slots:
         QFETCH(bool, wired);
         QFETCH(QString, quality);
         events.setStartSettings({true, true, definition});
-        events.steamAppEnded(61, "Game & é 中", wired);
+        events.steamAppEnded(61, "Game & é 中", linkKind(wired));
         QCOMPARE(id, QString("streamingAssistant_steamvr_0_0_0_module_pend"));
         const QJsonObject expected{{"duration", 61},
                                    {"streamingApp", "Game & é 中"},
@@ -104,7 +104,7 @@ private slots:
     void theLowFrameRateIs72()
     {
         events.setStartSettings({false, false, 1});
-        events.steamAppEnded(0, {}, false);
+        events.steamAppEnded(0, {}, LinkKind::Wireless);
         QCOMPARE(data.value("fps").toInt(), 72);
         QCOMPARE(data.value("microphoneOn"), QJsonValue(false));
     }
