@@ -12,6 +12,7 @@ const Table &table();
 Table steamChecks();    // Steam and SteamVR
 Table hardwareChecks(); // system, processor, graphics card, its driver
 Table networkChecks();  // network and ports
+Table usbChecks();      // the cable and adb
 Table powerAndSoundChecks();
 
 } // namespace checks

@@ -115,6 +115,14 @@
         <source>Steam VR软件</source>
         <translation>SteamVR</translation>
     </message>
+    <message>
+        <source>数据线上没有检测到VR眼镜</source>
+        <translation>No VR headset was found on the cable</translation>
+    </message>
+    <message>
+        <source>重新插拔数据线，或更换接口后再试</source>
+        <translation>Unplug the cable and plug it in again, or try another port</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

@@ -115,6 +115,14 @@
         <source>Steam VR软件</source>
         <translation>SteamVR</translation>
     </message>
+    <message>
+        <source>数据线上没有检测到VR眼镜</source>
+        <translation>ケーブルにVRヘッドセットが見つかりません</translation>
+    </message>
+    <message>
+        <source>重新插拔数据线，或更换接口后再试</source>
+        <translation>ケーブルを抜き差しするか、別のポートでもう一度お試しください</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

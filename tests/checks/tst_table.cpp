@@ -63,6 +63,7 @@ private slots:
         steamRows();
         hardwareRows();
         networkRows();
+        usbRows();
         powerAndSoundRows();
     }
     void factsAndWhatIsSaidOfThem()
@@ -190,6 +191,21 @@ private:
             facts.portHolders = QStringList{"node.exe", "nginx.exe"};
         });
         row("free ports", {}, [](Facts &facts) { facts.portHolders = QStringList(); });
+    }
+
+    static void usbRows()
+    {
+        const auto adbReports = [](bool wired, const QString &serial) {
+            return [=](Facts &facts) {
+                facts.wired = wired;
+                facts.adb = adb_rules::Situation();
+                facts.adb->serial = serial;
+            };
+        };
+        row("nothing on the cable", {"no-headset-on-cable"}, adbReports(true, ""));
+        row("a headset on the cable", {}, adbReports(true, "PA7910"));
+        row("nothing on the cable, and Wi-Fi", {}, adbReports(false, ""));
+        row("adb has not answered yet", {}, adbReports(true, adb_rules::Situation().serial));
     }
 
     static void powerAndSoundRows()
