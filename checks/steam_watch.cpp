@@ -1,0 +1,50 @@
+#include "checks/steam_watch.h"
+
+#include "steamvr/steam_manager.h"
+
+SteamWatch::SteamWatch(SteamManager &steam, QObject *parent) : QObject(parent), steam_(steam) {}
+
+bool SteamWatch::steamInstalled() const
+{
+    return steam_.steamInstalled();
+}
+
+void SteamWatch::checkInstalled()
+{
+    const State state = steamInstalled() ? Pass : NoneSteam;
+    if (state != state_)
+        setState(state);
+}
+
+void SteamWatch::checkSteam()
+{
+    const bool running = steam_.hasLaunchSteam();
+    if (running == steamRunning_)
+        return;
+    steamRunning_ = running;
+    emit steamRunningChanged();
+    // One that nobody installed is there while it runs.
+    if (!steamInstalled())
+        setState(running ? Pass : NoneSteam);
+}
+
+void SteamWatch::checkSteamVR()
+{
+    const bool running = steam_.hasLaunchSteamVR();
+    if (running == steamVRRunning_)
+        return;
+    steamVRRunning_ = running;
+    emit steamVRRunningChanged();
+}
+
+void SteamWatch::steamVRLaunched()
+{
+    steamVRRunning_ = true;
+    emit steamVRRunningChanged();
+}
+
+void SteamWatch::setState(State state)
+{
+    state_ = state;
+    emit stateChanged();
+}
