@@ -1,6 +1,7 @@
 #include "checks/check_model.h"
 
 #include <QCoreApplication>
+#include <QtQml>
 
 #include <algorithm>
 
@@ -171,4 +172,10 @@ void CheckModel::showAll(const std::vector<Finding> &findings)
     show(findings);
     foremost_.show({cards.begin(), second});
     others_.show({second, cards.end()});
+}
+
+void registerCheckTypes()
+{
+    qmlRegisterUncreatableMetaObject(checks::staticMetaObject, "ORBManager", 1, 0, "Checks",
+                                     QStringLiteral("only its enums are of use"));
 }

@@ -79,3 +79,7 @@ private:
     FindingList foremost_;
     FindingList others_;
 };
+
+// Lets pages say Checks.Error and the like: the enums of the namespace checks, in the
+// module ORBManager 1.0. Once, before the first page is loaded.
+void registerCheckTypes();

@@ -23,6 +23,7 @@ Card {
     }
 
     property var road: null
+    property var checks: null
 
     // The user wants the other link type; `wired` is the present one.
     signal showConfirmPage(bool wired)
@@ -80,13 +81,20 @@ Card {
     Illustration {
         source: page.connected ? "qrc:/res/image/orb_art_headset_on.png"
                                : "qrc:/res/image/orb_art_headset.png"
-        visible: page.connected || !headsets.visible
+        visible: findings.count === 0 && (page.connected || !headsets.visible)
         Layout.fillWidth: true
     }
     RoadStrip {
         objectName: "roadStrip"
         road: page.road
         visible: !page.connected
+        Layout.fillWidth: true
+    }
+    FindingList {
+        id: findings
+        objectName: "foremost"
+        findings: page.checks ? page.checks.foremost : null
+        visible: count > 0
         Layout.fillWidth: true
     }
     Label {
@@ -107,7 +115,7 @@ Card {
     }
     StepList {
         objectName: "steps"
-        visible: !page.connected
+        visible: !page.connected && findings.count === 0
         title: qsTr("连接步骤")
         steps: {
             if (!orb.wired) {

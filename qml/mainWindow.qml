@@ -15,6 +15,7 @@ FramelessWindow {
     readonly property string currentLanguage: Qt.locale().name.split("_")[0]
     readonly property var updater: typeof orbupdate === "undefined" ? null : orbupdate
     readonly property var road: typeof orbroad === "undefined" ? null : orbroad
+    readonly property var checks: typeof orbchecks === "undefined" ? null : orbchecks
     // Set by showTips(); empty while the banner speaks of how far things are.
     property url tipIcon
     property string tipText
@@ -278,6 +279,7 @@ FramelessWindow {
             active: root.ispullDown
             sourceComponent: ConnectionDetails {
                 road: root.road
+                checks: root.checks
             }
         }
         DrawerTab {
@@ -330,6 +332,7 @@ FramelessWindow {
                 objectName: "headsetPage"
                 collapsed: root.ispullDown
                 road: root.road
+                checks: root.checks
                 width: sheet.width - 2 * (sheet.cardWidth + sheet.spacing)
                 height: sheet.height
                 onToast: root.showToast(text)
@@ -459,5 +462,9 @@ FramelessWindow {
             if (root.openDialog(page, { note: note, isForce: isForce }) && isForce)
                 orb.stopSteam();
         }
+    }
+    Connections {
+        target: root.checks
+        function onPageWanted(page) { root.openDialog(root.windows + page + ".qml"); }
     }
 }

@@ -177,6 +177,10 @@
         <source>帧率</source>
         <translation>Frame rate</translation>
     </message>
+    <message>
+        <source>其他提示</source>
+        <translation>Also found</translation>
+    </message>
 </context>
 <context>
     <name>DialogWindow</name>

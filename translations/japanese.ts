@@ -177,6 +177,10 @@
         <source>帧率</source>
         <translation>フレームレート</translation>
     </message>
+    <message>
+        <source>其他提示</source>
+        <translation>その他の注意</translation>
+    </message>
 </context>
 <context>
     <name>DialogWindow</name>

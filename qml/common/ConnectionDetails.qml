@@ -1,12 +1,13 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-// What lies behind the cards: the road of the connection and what is streamed
-// over it.
+// What lies behind the cards: the road of the connection, what is streamed over
+// it, and what else was found.
 RowLayout {
     id: details
 
     property var road: null
+    property var checks: null
 
     readonly property var facts: [
         { label: qsTr("眼镜"), value: orb.vrName },
@@ -74,6 +75,40 @@ RowLayout {
             }
             Item {
                 Layout.fillHeight: true
+            }
+        }
+    }
+    Rectangle {
+        objectName: "otherFindings"
+        visible: others.count > 0
+        color: utils.orb_itemdowncolor
+        radius: utils.cardRadius
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        Layout.preferredWidth: 2
+
+        ColumnLayout {
+            anchors.fill: parent
+            anchors.margins: 3 * utils.grid
+            spacing: utils.grid
+
+            Label {
+                text: qsTr("其他提示")
+                font.pixelSize: utils.textTitle
+                font.bold: true
+                Layout.fillWidth: true
+            }
+            ScrollArea {
+                name: qsTr("其他提示")
+                contentHeight: others.implicitHeight
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+
+                FindingList {
+                    id: others
+                    width: parent.width
+                    findings: details.checks ? details.checks.others : null
+                }
             }
         }
     }

@@ -36,6 +36,7 @@ void registerInterface()
     qml::initResources();
     qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
     qmlRegisterType<PageTimer>("QtHeron.Window", 1, 0, "ClockTimer");
+    registerCheckTypes();
     qmlRegisterUncreatableType<FakeOrb>("ORBManager", 1, 0, "ORBManagerCLS",
                                         QStringLiteral("there is one, called orb"));
     const int id =
@@ -81,6 +82,8 @@ FramelessQuickWindow *Interface::load()
         engine_.setUrlInterceptor(&standIns_);
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbroad"), &roadModel_);
+    if (hasChecks)
+        engine_.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &checks);
     if (hasUpdate)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbupdate"), &update);
     return loadAlone(QStringLiteral("qrc:/qml/mainWindow.qml"));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/manual_clock.h"
+#include "checks/check_model.h"
 #include "controller/connection_road.h"
 #include "controller/road_model.h"
 #include "tests/qml/fake_orb.h"
@@ -50,6 +51,8 @@ public:
     FakeOrb orb;
     FakeUpdate update{orb};
     ConnectionRoad road;
+    CheckModel checks;
+    bool hasChecks = true; // whether there is anything to show findings of
     bool hasUpdate = true; // whether there is an update checker at all
     bool realDialogs = true;
 

@@ -1,6 +1,7 @@
 // Draws the windows in their states and languages into PNG files, for eyes to
 // judge: take_screenshots <folder> [<translation.qm> <language>]. Needs an X server
 // (xvfb-run will do): the offscreen platform hands out no pictures.
+#include "checks/table.h"
 #include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 
@@ -84,6 +85,18 @@ int main(int argc, char *argv[])
     take(folder, QStringLiteral("5_wired"), [](Interface &pages) {
         pages.orb.becomeWired(true);
         pages.orb.becomeSteam(true);
+    });
+    checks::Table rows = checks::table();
+    for (checks::Check &row : rows) {
+        row.surface = checks::Surface::Card;
+        take(folder, "finding " + QLatin1String(row.id), [&](Interface &pages) {
+            pages.checks.showAll({{&row, {}}});
+        });
+    }
+    take(folder, QStringLiteral("findings in the details"), [&](Interface &pages) {
+        pages.orb.becomeConnected(true);
+        pages.window()->setProperty("ispullDown", true);
+        pages.checks.showAll({{&rows[0], {}}, {&rows[2], {}}, {&rows[5], {}}});
     });
     for (const DialogState &state : dialogStates()) {
         const QString name = QLatin1String(state.name);

@@ -1,3 +1,4 @@
+#include "checks/table.h"
 #include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
@@ -19,6 +20,8 @@ private slots:
 
     void textsHaveRoom_data();
     void textsHaveRoom();
+    void textsOfFindingsHaveRoom_data();
+    void textsOfFindingsHaveRoom();
     void textsOfDialogsHaveRoom_data();
     void textsOfDialogsHaveRoom();
     void tipOfASecondCopyHasRoom_data();
@@ -138,6 +141,39 @@ void TestFit::textsHaveRoom()
     set(pages, state);
     pages.settle();
     QCOMPARE(complaints(pages.window()->contentItem()).join('\n'), QString());
+}
+
+void TestFit::textsOfFindingsHaveRoom_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("state");
+    for (const char *language : {"", "chinese", "japanese"}) {
+        for (const char *state : {"start", "several headsets", "connected", "details", "wired"})
+            QTest::addRow("%s, %s", *language ? language : "source", state) << language << state;
+    }
+}
+
+// Every check, also those that have a surface of their own: they may lose it.
+void TestFit::textsOfFindingsHaveRoom()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, state);
+
+    const auto installed = translator(language);
+    checks::Table rows = checks::table();
+    Interface pages;
+    QVERIFY(pages.load());
+    set(pages, state);
+    const checks::Evidence evidence{"", "NVIDIA GeForce RTX 3070 Ti Laptop GPU, 192.168.100.123"};
+    for (checks::Check &row : rows) {
+        row.surface = checks::Surface::Card;
+        const checks::Finding finding{&row, {evidence, evidence, evidence}};
+        // Once in the details, once on the card.
+        pages.checks.showAll({finding, finding});
+        pages.settle();
+        QVERIFY(pages.item("foremost")->property("count").toInt() == 1);
+        QCOMPARE(complaints(pages.window()->contentItem()).join('\n'), QString());
+    }
 }
 
 void TestFit::textsOfDialogsHaveRoom_data()
