@@ -41,9 +41,10 @@ function(kolm_compile_settings target)
   endif()
 endfunction()
 
-# What Qt never gives back is not counted against a program with a screen.
+# What Qt never gives back is not counted against a program with a screen, where
+# it is built.
 function(kolm_leave_out_leaks_of_qt target)
-  if(KOLM_SANITIZE MATCHES "address")
+  if(TARGET ${target} AND KOLM_SANITIZE MATCHES "address")
     target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/leaks_of_qt.cpp")
   endif()
 endfunction()
@@ -67,32 +68,37 @@ endfunction()
 set(KOLM_SANITIZER_OPTIONS
   "TSAN_OPTIONS=ignore_noninstrumented_modules=1 suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
 
-# kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60])
+# kolm_test(name SOURCES tst_x.cpp ... [LINK ...] [LABELS unit] [TIMEOUT 60]
+#   [NEEDS simpc|posix] [DEFINITIONS X="y" ...] [DEPENDS target ...] [LOCK name ...]
+#   [WITH command ...] [QPA offscreen])
 # One QtTest program. Built for Windows all of them have the label win as well,
 # and run on Wine when they were built elsewhere (tests/CMakeLists.txt); those that
-# include the simulated PC are not built there.
+# NEED the simulated PC, which they are linked with, or what only POSIX has are not
+# built there. DEPENDS are programs that it starts, a LOCK is held by one test at a
+# time, WITH stands in front of the program, QPA is Qt's platform.
 function(kolm_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+  cmake_parse_arguments(arg "" "TIMEOUT;QPA"
+    "SOURCES;LINK;LABELS;NEEDS;DEFINITIONS;DEPENDS;LOCK;WITH" ${ARGN})
+  foreach(need IN LISTS arg_NEEDS)
+    if(need STREQUAL "simpc" AND TARGET kolm_simpc)
+      list(APPEND arg_LINK kolm_simpc)
+    elseif(need STREQUAL "simpc" OR (need STREQUAL "posix" AND WIN32))
+      return()
+    elseif(NOT need STREQUAL "posix")
+      message(FATAL_ERROR "${name} NEEDS ${need}, which kolm_test does not know")
+    endif()
+  endforeach()
   if(NOT arg_LABELS)
     set(arg_LABELS unit)
   endif()
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
-  if(WIN32)
-    # On Windows there is no simulated PC.
-    foreach(source IN LISTS arg_SOURCES)
-      get_filename_component(source "${source}" ABSOLUTE)
-      if(EXISTS "${source}")
-        file(STRINGS "${source}" simulated REGEX "^#include \"simpc/" LIMIT_COUNT 1)
-        if(simulated)
-          return()
-        endif()
-      endif()
-    endforeach()
-    if(NOT "win" IN_LIST arg_LABELS)
-      list(APPEND arg_LABELS win)
-    endif()
+  if(NOT arg_QPA)
+    set(arg_QPA offscreen)
+  endif()
+  if(WIN32 AND NOT "win" IN_LIST arg_LABELS)
+    list(APPEND arg_LABELS win)
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK} kolm_test_support Qt5::Test)
@@ -101,10 +107,18 @@ function(kolm_test name)
     # Half the time of a Windows build would go into optimising tests.
     target_compile_options(${name} PRIVATE -O0)
   endif()
-  add_test(NAME ${name} COMMAND ${name})
+  target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
+  if(arg_DEPENDS)
+    add_dependencies(${name} ${arg_DEPENDS})
+  endif()
+  if(arg_WITH)
+    add_test(NAME ${name} COMMAND ${arg_WITH} $<TARGET_FILE:${name}>)
+  else()
+    add_test(NAME ${name} COMMAND ${name})
+  endif()
   set_tests_properties(${name} PROPERTIES
-    LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${KOLM_SANITIZER_OPTIONS}")
+    LABELS "${arg_LABELS}" TIMEOUT ${arg_TIMEOUT} RESOURCE_LOCK "${arg_LOCK}"
+    ENVIRONMENT "QT_QPA_PLATFORM=${arg_QPA};LC_ALL=C.UTF-8;${KOLM_SANITIZER_OPTIONS}")
   if(KOLM_ON_WINE)
     set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine)
   endif()
