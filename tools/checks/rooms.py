@@ -9,11 +9,6 @@ TABLE = "cmake/rooms.txt"
 # Folders that are built upon the rooms; no room knows of them. They may use all.
 ON_TOP = ["tests", "peers", "bench", "tools", "packaging"]
 
-# On their way to demonstration/.
-LEAVING = ["app/close_signals_sim.cpp", "app/close_signals_sim.h", "app/demonstration_sim.cpp",
-           "app/demonstration_sim.h", "app/director_sim.cpp", "app/director_sim.h",
-           "app/host_sim.cpp", "app/host_win.cpp"]
-
 _ROW = re.compile(r"([a-z]+):((?: [a-z]+)*)")
 
 
@@ -58,7 +53,7 @@ def arrows(tree):
         yield from rooms.problems
         return
     for path in tree.cpp():
-        own = "demonstration" if path in LEAVING else folder_of(path)
+        own = folder_of(path)
         if own not in rooms.may_use and own not in ON_TOP:
             yield Problem(path, 1, f"{own}/ is no room: give it a row in {TABLE}, or move the "
                                    "file into one that has" if own else "move it into a room")
@@ -105,7 +100,7 @@ def sides(tree):
     """both sides of the seam in their rooms"""
     for path in tree.cpp():
         match = _SIDE.search(path)
-        if path in LEAVING or not match or folder_of(path) in _OWN_SIDES + [_SIDES[match.group(1)]]:
+        if not match or folder_of(path) in _OWN_SIDES + [_SIDES[match.group(1)]]:
             continue
         room = _SIDES[match.group(1)]
         yield Problem(path, 1, f"what is named _{match.group(1)} lives in {room}/, behind a header "
