@@ -178,9 +178,10 @@ double parseTime(int headsets)
     for (int round = 0; round < 15; ++round) {
         const auto start = SteadyClock::now();
         for (int i = 0; i < repeats; ++i) {
-            const command_protocol::HmdInfo info =
-                command_protocol::parseHmdInfo(command_protocol::toText(argument));
-            check(info.headsets.size() == headsets, "parse");
+            const command_protocol::Command command =
+                command_protocol::parse({"HMDINFOBACK", argument});
+            const auto *info = std::get_if<command_protocol::HmdInfoBack>(&command);
+            check(info && info->headsets.size() == headsets, "parse");
         }
         times.push_back(Micro(SteadyClock::now() - start).count() / repeats);
     }

@@ -1,7 +1,5 @@
 #include "link/command_dispatcher.h"
 
-#include "link/command_protocol.h"
-
 #include <QDebug>
 
 #include <utility>
@@ -21,20 +19,17 @@ void CommandDispatcher::processBatch(const std::vector<std::string> &lines)
         return;
     bool reported = false;
     for (const std::string &line : lines) {
-        const command_protocol::Command command = command_protocol::splitLine(line);
-        if (command.name == command_protocol::hmdInfoBack) {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            idleBatches_ = 0;
-            reported = true;
-        }
-        dispatch(command.name, command.argument);
+        const command_protocol::Line split = command_protocol::splitLine(line);
+        command_protocol::Command command = command_protocol::parse(split);
+        reported = reported || std::holds_alternative<command_protocol::HmdInfoBack>(command);
+        std::visit([this](auto &received) { act(received); }, command);
         quint32 idleBatches;
         {
             const std::lock_guard<std::mutex> lock(mutex_);
             idleBatches = idleBatches_;
         }
-        qInfo() << command_protocol::toText(command.name)
-                << command_protocol::toText(command.argument) << idleBatches;
+        qInfo() << command_protocol::toText(split.name) << command_protocol::toText(split.argument)
+                << idleBatches;
     }
     if (reported)
         return;
@@ -45,31 +40,22 @@ void CommandDispatcher::processBatch(const std::vector<std::string> &lines)
     }
 }
 
-void CommandDispatcher::dispatch(std::string_view name, std::string_view argument)
+void CommandDispatcher::act(const command_protocol::DeviceConnectBack &report)
 {
-    if (name == command_protocol::deviceConnectBack) {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        deviceConnected_ = command_protocol::saysConnected(argument);
-    } else if (name == command_protocol::hmdInfoBack) {
-        takeHmdInfo(argument);
-    } else if (name == command_protocol::restartSteamVR) {
-        if (callbacks_.restartSteamVR)
-            callbacks_.restartSteamVR();
-    } else if (name == command_protocol::hello) {
-        callbacks_.send(command_protocol::helloReply());
-    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    deviceConnected_ = report.connected;
 }
 
-void CommandDispatcher::takeHmdInfo(std::string_view argument)
+void CommandDispatcher::act(command_protocol::HmdInfoBack &report)
 {
-    command_protocol::HmdInfo info =
-        command_protocol::parseHmdInfo(command_protocol::toText(argument));
-    const int size = info.headsets.size();
+    const int size = report.headsets.size();
     {
+        // The old list goes outside of the lock.
         const std::lock_guard<std::mutex> lock(mutex_);
-        if (!info.deviceId.isEmpty())
-            deviceId_.swap(info.deviceId);
-        hmdInfoBack_.swap(info.headsets);
+        idleBatches_ = 0;
+        if (!report.deviceId.isEmpty())
+            deviceId_.swap(report.deviceId);
+        hmdInfoBack_.swap(report.headsets);
     }
     qInfo().noquote() << QStringLiteral("m_hmd_info_back vector size: %1").arg(size);
 
@@ -82,6 +68,17 @@ void CommandDispatcher::takeHmdInfo(std::string_view argument)
         qInfo("RegisterFireWall");
         callbacks_.send(command_protocol::registerFirewall());
     }
+}
+
+void CommandDispatcher::act(const command_protocol::RestartSteamVR &)
+{
+    if (callbacks_.restartSteamVR)
+        callbacks_.restartSteamVR();
+}
+
+void CommandDispatcher::act(const command_protocol::Hello &)
+{
+    callbacks_.send(command_protocol::helloReply());
 }
 
 void CommandDispatcher::setRegisterFirewallPending()

@@ -1,12 +1,12 @@
 // What the streaming server reported, and what is done about its commands.
 #pragma once
 
+#include "link/command_protocol.h"
 #include "link/headset_record.h"
 
 #include <functional>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <vector>
 
 // Knows nothing of sockets: lines come in through processBatch(), on one thread
@@ -37,8 +37,11 @@ public:
     HeadsetList headsets() const;
 
 private:
-    void dispatch(std::string_view name, std::string_view argument);
-    void takeHmdInfo(std::string_view argument);
+    void act(const command_protocol::Unknown &) {}
+    void act(const command_protocol::DeviceConnectBack &report);
+    void act(command_protocol::HmdInfoBack &report);
+    void act(const command_protocol::RestartSteamVR &);
+    void act(const command_protocol::Hello &);
 
     const Callbacks callbacks_;
     mutable std::mutex mutex_; // guards everything below

@@ -42,30 +42,10 @@ QString without(QStringView text, QStringView word)
     return rest;
 }
 
-} // namespace
-
-Command splitLine(std::string_view line)
-{
-    const std::size_t tab = line.find('\t');
-    if (tab == std::string_view::npos)
-        return {line, {}};
-    return {line.substr(0, tab), line.substr(tab + 1)};
-}
-
-QString toText(std::string_view bytes)
-{
-    return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
-}
-
-bool saysConnected(std::string_view argument)
-{
-    return argument.find("true") != std::string_view::npos;
-}
-
-HmdInfo parseHmdInfo(const QString &argument)
+HmdInfoBack parseHmdInfo(const QString &argument)
 {
     const QString deviceIdWord = QStringLiteral("deviceId:");
-    HmdInfo info;
+    HmdInfoBack info;
     forEachPart(argument, QLatin1Char('~'), [&](QStringView part) {
         if (part.contains(deviceIdWord)) {
             const QString rest = without(part, deviceIdWord);
@@ -86,6 +66,34 @@ HmdInfo parseHmdInfo(const QString &argument)
         info.headsets.append({fields[0].toString(), fields[1].toString(), connected});
     });
     return info;
+}
+
+} // namespace
+
+Line splitLine(std::string_view line)
+{
+    const std::size_t tab = line.find('\t');
+    if (tab == std::string_view::npos)
+        return {line, {}};
+    return {line.substr(0, tab), line.substr(tab + 1)};
+}
+
+QString toText(std::string_view bytes)
+{
+    return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+Command parse(const Line &line)
+{
+    if (line.name == "DeviceConnectBack")
+        return DeviceConnectBack{line.argument.find("true") != std::string_view::npos};
+    if (line.name == "HMDINFOBACK")
+        return parseHmdInfo(toText(line.argument));
+    if (line.name == "RESTARTSTEAMVR")
+        return RestartSteamVR();
+    if (line.name == "Hello")
+        return Hello();
+    return Unknown();
 }
 
 QString linkTo(const QString &serial, const QString &address)

@@ -5,45 +5,66 @@
 #include "link/headset_record.h"
 
 #include <string_view>
+#include <variant>
 
 namespace command_protocol {
 
-// Received commands.
-constexpr std::string_view deviceConnectBack = "DeviceConnectBack";
-constexpr std::string_view hmdInfoBack = "HMDINFOBACK";
-constexpr std::string_view restartSteamVR = "RESTARTSTEAMVR";
-constexpr std::string_view hello = "Hello";
-
-// A received line: the command up to the first TAB, the argument after it.
-// Views into the line.
-struct Command
+// A received line: the command's name up to the first TAB, the argument after
+// it. Views into the line.
+struct Line
 {
     std::string_view name;
     std::string_view argument; // empty without a TAB
 };
 
-Command splitLine(std::string_view line);
+Line splitLine(std::string_view line);
 
 // Received bytes as text. They are UTF-8; what is not becomes replacement
 // characters.
 QString toText(std::string_view bytes);
 
-// Whether the argument of "DeviceConnectBack" says that the headset is there.
-bool saysConnected(std::string_view argument);
+// --- received commands, by their names ---------------------------------------
 
-struct HmdInfo
+// "DeviceConnectBack": whether the headset on the USB cable is connected, which
+// it is when "true" occurs anywhere in the argument.
+struct DeviceConnectBack
+{
+    bool connected = false;
+};
+
+// "HMDINFOBACK": the headsets that the server sees. The argument's items are
+// separated by "~", either the current headset's id behind "deviceId:" or
+// "serial;address;state;" and a fourth field that only the server knows the
+// meaning of. Other items are skipped.
+struct HmdInfoBack
 {
     QString deviceId; // empty: not reported
     HeadsetList headsets;
 };
 
-// The argument of "HMDINFOBACK": items separated by "~", either the current
-// headset's id behind "deviceId:" or "serial;address;state;" and a fourth field
-// that only the server knows the meaning of. Other items are skipped. Time is
-// linear in the length.
-HmdInfo parseHmdInfo(const QString &argument);
+// "RESTARTSTEAMVR": the server wants SteamVR restarted.
+struct RestartSteamVR
+{
+};
 
-// Sent texts.
+// "Hello": the server wants to know whether somebody is there.
+struct Hello
+{
+};
+
+// Any other name, also one in other letters or with a carriage return.
+struct Unknown
+{
+};
+
+using Command = std::variant<Unknown, DeviceConnectBack, HmdInfoBack, RestartSteamVR, Hello>;
+
+// What a line says. Nothing in it is an error. Takes time in proportion to its
+// length.
+Command parse(const Line &line);
+
+// --- sent texts ----------------------------------------------------------------
+
 QString linkTo(const QString &serial, const QString &address);
 QString disconnect(const QString &serial, const QString &address);
 QString hmdInfoRequest();

@@ -5,6 +5,21 @@ using namespace command_protocol;
 
 Q_DECLARE_METATYPE(HeadsetRecord)
 
+namespace {
+
+std::string_view view(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+HmdInfoBack parseHmdInfo(const QString &argument)
+{
+    const QByteArray bytes = argument.toUtf8();
+    return std::get<HmdInfoBack>(parse({"HMDINFOBACK", view(bytes)}));
+}
+
+} // namespace
+
 class CommandProtocolTest : public TestCase
 {
     Q_OBJECT
@@ -12,6 +27,8 @@ class CommandProtocolTest : public TestCase
 private slots:
     void splitsALineAtTheFirstTab_data();
     void splitsALineAtTheFirstTab();
+    void knowsACommandByItsWholeName_data();
+    void knowsACommandByItsWholeName();
     void findsTheWordTrueAnywhere_data();
     void findsTheWordTrueAnywhere();
     void readsTheListOfHeadsets_data();
@@ -43,9 +60,36 @@ void CommandProtocolTest::splitsALineAtTheFirstTab_data()
 void CommandProtocolTest::splitsALineAtTheFirstTab()
 {
     QFETCH(QByteArray, line);
-    const Command command = splitLine({line.constData(), static_cast<std::size_t>(line.size())});
-    QTEST(QByteArray::fromStdString(std::string(command.name)), "name");
-    QTEST(QByteArray::fromStdString(std::string(command.argument)), "argument");
+    const Line split = splitLine(view(line));
+    QTEST(QByteArray::fromStdString(std::string(split.name)), "name");
+    QTEST(QByteArray::fromStdString(std::string(split.argument)), "argument");
+}
+
+void CommandProtocolTest::knowsACommandByItsWholeName_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char *name, const Command &command) {
+        QTest::newRow(*name ? name : "empty") << QByteArray(name) << int(command.index());
+    };
+    row("DeviceConnectBack", DeviceConnectBack());
+    row("HMDINFOBACK", HmdInfoBack());
+    row("RESTARTSTEAMVR", RestartSteamVR());
+    row("Hello", Hello());
+    row("", Unknown());
+    row("hello", Unknown());
+    row("Hello\r", Unknown());
+    row(" Hello", Unknown());
+    row("Hell", Unknown());
+    row("HMDINFOBACKX", Unknown());
+    row("deviceconnectback", Unknown());
+    row("RegisterFireWall", Unknown());
+}
+
+void CommandProtocolTest::knowsACommandByItsWholeName()
+{
+    QFETCH(QByteArray, name);
+    QTEST(int(parse({view(name), "x"}).index()), "kind");
 }
 
 void CommandProtocolTest::findsTheWordTrueAnywhere_data()
@@ -65,8 +109,8 @@ void CommandProtocolTest::findsTheWordTrueAnywhere_data()
 void CommandProtocolTest::findsTheWordTrueAnywhere()
 {
     QFETCH(QByteArray, argument);
-    QTEST(saysConnected({argument.constData(), static_cast<std::size_t>(argument.size())}),
-          "connected");
+    const Command command = parse({"DeviceConnectBack", view(argument)});
+    QTEST(std::get<DeviceConnectBack>(command).connected, "connected");
 }
 
 void CommandProtocolTest::readsTheListOfHeadsets_data()
@@ -125,7 +169,7 @@ void CommandProtocolTest::readsTheListOfHeadsets()
 {
     QFETCH(QString, argument);
     QFETCH(HeadsetList, headsets);
-    const HmdInfo info = parseHmdInfo(argument);
+    const HmdInfoBack info = parseHmdInfo(argument);
     QTEST(info.deviceId, "deviceId");
     QCOMPARE(info.headsets, headsets);
 }
@@ -135,7 +179,7 @@ void CommandProtocolTest::readsAHundredThousandHeadsets()
     QString argument = QStringLiteral("deviceId:S99999");
     for (int i = 0; i < 100000; ++i)
         argument += QStringLiteral("~S%1;10.0.0.1;%2;x").arg(i).arg(i % 2 ? "false" : "true");
-    const HmdInfo info = parseHmdInfo(argument);
+    const HmdInfoBack info = parseHmdInfo(argument);
     QCOMPARE(info.headsets.size(), 100000);
     QCOMPARE(info.headsets.last(), (HeadsetRecord{"S99999", "10.0.0.1", false}));
     QCOMPARE(info.deviceId, QStringLiteral("S99999"));
@@ -168,7 +212,7 @@ void CommandProtocolTest::takesBytesAsUtf8_data()
 void CommandProtocolTest::takesBytesAsUtf8()
 {
     QFETCH(QByteArray, bytes);
-    QTEST(toText({bytes.constData(), static_cast<std::size_t>(bytes.size())}), "text");
+    QTEST(toText(view(bytes)), "text");
 }
 
 void CommandProtocolTest::buildsTheSentTexts()
