@@ -5,6 +5,7 @@
 #include <QtGlobal>
 
 #include <memory>
+#include <optional>
 
 class SharedCell
 {
@@ -20,9 +21,10 @@ public:
     // value; one of ours starts empty.
     bool create();
 
-    // The value; false while the cell is empty or not there. Both calls wait
-    // for the cell's mutex without a limit. Any thread.
-    bool read(quint32 *value) const;
+    // The value; nothing while the cell is empty or not there. Waits for the
+    // cell's mutex without a limit, as write() does. Any thread.
+    std::optional<quint32> read() const;
+    // False when the cell is not there.
     bool write(quint32 value);
 
     void destroy();

@@ -84,15 +84,14 @@ bool SharedCell::create()
     return true;
 }
 
-bool SharedCell::read(quint32 *value) const
+std::optional<quint32> SharedCell::read() const
 {
     if (!handles_)
-        return false;
+        return std::nullopt;
     const Lock lock(handles_->mutex.get());
     if (!lock.isHeld() || handles_->view->present == 0)
-        return false;
-    *value = handles_->view->value;
-    return true;
+        return std::nullopt;
+    return handles_->view->value;
 }
 
 bool SharedCell::write(quint32 value)

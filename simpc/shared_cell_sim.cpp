@@ -24,9 +24,12 @@ bool SharedCell::create()
     return true;
 }
 
-bool SharedCell::read(quint32 *value) const
+std::optional<quint32> SharedCell::read() const
 {
-    return handles_ && SimPc::current().cell().read(value);
+    quint32 value = 0;
+    if (!handles_ || !SimPc::current().cell().read(&value))
+        return std::nullopt;
+    return value;
 }
 
 bool SharedCell::write(quint32 value)

@@ -81,8 +81,7 @@ void VrServerWatcher::begin()
 
 void VrServerWatcher::timerEvent(QTimerEvent *)
 {
-    quint32 value = 0;
-    if (!cell_.read(&value) || value != serverIsUp)
+    if (cell_.read() != serverIsUp)
         return;
     clock_.killTimer(timerId_, this);
     serverUp_();

@@ -13,6 +13,8 @@ namespace {
 constexpr int limit = 60000; // ms
 constexpr int rounds = 10000;
 
+using Value = std::optional<quint32>;
+
 // The cell as the streaming side sees it.
 class OtherSide
 {
@@ -81,10 +83,8 @@ QByteArray SharedCellWinTest::lineOf(QProcess &process)
 void SharedCellWinTest::doesNothingBeforeItIsCreated()
 {
     SharedCell cell;
-    quint32 value = 7;
-    QVERIFY(!cell.read(&value));
+    QVERIFY(!cell.read());
     QVERIFY(!cell.write(1));
-    QCOMPARE(value, 7u);
     QVERIFY(!exists());
 }
 
@@ -92,9 +92,7 @@ void SharedCellWinTest::oneOfOursStartsAtZeroAndEmpty()
 {
     SharedCell cell;
     QVERIFY(cell.create());
-    quint32 value = 7;
-    QVERIFY(!cell.read(&value));
-    QCOMPARE(value, 7u);
+    QVERIFY(!cell.read());
     QCOMPARE(OtherSide().bytes(), QByteArray(8, '\0'));
 }
 
@@ -104,9 +102,7 @@ void SharedCellWinTest::keepsWhatTheOtherSideWrote()
     other.setBytes(QByteArray("\x01\0\0\0\x01\0\0\0", 8));
     SharedCell cell;
     QVERIFY(cell.create());
-    quint32 value = 7;
-    QVERIFY(cell.read(&value));
-    QCOMPARE(value, 1u);
+    QCOMPARE(cell.read(), Value(1));
 }
 
 void SharedCellWinTest::laysOutValueThenPresence()
@@ -116,9 +112,7 @@ void SharedCellWinTest::laysOutValueThenPresence()
     const OtherSide other;
     QVERIFY(cell.write(0));
     QCOMPARE(other.bytes(), QByteArray("\0\0\0\0\x01\0\0\0", 8));
-    quint32 value = 7;
-    QVERIFY(cell.read(&value));
-    QCOMPARE(value, 0u);
+    QCOMPARE(cell.read(), Value(0));
     QVERIFY(cell.write(0x04030201));
     QCOMPARE(other.bytes(), QByteArray("\x01\x02\x03\x04\x01\0\0\0", 8));
 }
@@ -129,12 +123,9 @@ void SharedCellWinTest::anyPresenceButZeroCounts()
     QVERIFY(cell.create());
     OtherSide other;
     other.setBytes(QByteArray("\x05\0\0\0\0\0\0\x80", 8));
-    quint32 value = 7;
-    QVERIFY(cell.read(&value));
-    QCOMPARE(value, 5u);
+    QCOMPARE(cell.read(), Value(5));
     other.setBytes(QByteArray("\x06\0\0\0\0\0\0\0", 8));
-    QVERIFY(!cell.read(&value));
-    QCOMPARE(value, 5u);
+    QVERIFY(!cell.read());
 }
 
 void SharedCellWinTest::destroyGivesItsNamesBack()
@@ -145,8 +136,7 @@ void SharedCellWinTest::destroyGivesItsNamesBack()
         QVERIFY(exists());
         cell.destroy();
         QVERIFY(!exists());
-        quint32 value = 7;
-        QVERIFY(!cell.read(&value));
+        QVERIFY(!cell.read());
         QVERIFY(!cell.write(1));
         QVERIFY(cell.create());
     }
@@ -160,9 +150,7 @@ void SharedCellWinTest::mayBeCreatedAgain()
     QVERIFY(cell.write(3));
     const OtherSide other; // keeps it alive between the two
     QVERIFY(cell.create());
-    quint32 value = 7;
-    QVERIFY(cell.read(&value));
-    QCOMPARE(value, 3u);
+    QCOMPARE(cell.read(), Value(3));
 }
 
 void SharedCellWinTest::failsWhenTheSystemRefuses_data()
@@ -180,8 +168,7 @@ void SharedCellWinTest::failsWhenTheSystemRefuses()
     QVERIFY(event);
     SharedCell cell;
     QVERIFY(!cell.create());
-    quint32 value = 7;
-    QVERIFY(!cell.read(&value));
+    QVERIFY(!cell.read());
     QVERIFY(!cell.write(1));
     CloseHandle(event);
     QVERIFY(!exists());
@@ -202,9 +189,7 @@ void SharedCellWinTest::racesWithAnotherProgram()
     while (written < rounds || !rival.waitForFinished(0)) {
         ++written;
         QVERIFY(cell.write(written));
-        quint32 value = 0;
-        QVERIFY2(cell.read(&value), qPrintable(QString::number(written)));
-        QCOMPARE(value, written);
+        QCOMPARE(cell.read(), Value(written));
     }
     QCOMPARE(rival.readAllStandardOutput().trimmed(), QByteArray("0"));
 }
@@ -218,19 +203,14 @@ void SharedCellWinTest::waitsForAHolderAndGoesOnWhenThatIsKilled()
     holder.start(QStringLiteral(KOLM_TEST_HELPER), {QStringLiteral("hold")});
     QCOMPARE(lineOf(holder), QByteArray("held"));
 
-    std::future<quint32> reading = std::async(std::launch::async, [&cell] {
-        quint32 value = 7;
-        return cell.read(&value) ? value : 0;
-    });
+    std::future<Value> reading = std::async(std::launch::async, [&cell] { return cell.read(); });
     QCOMPARE(reading.wait_for(std::chrono::milliseconds(200)), std::future_status::timeout);
     holder.kill();
     QVERIFY(holder.waitForFinished(limit));
     QCOMPARE(reading.wait_for(std::chrono::milliseconds(limit)), std::future_status::ready);
-    QCOMPARE(reading.get(), 9u);
+    QCOMPARE(reading.get(), Value(9));
     QVERIFY(cell.write(10));
-    quint32 value = 7;
-    QVERIFY(cell.read(&value));
-    QCOMPARE(value, 10u);
+    QCOMPARE(cell.read(), Value(10));
 }
 
 KOLM_TEST_MAIN(SharedCellWinTest)
