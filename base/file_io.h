@@ -14,7 +14,7 @@ std::optional<QByteArray> readContent(const QString &path);
 // be written. The file stays as it is. Any thread.
 std::optional<QByteArray> readForEdit(const QString &path);
 
-enum class WriteResult {
+enum class [[nodiscard]] WriteResult{
     Ok,
     OpenFailed, // nothing could be opened for writing; the file is as it was
     WriteFailed // the content did not get there

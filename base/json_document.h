@@ -29,8 +29,8 @@ struct JsonDocument
 
 // Reads `text` as JSON (UTF-8, with or without a byte order mark). An empty
 // text is an error, and so is one whose top level is neither object nor array.
-JsonDocument parseJson(const QByteArray &text);
+[[nodiscard]] JsonDocument parseJson(const QByteArray &text);
 
 // `json` in the indented layout of QJsonDocument, UTF-8. Pass a document that
 // was read with parseJson() and then edited.
-QByteArray toIndented(const JsonDocument &json);
+[[nodiscard]] QByteArray toIndented(const JsonDocument &json);

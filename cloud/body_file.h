@@ -7,4 +7,4 @@
 // Replaces the content of the file at `path` as one step: afterwards the new
 // file is there whole, or what was there before. Says why on the standard error
 // stream when the file cannot be opened.
-bool saveBody(const QByteArray &body, const QString &path);
+[[nodiscard]] bool saveBody(const QByteArray &body, const QString &path);

@@ -38,7 +38,10 @@ QString ConfigManager::settingsFile() const
 void ConfigManager::load()
 {
     const std::optional<QByteArray> text = readContent(settingsFile());
-    if (settings_file::read(text.value_or(QByteArray()), &settings_))
+    settings_file::Reading read =
+        settings_file::read(text.value_or(QByteArray()), std::move(settings_));
+    settings_ = std::move(read.settings);
+    if (read.isJson)
         return;
     qInfo("setting json parseError");
     // What we could not even read may be whole: only somebody else has it open.
@@ -95,7 +98,8 @@ void ConfigManager::saveDeviceSettings(const QString &serial)
 {
     if (!serial.isEmpty())
         settings_.serial = serial;
-    replaceFile(settingsFile(), settings_file::write(settings_));
+    // What cannot be saved holds for this run all the same.
+    static_cast<void>(replaceFile(settingsFile(), settings_file::write(settings_)));
     dimensionsKnown_ = false;
 }
 
@@ -264,7 +268,11 @@ bool ConfigManager::hasExternalDrivers(const QString &homeDir) const
 bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString &homeDir,
                                        QString *runtimePath) const
 {
-    return openvr_paths::registerDriver(homeDir, driverPath, runtimePath);
+    const openvr_paths::Registration registration =
+        openvr_paths::registerDriver(homeDir, driverPath);
+    if (registration.runtimePath)
+        *runtimePath = *registration.runtimePath;
+    return registration.done;
 }
 
 void ConfigManager::clearExternalDrivers(const QString &homeDir) const

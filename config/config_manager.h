@@ -87,9 +87,14 @@ public:
 
     // --- OpenVR paths file; any thread ---------------------------------------
 
+    // Whether any driver is registered.
     bool hasExternalDrivers(const QString &homeDir) const;
+    // Makes the folder `driverPath` the only registered driver; false, with a
+    // line in the log, when it could not. `runtimePath` becomes the first
+    // SteamVR folder that the file names, and stays when it names none.
     bool setExternalDrivers(const QString &driverPath, const QString &homeDir,
                             QString *runtimePath) const;
+    // Registers no driver any more. Failures are logged.
     void clearExternalDrivers(const QString &homeDir) const;
 
     // --- hardware rules -------------------------------------------------------

@@ -7,8 +7,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-#include <optional>
-
 namespace openvr_paths {
 
 namespace {
@@ -62,15 +60,16 @@ bool hasDrivers(const JsonDocument &json)
     return !json.document.object().value(kDrivers).toArray().isEmpty();
 }
 
-void registerDriver(JsonDocument &json, const QString &driverPath, QString *runtimePath)
+std::optional<QString> registerDriver(JsonDocument &json, const QString &driverPath)
 {
     QJsonObject root = json.document.object();
     // The editable look-up leaves a null where there is no runtime.
     const QJsonArray runtimes = root[QLatin1String("runtime")].toArray();
-    if (!runtimes.isEmpty())
-        *runtimePath = json.text(runtimes.first());
     root.insert(kDrivers, QJsonArray{driverPath});
     json.document.setObject(root);
+    if (runtimes.isEmpty())
+        return std::nullopt;
+    return json.text(runtimes.first());
 }
 
 bool clearDrivers(JsonDocument &json)
@@ -89,17 +88,18 @@ bool hasDrivers(const QString &homeDir)
     return text && hasDrivers(parseJson(*text));
 }
 
-bool registerDriver(const QString &homeDir, const QString &driverPath, QString *runtimePath)
+Registration registerDriver(const QString &homeDir, const QString &driverPath)
 {
+    Registration registration;
     const QString file = path(homeDir);
     std::optional<JsonDocument> json = read(file);
     if (!json)
-        return false;
-    registerDriver(*json, driverPath, runtimePath);
-    if (!write(file, *json))
-        return false;
-    qInfo().noquote().nospace() << "Successfully set external_drivers to:" << driverPath;
-    return true;
+        return registration;
+    registration.runtimePath = registerDriver(*json, driverPath);
+    registration.done = write(file, *json);
+    if (registration.done)
+        qInfo().noquote().nospace() << "Successfully set external_drivers to:" << driverPath;
+    return registration;
 }
 
 void clearDrivers(const QString &homeDir)

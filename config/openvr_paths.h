@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // Any thread, no state. The file is shared with SteamVR and not locked.
 namespace openvr_paths {
 
@@ -15,9 +17,9 @@ QString path(const QString &homeDir);
 
 // Whether any driver is registered.
 bool hasDrivers(const JsonDocument &json);
-// Leaves `driverPath` as the only driver. `runtimePath` becomes the first
-// runtime, or stays when there is none.
-void registerDriver(JsonDocument &json, const QString &driverPath, QString *runtimePath);
+// Leaves `driverPath` as the only driver. Returns the first runtime's folder, if
+// there is a runtime.
+std::optional<QString> registerDriver(JsonDocument &json, const QString &driverPath);
 // False, and nothing done, when the document has no list of drivers.
 bool clearDrivers(JsonDocument &json);
 
@@ -25,7 +27,14 @@ bool clearDrivers(JsonDocument &json);
 
 // Without a log; false for a file that cannot be read.
 bool hasDrivers(const QString &homeDir);
-bool registerDriver(const QString &homeDir, const QString &driverPath, QString *runtimePath);
+
+struct Registration
+{
+    bool done = false;
+    // As above; known also when the file could not be written.
+    std::optional<QString> runtimePath;
+};
+[[nodiscard]] Registration registerDriver(const QString &homeDir, const QString &driverPath);
 void clearDrivers(const QString &homeDir);
 
 } // namespace openvr_paths

@@ -23,7 +23,7 @@ QStringList load(const QString &dataDir)
 
 void save(const QString &dataDir, const QStringList &serials)
 {
-    replaceFile(file(dataDir), serials.join(kSeparator).toUtf8());
+    static_cast<void>(replaceFile(file(dataDir), serials.join(kSeparator).toUtf8()));
 }
 
 } // namespace recent_headsets

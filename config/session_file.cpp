@@ -52,7 +52,8 @@ void write(JsonDocument &json, const QJsonObject &root)
     // A list at the top level holds nothing of ours, but is the server's.
     if (json.document.isObject())
         json.document.setObject(root);
-    replaceForeignFile(path(), toIndented(json));
+    // The server keeps its settings, then.
+    static_cast<void>(replaceForeignFile(path(), toIndented(json)));
 }
 
 } // namespace

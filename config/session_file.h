@@ -18,12 +18,12 @@ QString path();
 
 // `root` with the frame rate (hertz) and the microphone switch set.
 // `hasVirtualCable` is asked only when the answer matters.
-QJsonObject withStreaming(QJsonObject root, double fps, bool audio,
-                          const std::function<bool()> &hasVirtualCable);
+[[nodiscard]] QJsonObject withStreaming(QJsonObject root, double fps, bool audio,
+                                        const std::function<bool()> &hasVirtualCable);
 
 // `root` without its client connections or, when there are none, with the
 // headset's serial. Nothing when there is nothing to write.
-std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial);
+[[nodiscard]] std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial);
 
 // --- edits of the file -------------------------------------------------------
 // A file that is no JSON is deleted: the server then writes a fresh one. One

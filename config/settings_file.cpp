@@ -3,6 +3,8 @@
 #include "base/json_document.h"
 #include "config/device_settings.h"
 
+#include <utility>
+
 namespace settings_file {
 
 namespace {
@@ -30,19 +32,21 @@ void insertUnlessEmpty(QJsonObject &root, QLatin1String key, const QJsonObject &
 
 } // namespace
 
-bool read(const QByteArray &text, StoredSettings *settings)
+Reading read(const QByteArray &text, StoredSettings before)
 {
     const JsonDocument json = parseJson(text);
     const QJsonObject root = json.document.object();
-    settings->numberMark = json.numberMark;
-    settings->d1 = modelObject(root, kD1);
-    settings->d2 = modelObject(root, kD2);
-    settings->d3 = modelObject(root, kD3);
+    Reading result{std::move(before), json.ok()};
+    StoredSettings &settings = result.settings;
+    settings.numberMark = json.numberMark;
+    settings.d1 = modelObject(root, kD1);
+    settings.d2 = modelObject(root, kD2);
+    settings.d3 = modelObject(root, kD3);
     if (root.contains(kLastSn))
-        settings->serial = json.text(root.value(kLastSn));
+        settings.serial = json.text(root.value(kLastSn));
     if (root.contains(kWiredOrWireless))
-        settings->link = static_cast<LinkKind>(root.value(kWiredOrWireless).toInt());
-    return json.ok();
+        settings.link = static_cast<LinkKind>(root.value(kWiredOrWireless).toInt());
+    return result;
 }
 
 QByteArray write(const StoredSettings &settings)

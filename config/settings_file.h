@@ -21,10 +21,17 @@ struct StoredSettings
 
 namespace settings_file {
 
-// Takes over what `text` holds. Models that it does not mention, or all of
-// them when it is no JSON, get fresh objects; incomplete ones are repaired; a
-// serial or link that it does not mention stays. False when it is no JSON.
-bool read(const QByteArray &text, StoredSettings *settings);
+struct Reading
+{
+    StoredSettings settings;
+    bool isJson = false;
+};
+
+// What `text` makes of the settings that were there `before`. Models that it
+// does not mention, or all of them when it is no JSON, get fresh objects;
+// incomplete ones are repaired; a serial or link that it does not mention
+// stays.
+[[nodiscard]] Reading read(const QByteArray &text, StoredSettings before = {});
 
 // The content of the file. Members at its top level that we do not know are
 // gone; those inside a model's object are kept.

@@ -61,7 +61,7 @@ using Command = std::variant<Unknown, DeviceConnectBack, HmdInfoBack, RestartSte
 
 // What a line says. Nothing in it is an error. Takes time in proportion to its
 // length.
-Command parse(const Line &line);
+[[nodiscard]] Command parse(const Line &line);
 
 // --- sent texts ----------------------------------------------------------------
 

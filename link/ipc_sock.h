@@ -31,7 +31,7 @@ public:
 
     // Binds and listens. False when that fails; a socket made on the way stays
     // until close().
-    bool startup();
+    [[nodiscard]] bool startup();
 
     // Takes a waiting connection, if the last wait saw one. Only this PC may
     // connect, and the newest client replaces the one before. True when there

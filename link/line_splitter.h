@@ -22,7 +22,7 @@ public:
     // Appends the lines that the chunk completes. False when the rest is longer
     // than the limit; what to do about it is the caller's business, more may be
     // appended until clear().
-    bool append(const char *chunk, std::size_t size, std::vector<std::string> *lines);
+    [[nodiscard]] bool append(const char *chunk, std::size_t size, std::vector<std::string> *lines);
 
     // Forgets the unfinished line.
     void clear();

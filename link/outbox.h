@@ -32,7 +32,7 @@ public:
 
     // Makes the wake-up sockets; false when the system refuses, with the reason
     // in socket_api::lastError(). Before everything else.
-    bool open();
+    [[nodiscard]] bool open();
     // Readable while the worker is to look here. Owned by this object.
     socket_api::Handle wakeUpHandle() const { return wakeUp_.receiver.get(); }
 

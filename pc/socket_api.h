@@ -45,13 +45,13 @@ bool isLostConnection(int error);
 int messageTooLongError();
 
 // Empty when the system refuses.
-Socket openTcp();
+[[nodiscard]] Socket openTcp();
 
 // Lets the port be bound although connections of an earlier run still linger.
 void allowAddressReuse(Handle socket);
 // `address` in dotted form, `port` in host order.
-bool bindTo(Handle socket, const char *address, std::uint16_t port);
-bool listenOn(Handle socket, int backlog);
+[[nodiscard]] bool bindTo(Handle socket, const char *address, std::uint16_t port);
+[[nodiscard]] bool listenOn(Handle socket, int backlog);
 
 struct Connection
 {
@@ -60,7 +60,7 @@ struct Connection
 };
 
 // Takes one waiting connection; nothing on failure.
-std::optional<Connection> accept(Handle listener);
+[[nodiscard]] std::optional<Connection> accept(Handle listener);
 // A dotted address in network order; 0 when it is none.
 std::uint32_t parseAddress(const char *address);
 
@@ -78,7 +78,7 @@ struct WakeUpPair
 };
 
 // Nothing when the system refuses.
-std::optional<WakeUpPair> makeWakeUpPair();
+[[nodiscard]] std::optional<WakeUpPair> makeWakeUpPair();
 
 constexpr std::uint32_t setCapacity = 64;
 

@@ -41,7 +41,7 @@ struct Check
     Deed deed = Nothing;
     bool useShipped = false; // the version query was never answered
 };
-Check check(Situation now);
+[[nodiscard]] Check check(Situation now);
 
 // One chunk of output, with CR LF at the ends of its lines. Whatever it says,
 // the state becomes idle a moment later.
@@ -58,7 +58,7 @@ struct Answer
     Situation next;
     Deed deed = Nothing;
 };
-Answer answer(Situation now, const QString &text);
+[[nodiscard]] Answer answer(Situation now, const QString &text);
 
 // The command line that runs `command`, in which adb is called "adb". `path`
 // is the adb in use as the command interpreter has to read it. A path with a

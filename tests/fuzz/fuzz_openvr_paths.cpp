@@ -44,23 +44,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     REQUIRE(foreignPart(cleared) == foreignPart(json));
 
     const QString driver = QStringLiteral("C:\\dir\\\u9a71");
-    const QString untouched = QStringLiteral("untouched");
-    QString runtime = untouched;
     JsonDocument registered = json;
-    openvr_paths::registerDriver(registered, driver, &runtime);
+    const std::optional<QString> runtime = openvr_paths::registerDriver(registered, driver);
     REQUIRE(openvr_paths::hasDrivers(registered));
     REQUIRE(foreignPart(registered) == foreignPart(json));
     REQUIRE(registered.document.object().contains(kRuntime));
-    if (!hadRuntime)
-        REQUIRE(runtime == untouched);
+    REQUIRE(runtime.has_value() == hadRuntime);
 
     const QByteArray written = toIndented(registered);
     JsonDocument again = parseJson(written);
     REQUIRE(again.ok());
     REQUIRE(again.document.object().value(kDrivers).toArray() == QJsonArray{driver});
-    QString sameRuntime = untouched;
-    openvr_paths::registerDriver(again, driver, &sameRuntime);
+    REQUIRE(openvr_paths::registerDriver(again, driver) == runtime);
     REQUIRE(toIndented(again) == written);
-    REQUIRE(sameRuntime == runtime);
     return 0;
 }

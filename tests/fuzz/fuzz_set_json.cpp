@@ -40,8 +40,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray text(reinterpret_cast<const char *>(data), static_cast<int>(size));
     const JsonDocument before = parseJson(text);
 
-    StoredSettings settings;
-    REQUIRE(settings_file::read(text, &settings) == before.ok());
+    const settings_file::Reading read = settings_file::read(text);
+    REQUIRE(read.isJson == before.ok());
+    const StoredSettings &settings = read.settings;
     if (!before.ok()) {
         static const QJsonObject fresh = device_settings::fresh();
         REQUIRE(settings.d1 == fresh && settings.d2 == fresh && settings.d3 == fresh);
@@ -54,8 +55,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     REQUIRE(settings.serial == (serial.isUndefined() ? QStringLiteral("D3") : before.text(serial)));
 
     const QByteArray saved = settings_file::write(settings);
-    StoredSettings loaded;
-    REQUIRE(settings_file::read(saved, &loaded));
+    const settings_file::Reading again = settings_file::read(saved);
+    REQUIRE(again.isJson);
+    const StoredSettings &loaded = again.settings;
     REQUIRE(loaded.serial == settings.serial);
     REQUIRE(loaded.link == settings.link);
     REQUIRE(settings_file::write(loaded) == saved);

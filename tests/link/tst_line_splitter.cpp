@@ -71,7 +71,8 @@ void LineSplitterTest::cutsTheSameWhereverTheChunksEnd()
         LineSplitter splitter;
         Lines lines;
         for (std::size_t at = 0; at < stream.size(); at += size)
-            splitter.append(stream.data() + at, std::min(size, stream.size() - at), &lines);
+            QVERIFY(
+                splitter.append(stream.data() + at, std::min(size, stream.size() - at), &lines));
         QVERIFY2(lines == expected, qPrintable(QString::number(size)));
     }
 }
@@ -80,7 +81,7 @@ void LineSplitterTest::addsToTheLinesThatAreThere()
 {
     LineSplitter splitter;
     Lines lines{"before"};
-    splitter.append("after\n", 6, &lines);
+    QVERIFY(splitter.append("after\n", 6, &lines));
     QVERIFY(lines == (Lines{"before", "after"}));
 }
 
@@ -88,10 +89,10 @@ void LineSplitterTest::forgetsTheUnfinishedLineWhenCleared()
 {
     LineSplitter splitter;
     Lines lines;
-    splitter.append("old", 3, &lines);
+    QVERIFY(splitter.append("old", 3, &lines));
     splitter.clear();
     QCOMPARE(splitter.unfinished(), std::size_t(0));
-    splitter.append("new\n", 4, &lines);
+    QVERIFY(splitter.append("new\n", 4, &lines));
     QVERIFY(lines == Lines{"new"});
 }
 
@@ -132,8 +133,8 @@ void LineSplitterTest::isLinearInALongLine()
     Lines lines;
     const std::string chunk(10, 'x');
     for (int i = 0; i < 1000000; ++i)
-        splitter.append(chunk.data(), chunk.size(), &lines);
-    splitter.append("\n", 1, &lines);
+        QVERIFY(splitter.append(chunk.data(), chunk.size(), &lines));
+    QVERIFY(splitter.append("\n", 1, &lines));
     QCOMPARE(lines.size(), std::size_t(1));
     QCOMPARE(lines[0].size(), std::size_t(10000000));
 }
@@ -143,7 +144,7 @@ void LineSplitterTest::isLinearInManyLines()
     LineSplitter splitter;
     Lines lines;
     const QByteArray feeds(10000000, '\n');
-    splitter.append(feeds.constData(), static_cast<std::size_t>(feeds.size()), &lines);
+    QVERIFY(splitter.append(feeds.constData(), static_cast<std::size_t>(feeds.size()), &lines));
     QCOMPARE(lines.size(), static_cast<std::size_t>(feeds.size()));
 }
 
