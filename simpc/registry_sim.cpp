@@ -6,12 +6,12 @@ namespace registry {
 
 bool keyExists(const QString &key)
 {
-    return SimPc::current().hasRegistryKey(key);
+    return SimPc::current().registry.keyExists(key);
 }
 
 std::optional<QString> text(const QString &key, const QString &name)
 {
-    return SimPc::current().registryText(key, name);
+    return SimPc::current().registry.text(key, name);
 }
 
 std::optional<QString> narrowText(const QString &key, const QString &name)
@@ -23,7 +23,7 @@ std::optional<QString> narrowText(const QString &key, const QString &name)
 
 QStringList subkeys(const QString &key)
 {
-    return SimPc::current().registrySubkeys(key);
+    return SimPc::current().registry.subkeys(key);
 }
 
 } // namespace registry

@@ -92,7 +92,7 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
 void scenario::build(const Scenario &scenario, SimPc &pc)
 {
     for (const RegistryValue &value : scenario.registry)
-        pc.setRegistryText(value.key, value.name, value.text);
+        pc.registry.setText(value.key, value.name, value.text);
     pc.setTotalMemory(scenario.memory);
     pc.setOsVersion(scenario.osVersion);
     pc.setHardware(scenario.hardware);

@@ -45,64 +45,6 @@ bool SimPc::exists()
     return currentPc != nullptr;
 }
 
-void SimPc::setRegistryText(const QString &key, const QString &name, const QString &value)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    registry_[key][name] = value;
-}
-
-void SimPc::addRegistryKey(const QString &key)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    registry_[key];
-}
-
-void SimPc::removeRegistryKey(const QString &key)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    for (auto it = registry_.begin(); it != registry_.end();) {
-        if (it.key() == key || it.key().startsWith(key + '\\'))
-            it = registry_.erase(it);
-        else
-            ++it;
-    }
-}
-
-bool SimPc::hasRegistryKey(const QString &key) const
-{
-    timeline.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return std::any_of(registry_.keyBegin(), registry_.keyEnd(), [&](const QString &existing) {
-        return existing == key || existing.startsWith(key + '\\');
-    });
-}
-
-std::optional<QString> SimPc::registryText(const QString &key, const QString &name) const
-{
-    timeline.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    const auto values = registry_.constFind(key);
-    if (values == registry_.constEnd() || !values->contains(name))
-        return std::nullopt;
-    return values->value(name);
-}
-
-QStringList SimPc::registrySubkeys(const QString &key) const
-{
-    timeline.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    QStringList names;
-    const QString prefix = key + '\\';
-    for (auto it = registry_.keyBegin(); it != registry_.keyEnd(); ++it) {
-        if (!it->startsWith(prefix))
-            continue;
-        const QString name = it->mid(prefix.size()).section('\\', 0, 0);
-        if (!names.contains(name))
-            names.append(name);
-    }
-    return names;
-}
-
 quint32 SimPc::startProcess(const QString &name, const QString &path)
 {
     const std::lock_guard<std::mutex> lock(mutex_);

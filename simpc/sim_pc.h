@@ -9,6 +9,7 @@
 #include "simpc/sim_cell.h"
 #include "simpc/sim_hardware.h"
 #include "simpc/sim_record.h"
+#include "simpc/sim_registry.h"
 #include "simpc/sim_timeline.h"
 
 #include <QHash>
@@ -99,14 +100,7 @@ public:
     // What this PC did of its own accord ("Steam appears", "power line:
     // offline"), for those who watch a demonstration.
     SimRecord events{&timeline};
-
-    // Registry. Keys with their root, backslashes, no case folding.
-    void setRegistryText(const QString &key, const QString &name, const QString &value);
-    void addRegistryKey(const QString &key);
-    void removeRegistryKey(const QString &key); // with everything below
-    bool hasRegistryKey(const QString &key) const;
-    std::optional<QString> registryText(const QString &key, const QString &name) const;
-    QStringList registrySubkeys(const QString &key) const;
+    SimRegistry registry{timeline};
 
     // Processes.
     quint32 startProcess(const QString &name, const QString &path = QString());
@@ -205,7 +199,6 @@ private:
     // Guards what follows, but for the listeners that are called as a change;
     // never held while calling back.
     mutable std::mutex mutex_;
-    QMap<QString, QMap<QString, QString>> registry_;
     std::vector<SimProcess> processes_;
     quint32 nextPid_ = 1000;
     std::function<void(const SimProcess &)> endListener_;

@@ -58,11 +58,11 @@ public:
     {
         const auto self = shared_from_this();
         if (options_.steamInstalled) {
-            pc_.setRegistryText(steamKey, QStringLiteral("InstallPath"), options_.steamPath);
+            pc_.registry.setText(steamKey, QStringLiteral("InstallPath"), options_.steamPath);
             if (options_.steamListed) {
                 const QString entry = uninstallKey32 + QStringLiteral("\\Steam");
-                pc_.setRegistryText(entry, QStringLiteral("DisplayName"), QStringLiteral("Steam"));
-                pc_.setRegistryText(entry, QStringLiteral("InstallLocation"), options_.steamPath);
+                pc_.registry.setText(entry, QStringLiteral("DisplayName"), QStringLiteral("Steam"));
+                pc_.registry.setText(entry, QStringLiteral("InstallLocation"), options_.steamPath);
             }
             pc_.onLaunch(steamExe,
                          [self](const SimLaunch &request) { return self->launchSteam(request); });
@@ -71,8 +71,8 @@ public:
         }
         if (options_.steamVrInstalled) {
             const QString entry = uninstallKey64 + QStringLiteral("\\Steam App 250820");
-            pc_.setRegistryText(entry, QStringLiteral("DisplayName"), QStringLiteral("SteamVR"));
-            pc_.setRegistryText(entry, QStringLiteral("InstallLocation"), options_.steamVrPath);
+            pc_.registry.setText(entry, QStringLiteral("DisplayName"), QStringLiteral("SteamVR"));
+            pc_.registry.setText(entry, QStringLiteral("InstallLocation"), options_.steamVrPath);
             pc_.onLaunch(QStringLiteral("vrstartup.exe"), [self](const SimLaunch &request) {
                 return self->launchVrStartup(request);
             });

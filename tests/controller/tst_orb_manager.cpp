@@ -28,8 +28,9 @@ QByteArray storedMode(int mode)
 PcFixture::Describe goodPc(quint64 driver)
 {
     return [driver](SimPc &pc) {
-        pc.setRegistryText("HKEY_LOCAL_MACHINE\\HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
-                           "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
+        pc.registry.setText(
+            "HKEY_LOCAL_MACHINE\\HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
+            "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
         SimHardware hardware;
         hardware.adapters = {{0x10de, 1, "NVIDIA GeForce RTX 4070", 1}};
         hardware.displayDevices = {{true, {{"NVIDIA", driver}}}};

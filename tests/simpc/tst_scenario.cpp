@@ -349,13 +349,13 @@ void ScenarioTest::everyKeyOfThePcArrives()
     const QString software = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\";
     const QString processor =
         "HKEY_LOCAL_MACHINE\\HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0";
-    QCOMPARE(pc.registryText(software + "Windows NT\\CurrentVersion", "ProductName").value_or("-"),
+    QCOMPARE(pc.registry.text(software + "Windows NT\\CurrentVersion", "ProductName").value_or("-"),
              QString("Windows 11 Home"));
-    QCOMPARE(pc.registryText(software + "Cryptography", "MachineGuid").value_or("-"),
+    QCOMPARE(pc.registry.text(software + "Cryptography", "MachineGuid").value_or("-"),
              QString("1-2"));
-    QCOMPARE(pc.registryText(processor, "ProcessorNameString").value_or("-"), QString("Some CPU"));
-    QCOMPARE(pc.registryText("HKEY_CURRENT_USER\\Software\\X", "a").value_or("-"), QString("1"));
-    QCOMPARE(pc.registryText("HKEY_CURRENT_USER\\Software\\X", "").value_or("-"),
+    QCOMPARE(pc.registry.text(processor, "ProcessorNameString").value_or("-"), QString("Some CPU"));
+    QCOMPARE(pc.registry.text("HKEY_CURRENT_USER\\Software\\X", "a").value_or("-"), QString("1"));
+    QCOMPARE(pc.registry.text("HKEY_CURRENT_USER\\Software\\X", "").value_or("-"),
              QString("default"));
     QCOMPARE(pc.totalMemory(), quint64(8589934592));
     QCOMPARE(pc.acLine().value_or(-1), 255);
@@ -564,7 +564,7 @@ void ScenarioTest::aBuiltPcIsAsDescribed()
     SimPc pc(clock);
     scenario::build(parsed(R"("steam":{"running":true,"path":"D:\\S"})"), pc);
     QCOMPARE(
-        pc.registryText("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath")
+        pc.registry.text("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath")
             .value_or("-"),
         QString("D:\\S"));
     QVERIFY(pc.isRunning("steam.exe"));

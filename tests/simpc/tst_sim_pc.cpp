@@ -92,45 +92,45 @@ void SimPcTest::aRegistryTextIsFoundUnderItsKeyAndNameOnly()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.setRegistryText("HKEY_LOCAL_MACHINE\\A\\B", "Name", "text");
-    QCOMPARE(pc.registryText("HKEY_LOCAL_MACHINE\\A\\B", "Name").value_or("-"), QString("text"));
-    QVERIFY(!pc.registryText("HKEY_LOCAL_MACHINE\\A\\B", "Other"));
-    QVERIFY(!pc.registryText("HKEY_LOCAL_MACHINE\\A", "Name"));
+    pc.registry.setText("HKEY_LOCAL_MACHINE\\A\\B", "Name", "text");
+    QCOMPARE(pc.registry.text("HKEY_LOCAL_MACHINE\\A\\B", "Name").value_or("-"), QString("text"));
+    QVERIFY(!pc.registry.text("HKEY_LOCAL_MACHINE\\A\\B", "Other"));
+    QVERIFY(!pc.registry.text("HKEY_LOCAL_MACHINE\\A", "Name"));
 }
 
 void SimPcTest::aKeyExistsWhenItOrSomethingBelowItWasSet()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.addRegistryKey("H\\A\\B");
-    QVERIFY(pc.hasRegistryKey("H\\A\\B"));
-    QVERIFY(pc.hasRegistryKey("H\\A"));
-    QVERIFY(!pc.hasRegistryKey("H\\A\\B\\C"));
-    QVERIFY(!pc.hasRegistryKey("H\\A\\BB"));
-    QVERIFY(!pc.hasRegistryKey("H\\A\\"));
+    pc.registry.addKey("H\\A\\B");
+    QVERIFY(pc.registry.keyExists("H\\A\\B"));
+    QVERIFY(pc.registry.keyExists("H\\A"));
+    QVERIFY(!pc.registry.keyExists("H\\A\\B\\C"));
+    QVERIFY(!pc.registry.keyExists("H\\A\\BB"));
+    QVERIFY(!pc.registry.keyExists("H\\A\\"));
 }
 
 void SimPcTest::subkeysAreTheDirectOnesOnceEach()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.addRegistryKey("H\\U\\Steam\\Deep");
-    pc.setRegistryText("H\\U\\Steam", "DisplayName", "Steam");
-    pc.addRegistryKey("H\\U\\Editor");
-    pc.addRegistryKey("H\\Uninvited\\Other");
-    QCOMPARE(pc.registrySubkeys("H\\U"), QStringList({"Editor", "Steam"}));
-    QCOMPARE(pc.registrySubkeys("H\\U\\Editor"), QStringList());
+    pc.registry.addKey("H\\U\\Steam\\Deep");
+    pc.registry.setText("H\\U\\Steam", "DisplayName", "Steam");
+    pc.registry.addKey("H\\U\\Editor");
+    pc.registry.addKey("H\\Uninvited\\Other");
+    QCOMPARE(pc.registry.subkeys("H\\U"), QStringList({"Editor", "Steam"}));
+    QCOMPARE(pc.registry.subkeys("H\\U\\Editor"), QStringList());
 }
 
 void SimPcTest::removingAKeyRemovesWhatIsBelowAndNothingBeside()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.addRegistryKey("H\\Steam");
-    pc.addRegistryKey("H\\Steam\\Apps");
-    pc.addRegistryKey("H\\Steam2");
-    pc.removeRegistryKey("H\\Steam");
-    QCOMPARE(pc.registrySubkeys("H"), QStringList({"Steam2"}));
+    pc.registry.addKey("H\\Steam");
+    pc.registry.addKey("H\\Steam\\Apps");
+    pc.registry.addKey("H\\Steam2");
+    pc.registry.removeKey("H\\Steam");
+    QCOMPARE(pc.registry.subkeys("H"), QStringList({"Steam2"}));
 }
 
 void SimPcTest::processesKeepTheirOrderAndHaveDifferentPids()

@@ -125,14 +125,15 @@ void SteamWorldTest::theRegistrySaysWhereSteamAndSteamVrAre()
     const QString uninstall = "Microsoft\\Windows\\CurrentVersion\\Uninstall";
     const QString listed = "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\" + uninstall + "\\Steam";
     QCOMPARE(
-        w.pc.registryText("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath")
+        w.pc.registry.text("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath")
             .value_or("-"),
         QString("D:\\Games\\Steam"));
-    QCOMPARE(w.pc.registryText(listed, "DisplayName").value_or("-"), QString("Steam"));
-    QCOMPARE(w.pc.registryText(listed, "InstallLocation").value_or("-"),
+    QCOMPARE(w.pc.registry.text(listed, "DisplayName").value_or("-"), QString("Steam"));
+    QCOMPARE(w.pc.registry.text(listed, "InstallLocation").value_or("-"),
              QString("D:\\Games\\Steam"));
-    QCOMPARE(w.pc.registryText("HKEY_LOCAL_MACHINE\\SOFTWARE\\" + uninstall + "\\Steam App 250820",
-                               "InstallLocation")
+    QCOMPARE(w.pc.registry
+                 .text("HKEY_LOCAL_MACHINE\\SOFTWARE\\" + uninstall + "\\Steam App 250820",
+                       "InstallLocation")
                  .value_or("-"),
              QString("E:\\SteamVR"));
     QCOMPARE(w.running(), QStringList());
@@ -144,7 +145,7 @@ void SteamWorldTest::withoutSteamTheRegistryIsSilentAndNothingCanBeLaunched()
     w.options.steamInstalled = false;
     w.options.steamVrInstalled = false;
     w.install();
-    QVERIFY(!w.pc.hasRegistryKey("HKEY_LOCAL_MACHINE"));
+    QVERIFY(!w.pc.registry.keyExists("HKEY_LOCAL_MACHINE"));
     QCOMPARE(w.pc.launch({steamProgram, "-silent", true}).error, 2u);
     QCOMPARE(w.shutDown().error, 2u);
 }
@@ -155,8 +156,8 @@ void SteamWorldTest::steamMayBeThereWithoutBeingListed()
     w.options.steamListed = false;
     w.install();
     const QString node = "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node";
-    QVERIFY(w.pc.hasRegistryKey(node + "\\Valve\\Steam"));
-    QVERIFY(!w.pc.hasRegistryKey(node + "\\Microsoft"));
+    QVERIFY(w.pc.registry.keyExists(node + "\\Valve\\Steam"));
+    QVERIFY(!w.pc.registry.keyExists(node + "\\Microsoft"));
 }
 
 void SteamWorldTest::whatRunsAtTheBeginningRuns()

@@ -41,15 +41,15 @@ void SteamFixture::runPool()
 
 void SteamFixture::installSteam(const QString &path)
 {
-    pc.setRegistryText("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath",
-                       path);
+    pc.registry.setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath",
+                        path);
 }
 
 void SteamFixture::installSteamVR(const QString &path)
 {
-    pc.setRegistryText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\"
-                       "Uninstall\\Steam App 250820",
-                       "InstallLocation", path);
+    pc.registry.setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\"
+                        "Uninstall\\Steam App 250820",
+                        "InstallLocation", path);
 }
 
 void SteamFixture::steamRuns()

@@ -19,52 +19,52 @@ private slots:
     void anUninstallEntryNamedSteamMeansInstalled()
     {
         SteamFixture pc(dir());
-        pc.pc.setRegistryText(uninstall + "\\Other", "DisplayName", "Another program");
-        pc.pc.setRegistryText(uninstall + "\\Steam", "DisplayName", "Steam");
+        pc.pc.registry.setText(uninstall + "\\Other", "DisplayName", "Another program");
+        pc.pc.registry.setText(uninstall + "\\Steam", "DisplayName", "Steam");
         QVERIFY(pc.steam().steamInstalled());
     }
 
     void anEntryOfASimilarNameDoesNot()
     {
         SteamFixture pc(dir());
-        pc.pc.setRegistryText(uninstall + "\\Steam Link", "DisplayName", "Steam Link");
-        pc.pc.setRegistryText(uninstall + "\\steam", "DisplayName", "steam");
+        pc.pc.registry.setText(uninstall + "\\Steam Link", "DisplayName", "Steam Link");
+        pc.pc.registry.setText(uninstall + "\\steam", "DisplayName", "steam");
         QVERIFY(!pc.steam().steamInstalled());
     }
 
     void steamsOwnKeyMeansInstalled()
     {
         SteamFixture pc(dir());
-        pc.pc.addRegistryKey(steamKey);
+        pc.pc.registry.addKey(steamKey);
         QVERIFY(pc.steam().steamInstalled());
     }
 
     void theAnswerIsTakenOnce()
     {
         SteamFixture pc(dir());
-        pc.pc.addRegistryKey(steamKey);
+        pc.pc.registry.addKey(steamKey);
         QVERIFY(pc.steam().steamInstalled());
-        pc.pc.removeRegistryKey(steamKey);
+        pc.pc.registry.removeKey(steamKey);
         QVERIFY(pc.steam().steamInstalled());
     }
 
     void theInstallPathOfSteamsKeyWinsEvenIfTheFolderIsGone()
     {
         SteamFixture pc(dir());
-        pc.pc.setRegistryText(steamKey, "InstallPath", "Z:\\gone");
-        pc.pc.setRegistryText(uninstall + "\\Steam", "DisplayName", "Steam");
-        pc.pc.setRegistryText(uninstall + "\\Steam", "InstallLocation", "D:\\Steam");
+        pc.pc.registry.setText(steamKey, "InstallPath", "Z:\\gone");
+        pc.pc.registry.setText(uninstall + "\\Steam", "DisplayName", "Steam");
+        pc.pc.registry.setText(uninstall + "\\Steam", "InstallLocation", "D:\\Steam");
         QCOMPARE(pc.steam().steamInstallPath(), QString("Z:\\gone"));
     }
 
     void thenTheFirstUninstallEntryThatSaysWhere()
     {
         SteamFixture pc(dir());
-        pc.pc.setRegistryText(uninstall + "\\A", "DisplayName", "Steam");
-        pc.pc.setRegistryText(uninstall + "\\B", "DisplayName", "Steamer");
-        pc.pc.setRegistryText(uninstall + "\\B", "InstallLocation", "B:\\wrong");
-        pc.pc.setRegistryText(uninstall + "\\C", "DisplayName", "Steam");
-        pc.pc.setRegistryText(uninstall + "\\C", "InstallLocation", "C:\\right");
+        pc.pc.registry.setText(uninstall + "\\A", "DisplayName", "Steam");
+        pc.pc.registry.setText(uninstall + "\\B", "DisplayName", "Steamer");
+        pc.pc.registry.setText(uninstall + "\\B", "InstallLocation", "B:\\wrong");
+        pc.pc.registry.setText(uninstall + "\\C", "DisplayName", "Steam");
+        pc.pc.registry.setText(uninstall + "\\C", "InstallLocation", "C:\\right");
         QCOMPARE(pc.steam().steamInstallPath(), QString("C:\\right"));
     }
 

@@ -25,12 +25,12 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setRegistryText(localMachine + "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion",
-                           "ProductName", "Windows 10 Home");
-        pc.setRegistryText(localMachine + "SOFTWARE\\Microsoft\\Cryptography", "MachineGuid",
-                           "0f-1e");
-        pc.setRegistryText(localMachine + "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
-                           "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
+        pc.registry.setText(localMachine + "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion",
+                            "ProductName", "Windows 10 Home");
+        pc.registry.setText(localMachine + "SOFTWARE\\Microsoft\\Cryptography", "MachineGuid",
+                            "0f-1e");
+        pc.registry.setText(localMachine + "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
+                            "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
         SystemInfo info;
         const QJsonObject expected{{"streamingAssistantVersion", "1.1.16.420"},
                                    {"GUID", "0f-1e"},
