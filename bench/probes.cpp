@@ -98,10 +98,10 @@ int main(int argc, char *argv[])
     const QCoreApplication app(argc, argv);
     SimPc pc(Clock::system());
     for (int i = 0; i < usualProcesses; ++i)
-        pc.startProcess(QStringLiteral("program-%1.exe").arg(i));
-    const std::vector<SimProcess> running = pc.processes();
+        pc.processes.start(QStringLiteral("program-%1.exe").arg(i));
+    const std::vector<processes::Entry> running = pc.processes.list();
     for (int i = 0; i < usualRows; ++i)
-        pc.openPort(running[static_cast<size_t>(i)].pid, static_cast<quint16>(49152 + i));
+        pc.ports.open(running[static_cast<size_t>(i)].pid, static_cast<quint16>(49152 + i));
 
     besideTools();
     growth();

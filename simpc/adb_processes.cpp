@@ -47,18 +47,22 @@ bool belongs(qint64 pid, const QByteArray &setting)
            environment.readAll().split('\0').contains(setting);
 }
 
-std::vector<SimProcess> list(const QByteArray &setting)
+std::vector<processes::Entry> list(const QByteArray &setting)
 {
-    std::vector<SimProcess> processes;
+    std::vector<processes::Entry> entries;
     for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
         bool isPid = false;
         const qint64 pid = entry.toLongLong(&isPid);
-        if (isPid && belongs(pid, setting)) {
-            processes.push_back(
-                {pidOffset + static_cast<quint32>(pid), QStringLiteral("adb.exe"), programOf(pid)});
-        }
+        if (isPid && belongs(pid, setting))
+            entries.push_back({pidOffset + static_cast<quint32>(pid), QStringLiteral("adb.exe")});
     }
-    return processes;
+    return entries;
+}
+
+QString modulePath(quint32 simPid, const QByteArray &setting)
+{
+    const qint64 pid = qint64(simPid) - pidOffset;
+    return pid > 0 && belongs(pid, setting) ? programOf(pid) : QString();
 }
 
 void end(quint32 simPid, const QByteArray &setting)
@@ -74,10 +78,12 @@ void end(quint32 simPid, const QByteArray &setting)
 
 } // namespace
 
-SimPc::Guests adb_processes::onPort(quint16 port)
+SimProcesses::HostProcesses adb_processes::onPort(quint16 port)
 {
     const QByteArray setting = "ANDROID_ADB_SERVER_PORT=" + QByteArray::number(port);
-    return {[setting] { return list(setting); }, [setting](quint32 pid) { end(pid, setting); }};
+    return {[setting] { return list(setting); },
+            [setting](quint32 pid) { return modulePath(pid, setting); },
+            [setting](quint32 pid) { end(pid, setting); }};
 }
 
 quint16 adb_processes::freePort()

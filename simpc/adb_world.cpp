@@ -60,7 +60,7 @@ QString installAdb(const AdbPlan &plan, const AdbPlace &place, SimPc &pc)
         writeFile(folder + QStringLiteral("/owner"), "/proc/" + QByteArray::number(::getpid()));
     if (plan.hangs)
         writeFile(folder + QStringLiteral("/hang"), {});
-    pc.setGuests(adb_processes::onPort(port));
+    pc.processes.setHostProcesses(adb_processes::onPort(port));
     pc.setSearchPath(plan.onPath ? place.programFolder : QString());
     const QString devices = folder + QStringLiteral("/devices");
     pc.onCable([devices](const std::vector<SimHeadset> &cable) {

@@ -6,29 +6,22 @@ namespace processes {
 
 std::vector<Entry> list()
 {
-    std::vector<Entry> entries;
-    for (const SimProcess &process : SimPc::current().processes())
-        entries.push_back({process.pid, process.name});
-    return entries;
+    return SimPc::current().processes.list();
 }
 
 QString modulePath(quint32 pid)
 {
-    for (const SimProcess &process : SimPc::current().processes()) {
-        if (process.pid == pid)
-            return process.path;
-    }
-    return {};
+    return SimPc::current().processes.modulePath(pid);
 }
 
 void terminate(quint32 pid)
 {
     SimPc &pc = SimPc::current();
-    for (const SimProcess &process : pc.processes()) {
+    for (const Entry &process : pc.processes.list()) {
         if (process.pid == pid)
             pc.journal.add(QStringLiteral("terminate ") + process.name);
     }
-    pc.endProcess(pid);
+    pc.processes.end(pid);
 }
 
 } // namespace processes

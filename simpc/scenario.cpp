@@ -76,13 +76,13 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
         pc.personChooses(*change.wired);
     }
     for (const StartingProcess &process : change.starting) {
-        const quint32 pid = pc.startProcess(process.name, process.path);
+        const quint32 pid = pc.processes.start(process.name, process.path);
         for (const quint16 port : process.ports)
-            pc.openPort(pid, port);
+            pc.ports.open(pid, port);
         news(process.name + QStringLiteral(" starts"));
     }
     for (const QString &name : change.ending) {
-        pc.endProcesses(name);
+        pc.processes.endAll(name);
         news(name + QStringLiteral(" ends"));
     }
 }

@@ -26,6 +26,7 @@ SimPc::SimPc(Clock &clock) : timeline(clock), cell_(std::make_unique<SimCell>())
 {
     Q_ASSERT(!currentPc);
     currentPc = this;
+    processes.onEnded([this](const processes::Entry &process) { ports.close(process.pid); });
 }
 
 SimPc::~SimPc()
@@ -43,92 +44,6 @@ SimPc &SimPc::current()
 bool SimPc::exists()
 {
     return currentPc != nullptr;
-}
-
-quint32 SimPc::startProcess(const QString &name, const QString &path)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    const quint32 pid = nextPid_;
-    nextPid_ += 4;
-    processes_.push_back({pid, name, path});
-    return pid;
-}
-
-void SimPc::endProcess(quint32 pid)
-{
-    Guests guests;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        guests = guests_;
-    }
-    if (guests.end)
-        guests.end(pid);
-    endWhere([pid](const SimProcess &p) { return p.pid == pid; });
-}
-
-void SimPc::endProcesses(const QString &name)
-{
-    endWhere([&name](const SimProcess &p) { return p.name == name; });
-}
-
-void SimPc::endWhere(const std::function<bool(const SimProcess &)> &ends)
-{
-    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
-    std::vector<SimProcess> ended;
-    std::function<void(const SimProcess &)> listener;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        const auto rest = std::stable_partition(processes_.begin(), processes_.end(),
-                                                [&ends](const SimProcess &p) { return !ends(p); });
-        ended.assign(rest, processes_.end());
-        processes_.erase(rest, processes_.end());
-        for (const SimProcess &process : ended) {
-            tcpRows_.erase(
-                std::remove_if(tcpRows_.begin(), tcpRows_.end(),
-                               [&process](const SimTcpRow &row) { return row.pid == process.pid; }),
-                tcpRows_.end());
-        }
-        listener = endListener_;
-    }
-    if (!listener)
-        return;
-    for (const SimProcess &process : ended)
-        listener(process);
-}
-
-void SimPc::onProcessEnded(std::function<void(const SimProcess &)> listener)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    endListener_ = std::move(listener);
-}
-
-bool SimPc::isRunning(const QString &name) const
-{
-    const std::vector<SimProcess> all = processes();
-    return std::any_of(all.begin(), all.end(), [&](const SimProcess &p) { return p.name == name; });
-}
-
-std::vector<SimProcess> SimPc::processes() const
-{
-    timeline.settle();
-    std::vector<SimProcess> all;
-    Guests guests;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        all = processes_;
-        guests = guests_;
-    }
-    if (guests.list) {
-        const std::vector<SimProcess> here = guests.list();
-        all.insert(all.end(), here.begin(), here.end());
-    }
-    return all;
-}
-
-void SimPc::setGuests(Guests guests)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    guests_ = std::move(guests);
 }
 
 void SimPc::setSearchPath(const QString &folders)

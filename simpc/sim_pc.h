@@ -8,6 +8,8 @@
 
 #include "simpc/sim_cell.h"
 #include "simpc/sim_hardware.h"
+#include "simpc/sim_ports.h"
+#include "simpc/sim_processes.h"
 #include "simpc/sim_record.h"
 #include "simpc/sim_registry.h"
 #include "simpc/sim_timeline.h"
@@ -23,24 +25,10 @@
 #include <optional>
 #include <vector>
 
-struct SimProcess
-{
-    quint32 pid = 0;
-    QString name; // "steam.exe"
-    QString path; // full path, forward or backward slashes as given
-};
-
 struct SimWaveOut
 {
     int channels = 2;
     QString name;
-};
-
-// A row of the TCP table.
-struct SimTcpRow
-{
-    quint16 localPort = 0;
-    quint32 pid = 0; // 0: nobody owns it any more
 };
 
 // How the system's query for the network category behaves.
@@ -101,25 +89,8 @@ public:
     // offline"), for those who watch a demonstration.
     SimRecord events{&timeline};
     SimRegistry registry{timeline};
-
-    // Processes.
-    quint32 startProcess(const QString &name, const QString &path = QString());
-    void endProcess(quint32 pid);
-    void endProcesses(const QString &name);
-    // Called after a process has ended, whoever ended it; as a change.
-    void onProcessEnded(std::function<void(const SimProcess &)> listener);
-    bool isRunning(const QString &name) const;
-    std::vector<SimProcess> processes() const;
-
-    // Processes of the real machine that count as this PC's, asked for at every
-    // look at the processes; they come after its own. `end` ends one of them
-    // by its pid, as endProcess() does.
-    struct Guests
-    {
-        std::function<std::vector<SimProcess>()> list;
-        std::function<void(quint32 pid)> end;
-    };
-    void setGuests(Guests guests);
+    SimProcesses processes{timeline};
+    SimPorts ports{timeline}; // a process loses its own when it ends
 
     // The folders, joined by ':', in which a command interpreter looks for
     // programs. They are the real machine's; empty: it finds none.
@@ -148,10 +119,6 @@ public:
     void setAcLine(std::optional<int> status);
     std::optional<int> acLine() const;
 
-    // TCP ports. A process loses its rows when it ends.
-    void setTcpRows(const std::vector<SimTcpRow> &rows);
-    void openPort(quint32 pid, quint16 port);
-    std::vector<SimTcpRow> tcpRows() const;
     // From now on the table cannot be read, for the system's reason `error`; 0:
     // for want of memory.
     void failTcpTable(quint32 error);
@@ -194,22 +161,15 @@ public:
     SimLaunchResult launch(const SimLaunch &request);
 
 private:
-    void endWhere(const std::function<bool(const SimProcess &)> &ends);
-
     // Guards what follows, but for the listeners that are called as a change;
     // never held while calling back.
     mutable std::mutex mutex_;
-    std::vector<SimProcess> processes_;
-    quint32 nextPid_ = 1000;
-    std::function<void(const SimProcess &)> endListener_;
-    Guests guests_;
     QString searchPath_;
     std::function<void(const QString &)> usbListener_; // as a change
     std::vector<SimHeadset> cable_;
     std::function<void(const std::vector<SimHeadset> &)> cableListener_; // as a change
     std::function<void(bool)> personListener_;                           // as a change
     std::optional<int> acLine_ = 1;
-    std::vector<SimTcpRow> tcpRows_;
     std::optional<quint32> tcpTableError_;
     QString osVersion_ = QStringLiteral("10");
     SimHardware hardware_;

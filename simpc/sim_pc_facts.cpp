@@ -78,25 +78,6 @@ void SimPc::setCell(std::unique_ptr<SimCell> cell)
     cell_ = std::move(cell);
 }
 
-void SimPc::setTcpRows(const std::vector<SimTcpRow> &rows)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    tcpRows_ = rows;
-}
-
-std::vector<SimTcpRow> SimPc::tcpRows() const
-{
-    timeline.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return tcpRows_;
-}
-
-void SimPc::openPort(quint32 pid, quint16 port)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    tcpRows_.push_back({port, pid});
-}
-
 void SimPc::failTcpTable(quint32 error)
 {
     const std::lock_guard<std::mutex> lock(mutex_);

@@ -67,7 +67,7 @@ public:
             pc_.onLaunch(steamExe,
                          [self](const SimLaunch &request) { return self->launchSteam(request); });
             if (options_.steamRunning)
-                pc_.startProcess(steamExe, steamProgram());
+                pc_.processes.start(steamExe, steamProgram());
         }
         if (options_.steamVrInstalled) {
             const QString entry = uninstallKey64 + QStringLiteral("\\Steam App 250820");
@@ -78,12 +78,13 @@ public:
             });
             if (options_.steamVrRunning) {
                 for (const QString &name : comingUp)
-                    pc_.startProcess(name, steamVrProgram(name));
+                    pc_.processes.start(name, steamVrProgram(name));
             }
         }
         pc_.onLaunch(QStringLiteral("explorer"),
                      [self](const SimLaunch &request) { return self->launchExplorer(request); });
-        pc_.onProcessEnded([self](const SimProcess &process) { self->processEnded(process); });
+        pc_.processes.onEnded(
+            [self](const processes::Entry &process) { self->processEnded(process); });
     }
 
 private:
@@ -97,7 +98,7 @@ private:
     {
         if (!samePath(request.program, steamProgram()))
             return {false, 3, false, 0};
-        if (!pc_.isRunning(steamExe) && !steamComing_) {
+        if (!pc_.processes.isRunning(steamExe) && !steamComing_) {
             steamComing_ = true;
             pc_.timeline.after(options_.steamAppears,
                                [self = shared_from_this()] { self->steamAppears(); });
@@ -108,7 +109,7 @@ private:
     void steamAppears()
     {
         steamComing_ = false;
-        pc_.startProcess(steamExe, steamProgram());
+        pc_.processes.start(steamExe, steamProgram());
         pc_.events.add(QStringLiteral("Steam appears"));
     }
 
@@ -121,7 +122,7 @@ private:
 
     void openSteamVr()
     {
-        if (!options_.steamVrInstalled || !pc_.isRunning(steamExe))
+        if (!options_.steamVrInstalled || !pc_.processes.isRunning(steamExe))
             return;
         if (coming_ || steamVrRuns())
             return;
@@ -137,12 +138,12 @@ private:
     bool steamVrRuns() const
     {
         return std::any_of(goingDown.begin(), goingDown.end(),
-                           [this](const QString &name) { return pc_.isRunning(name); });
+                           [this](const QString &name) { return pc_.processes.isRunning(name); });
     }
 
     void processAppears(const QString &name)
     {
-        pc_.startProcess(name, steamVrProgram(name));
+        pc_.processes.start(name, steamVrProgram(name));
         if (name == vrServerExe) {
             // Only now SteamVR reads which drivers there are.
             if (driverRegistered())
@@ -172,7 +173,7 @@ private:
 
     void driverLoaded()
     {
-        if (!pc_.isRunning(vrServerExe))
+        if (!pc_.processes.isRunning(vrServerExe))
             return;
         driverRuns_ = true;
         if (options_.startServer) {
@@ -204,14 +205,14 @@ private:
         pc_.events.add(QStringLiteral("SteamVR closes"));
         int delay = options_.steamVrCloses;
         for (const QString &name : goingDown) {
-            if (!pc_.isRunning(name))
+            if (!pc_.processes.isRunning(name))
                 continue;
-            later(delay, [this, name] { pc_.endProcesses(name); });
+            later(delay, [this, name] { pc_.processes.endAll(name); });
             delay += options_.closingGap;
         }
     }
 
-    void processEnded(const SimProcess &process)
+    void processEnded(const processes::Entry &process)
     {
         // The driver lives in SteamVR's server and goes however that goes.
         if (process.name == vrServerExe && driverRuns_) {

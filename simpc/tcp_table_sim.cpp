@@ -12,8 +12,7 @@ Table read()
         table.error = *error;
         return table;
     }
-    for (const SimTcpRow &row : SimPc::current().tcpRows())
-        table.rows.push_back({row.localPort, row.pid});
+    table.rows = SimPc::current().ports.rows();
     return table;
 }
 

@@ -279,7 +279,7 @@ private slots:
         QFETCH(bool, blocks);
         ManualClock clock;
         SimPc pc(clock);
-        pc.openPort(pc.startProcess("node.exe"), static_cast<quint16>(port));
+        pc.ports.open(pc.processes.start("node.exe"), static_cast<quint16>(port));
         QCOMPARE(PcCheck::portBlockers(), blocks ? QStringList{"node.exe"} : QStringList{});
     }
 

@@ -53,12 +53,12 @@ private slots:
         QCOMPARE(watch.state(), SteamWatch::NoneSteam);
         QVERIFY(states.isEmpty()); // it was the state from the beginning
 
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         for (int i = 0; i < 4; ++i)
             watch.checkSteam();
         QCOMPARE(running.size(), 1);
         QCOMPARE(watch.state(), SteamWatch::Pass);
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         watch.checkSteam();
         QCOMPARE(running.size(), 2);
         QCOMPARE(watch.state(), SteamWatch::NoneSteam);
@@ -73,7 +73,7 @@ private slots:
         QSignalSpy states(&watch, &SteamWatch::stateChanged);
         watch.checkSteam();
         QVERIFY(watch.steamRunning());
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         watch.checkSteam();
         QVERIFY(!watch.steamRunning());
         QVERIFY(states.isEmpty());
@@ -84,7 +84,7 @@ private slots:
         PcFixture pc(dir(), steam(true, true));
         SteamWatch watch(pc.steam);
         QSignalSpy changes(&watch, &SteamWatch::steamVRRunningChanged);
-        pc.pc.startProcess("vrmonitor.exe");
+        pc.pc.processes.start("vrmonitor.exe");
         watch.checkSteamVR();
         watch.checkSteamVR();
         QCOMPARE(changes.size(), 1);

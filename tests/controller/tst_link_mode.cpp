@@ -22,7 +22,7 @@ struct Mode
         QObject::connect(&usb, &UsbHeadset::attached, [this] { done << "attached"; });
         QObject::connect(&mode, &LinkMode::toast, [this](const QString &text, int duration) {
             done << QStringLiteral("toast(%1,%2)").arg(text).arg(duration);
-            if (pc.pc.isRunning("vrserver.exe"))
+            if (pc.pc.processes.isRunning("vrserver.exe"))
                 done << "SteamVR still runs";
             if (lock.tryLock()) {
                 lock.unlock();
@@ -124,14 +124,14 @@ private slots:
         m.pc.clock.advance(4000);
         m.done.clear();
         m.pc.pc.journal.clear();
-        m.pc.pc.startProcess("vrserver.exe");
-        m.pc.pc.timeline.after(1500, [&] { m.pc.pc.endProcesses("vrserver.exe"); });
+        m.pc.pc.processes.start("vrserver.exe");
+        m.pc.pc.timeline.after(1500, [&] { m.pc.pc.processes.endAll("vrserver.exe"); });
         const qint64 slept = m.pc.clock.slept();
         m.mode.choose(LinkKind::Wired);
         QCOMPARE(m.done, QStringList({"adb", "toast(正在重启，请稍候,13000)", "SteamVR still runs",
                                       "not locked yet", "wiredChanged", "adb"}));
         QVERIFY(m.pc.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
-        QVERIFY(!m.pc.pc.isRunning("vrserver.exe"));
+        QVERIFY(!m.pc.pc.processes.isRunning("vrserver.exe"));
         QVERIFY(m.pc.clock.slept() - slept >= 1500 + 2500 + 500);
         QVERIFY(m.lock.tryLock()); // let go again
         m.lock.unlock();
@@ -176,7 +176,7 @@ private slots:
         writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":60}}})");
         m.mode.choose(LinkKind::Wireless);
         m.pc.clock.advance(4000);
-        m.pc.pc.startProcess("vrserver.exe");
+        m.pc.pc.processes.start("vrserver.exe");
         writeFile("session.json", "{}");
         QStringList stops;
         m.pc.pc.journal.onLine([&](const QString &line) {
@@ -235,15 +235,15 @@ private slots:
         QCOMPARE(m.pc.adbLines, QStringList{"adb devices && adb forward --list"});
 
         m.flow.usbAttached("D3USB");
-        m.pc.pc.startProcess("adb.exe");
+        m.pc.pc.processes.start("adb.exe");
         QStringList seen; // by a page that hears of the change
         connect(&m.mode, &LinkMode::wiredChanged, [&] {
-            seen << m.flow.connectedSerial() << (m.pc.pc.isRunning("adb.exe") ? "runs" : "ended");
+            seen << m.flow.connectedSerial() << (m.pc.pc.processes.isRunning("adb.exe") ? "runs" : "ended");
         });
         m.mode.choose(LinkKind::Wireless);
         QCOMPARE(seen, QStringList({"D3USB", "runs"}));
         QCOMPARE(m.flow.connectedSerial(), QString());
-        QVERIFY(!m.pc.pc.isRunning("adb.exe"));
+        QVERIFY(!m.pc.pc.processes.isRunning("adb.exe"));
     }
 };
 

@@ -214,7 +214,7 @@ private slots:
         SteamOptions options = steamRunning();
         options.steamVrRunning = true;
         ControllerFixture f(dir(), options);
-        QVERIFY(f.pc.isRunning("vrserver.exe"));
+        QVERIFY(f.pc.processes.isRunning("vrserver.exe"));
         f.orb();
         QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(f.pc.journal.lines().last().contains("steam://rungameid/250820"));
@@ -228,12 +228,12 @@ private slots:
         f.server.headsets = {{"D3A0123456", "10.0.0.7", false}};
         f.server.reportedId = "D3A0123456";
         f.pc.events.onLine(
-            [&](const QString &) { f.server.present = f.pc.isRunning("vrserver.exe"); });
+            [&](const QString &) { f.server.present = f.pc.processes.isRunning("vrserver.exe"); });
         f.orb();
         announce("[steam] hasLaunchSteamVR:false; switch: 1");
         for (int i = 0; i < 90 && !f.orb().vrIsConnect(); ++i) {
             f.pass(1000);
-            f.server.present = f.pc.isRunning("vrserver.exe");
+            f.server.present = f.pc.processes.isRunning("vrserver.exe");
         }
         QVERIFY(f.orb().vrIsConnect());
         QVERIFY(f.orb().haslaunchSteam());
@@ -261,7 +261,7 @@ private slots:
         const qint64 slept = f.clock.slept();
         f.close();
         QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
-        QVERIFY(!f.pc.isRunning("vrserver.exe"));
+        QVERIFY(!f.pc.processes.isRunning("vrserver.exe"));
         QVERIFY(f.clock.slept() - slept >= 1000 + 2500);
         const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
         QCOMPARE(set.value("lastSn").toString(), QString("D2NEW"));
@@ -438,18 +438,18 @@ private slots:
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(4000);
-        f.pc.startProcess("adb.exe");
+        f.pc.processes.start("adb.exe");
         f.orb().setProperty("wired", false);
-        QVERIFY(!f.pc.isRunning("adb.exe"));
+        QVERIFY(!f.pc.processes.isRunning("adb.exe"));
         QCOMPARE(f.count("wiredChange"), 1);
     }
 
     void shutdownAdbEndsItToo()
     {
         ControllerFixture f(dir());
-        f.pc.startProcess("adb.exe");
+        f.pc.processes.start("adb.exe");
         f.orb().shutdownADB();
-        QVERIFY(!f.pc.isRunning("adb.exe"));
+        QVERIFY(!f.pc.processes.isRunning("adb.exe"));
     }
 
     void stoppingSteamEndsThePollAndSteamVR()
@@ -458,10 +458,10 @@ private slots:
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(10000);
-        QVERIFY(f.pc.isRunning("vrserver.exe"));
+        QVERIFY(f.pc.processes.isRunning("vrserver.exe"));
         f.orb().stopSteam();
         f.orb().stopSteam(); // harmless
-        QVERIFY(!f.pc.isRunning("vrserver.exe"));
+        QVERIFY(!f.pc.processes.isRunning("vrserver.exe"));
         f.emitted.clear();
         f.pass(20000);
         QCOMPARE(f.count("handleEvent"), 0);
@@ -705,15 +705,15 @@ private slots:
     {
         ControllerFixture f(dir());
         f.orb().checkPortUsage();
-        const quint32 helper = f.pc.startProcess("vrserver.exe");
-        f.pc.openPort(helper, 9943);
-        f.pc.openPort(f.pc.startProcess("adb.exe"), 50000);
-        f.pc.openPort(f.pc.startProcess("steam.exe"), 50001);
+        const quint32 helper = f.pc.processes.start("vrserver.exe");
+        f.pc.ports.open(helper, 9943);
+        f.pc.ports.open(f.pc.processes.start("adb.exe"), 50000);
+        f.pc.ports.open(f.pc.processes.start("steam.exe"), 50001);
         f.orb().checkPortUsage();
         QVERIFY(f.emitted.isEmpty());
 
-        f.pc.openPort(f.pc.startProcess("node.exe"), 9944);
-        f.pc.openPort(f.pc.startProcess("nginx.exe"), 9943);
+        f.pc.ports.open(f.pc.processes.start("node.exe"), 9944);
+        f.pc.ports.open(f.pc.processes.start("nginx.exe"), 9943);
         f.orb().checkPortUsage();
         QCOMPARE(f.emitted, QStringList{"showUseProtPage(node.exe, nginx.exe)"});
     }

@@ -131,12 +131,12 @@ private slots:
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(20000);
-        QVERIFY(f.pc.isRunning("vrserver.exe"));
+        QVERIFY(f.pc.processes.isRunning("vrserver.exe"));
         announceMisses(3);
         f.pc.journal.clear();
         f.orb().setEffects(1, 1, 1, false, false, false, false);
         QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
-        QVERIFY(!f.pc.isRunning("vrserver.exe"));
+        QVERIFY(!f.pc.processes.isRunning("vrserver.exe"));
         QVERIFY(!f.pc.journal.lines().contains("launch explorer steam://rungameid/250820"));
         f.pass(10000);
         QVERIFY(f.pc.journal.lines().contains("launch explorer steam://rungameid/250820"));

@@ -62,7 +62,7 @@ private slots:
     {
         SteamOptions options;
         options.steamInstalled = false;
-        ControllerFixture f(dir(), options, [](SimPc &pc) { pc.startProcess("steam.exe"); });
+        ControllerFixture f(dir(), options, [](SimPc &pc) { pc.processes.start("steam.exe"); });
         f.orb().setProperty("wired", false);
         QCOMPARE(f.count("steamStateChange"), 0);
         QCOMPARE(f.orb().steamState(), ORBManager::NoneSteam);
@@ -173,10 +173,10 @@ private slots:
         emit f.adb.deviceConnect(true, "D2USB");
         QVERIFY(f.orb().hasEnumdevices());
         f.clock.advance(4000);
-        f.pc.startProcess("adb.exe");
+        f.pc.processes.start("adb.exe");
         f.orb().setProperty("wired", false);
         QVERIFY(!f.orb().hasEnumdevices());
-        QVERIFY(!f.pc.isRunning("adb.exe"));
+        QVERIFY(!f.pc.processes.isRunning("adb.exe"));
     }
 
     void adbIsAskedAtOnceWhenTheCableIsChosen_data()

@@ -101,7 +101,7 @@ private slots:
     void theWirelessLooksComeInTheirOrder()
     {
         Polled p(dir());
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.pc.pc.setAcLine(std::nullopt);
         p.pc.pc.setWaveOuts({{6, "Cinema"}});
         p.pc.pc.setNetworkProfileText("Public");
@@ -123,7 +123,7 @@ private slots:
     void theAudioWarningLastsAsLongAsItsReason()
     {
         Polled p(dir());
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.pc.pc.setWaveOuts({});
         QVERIFY(p.run().contains(audioWarning));
         QVERIFY(p.run().contains(audioWarning));
@@ -134,14 +134,14 @@ private slots:
     void aPrivateNetworkIsNotPromptedFor()
     {
         Polled p(dir());
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         QVERIFY(!p.run().contains("publicNetwork"));
     }
 
     void theWiredLooksComeInTheirOrderAndLeaveTheListAlone()
     {
         Polled p(dir());
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.kind = LinkKind::Wired;
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
         QVERIFY(p.flow.requestReport(LinkKind::Wireless)); // a headset on Wi-Fi is known
@@ -157,7 +157,7 @@ private slots:
     void theNetworkIsNeverAskedForInWiredMode()
     {
         Polled p(dir());
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.pc.pc.setNetworkProfileText("Public");
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
@@ -172,7 +172,7 @@ private slots:
     {
         Polled p(dir());
         p.kind = LinkKind::Wired;
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
         p.flow.usbAttached("PA7910");
@@ -188,7 +188,7 @@ private slots:
     {
         Polled p(dir());
         p.pc.server.present = false;
-        p.pc.pc.startProcess("vrmonitor.exe");
+        p.pc.pc.processes.start("vrmonitor.exe");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Server));
         p.pc.server.present = true;

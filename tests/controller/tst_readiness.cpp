@@ -42,7 +42,7 @@ private slots:
         QSignalSpy toasts(&readiness, &Readiness::toast);
         readiness.startUp();
         QCOMPARE(pc.pool.size(), size_t(1));
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         pc.clock.advance(1999);
         QVERIFY(toasts.isEmpty());
         pc.clock.advance(1);
@@ -74,12 +74,12 @@ private slots:
         QCOMPARE(readiness.state(), Readiness::NoneSteam);
         QVERIFY(states.isEmpty()); // it was the state from the beginning
 
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         for (int i = 0; i < 4; ++i)
             readiness.lookForSteam();
         QCOMPARE(running.size(), 1);
         QCOMPARE(readiness.state(), Readiness::Pass);
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         readiness.lookForSteam();
         QCOMPARE(running.size(), 2);
         QCOMPARE(readiness.state(), Readiness::NoneSteam);
@@ -94,7 +94,7 @@ private slots:
         QSignalSpy states(&readiness, &Readiness::stateChanged);
         readiness.lookForSteam();
         QVERIFY(readiness.steamRunning());
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         readiness.lookForSteam();
         QVERIFY(!readiness.steamRunning());
         QVERIFY(states.isEmpty());
@@ -147,7 +147,7 @@ private slots:
         PcFixture pc(dir(), steam(true, true));
         Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
         QSignalSpy changes(&readiness, &Readiness::steamVRRunningChanged);
-        pc.pc.startProcess("vrmonitor.exe");
+        pc.pc.processes.start("vrmonitor.exe");
         readiness.lookForSteamVR();
         readiness.lookForSteamVR();
         QCOMPARE(changes.size(), 1);

@@ -68,19 +68,19 @@ private slots:
     void theToastComesBeforeTheStop()
     {
         Settings s(dir());
-        s.pc.pc.startProcess("vrserver.exe");
+        s.pc.pc.processes.start("vrserver.exe");
         bool running = false;
         connect(&s.settings, &StreamingSettings::toast,
-                [&] { running = s.pc.pc.isRunning("vrserver.exe"); });
+                [&] { running = s.pc.pc.processes.isRunning("vrserver.exe"); });
         s.settings.setEffects({}, LinkKind::Wireless, "D3");
         QVERIFY(running);
-        QVERIFY(!s.pc.pc.isRunning("vrserver.exe"));
+        QVERIFY(!s.pc.pc.processes.isRunning("vrserver.exe"));
     }
 
     void theLockIsHeldFromTheStopToTheFiles()
     {
         Settings s(dir());
-        s.pc.pc.startProcess("vrserver.exe");
+        s.pc.pc.processes.start("vrserver.exe");
         writeFile("session.json", R"({"sessionSettings":{"video":{"preferredFps":1}}})");
         const QByteArray session = readFile("session.json");
         int stops = 0;

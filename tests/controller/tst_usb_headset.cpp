@@ -72,9 +72,9 @@ private slots:
         Cable cable(dir());
         cable.usb.watch();
         emit cable.adb.deviceConnect(true, "D3USB");
-        cable.pc.startProcess("adb.exe");
+        cable.pc.processes.start("adb.exe");
         cable.usb.stop();
-        QVERIFY(!cable.pc.isRunning("adb.exe"));
+        QVERIFY(!cable.pc.processes.isRunning("adb.exe"));
         QVERIFY(cable.usb.serial() == QString("D3USB"));
         QCOMPARE(cable.said, QStringList{"attached D3USB"});
     }

@@ -331,7 +331,7 @@ void ScenarioTest::leftOutKeysHaveTheirDefaults()
     QCOMPARE(pc.networkProfileText(), QString("NetworkCategory  : Private"));
     QCOMPARE(pc.waveOuts().size(), size_t(1));
     QCOMPARE(pc.waveOuts()[0].channels, 2);
-    QVERIFY(pc.processes().empty());
+    QVERIFY(pc.processes.list().empty());
 }
 
 void ScenarioTest::everyKeyOfThePcArrives()
@@ -366,9 +366,9 @@ void ScenarioTest::everyKeyOfThePcArrives()
     QCOMPARE(pc.waveOuts()[0].name, QString("TV"));
     QCOMPARE(pc.waveOuts()[0].channels, 6);
     QCOMPARE(pc.waveOuts()[1].channels, 2);
-    QCOMPARE(pc.processes().size(), size_t(2));
-    QCOMPARE(pc.processes()[0].name, QString("adb.exe"));
-    QCOMPARE(pc.processes()[0].path, QString("C:\\adb.exe"));
+    QCOMPARE(pc.processes.list().size(), size_t(2));
+    QCOMPARE(pc.processes.list()[0].name, QString("adb.exe"));
+    QCOMPARE(pc.processes.modulePath(pc.processes.list()[0].pid), QString("C:\\adb.exe"));
     // How it was from the beginning is no news.
     QCOMPARE(pc.events.lines(), QStringList());
 }
@@ -405,10 +405,10 @@ void ScenarioTest::everyKeyOfTheHardwareArrives()
     QCOMPARE(drivers[1].version, quint64(0x0001'0002'0003'0004));
     QCOMPARE(pc.runCommand("netsh show").value(), QByteArray("printf %s 'it'\\''s 100%s\n'"));
     QVERIFY(!pc.runCommand("other"));
-    QCOMPARE(pc.tcpRows().size(), size_t(2));
-    QCOMPARE(pc.tcpRows()[0].localPort, quint16(9943));
-    QCOMPARE(pc.tcpRows()[1].localPort, quint16(80));
-    QCOMPARE(pc.tcpRows()[1].pid, pc.processes()[0].pid);
+    QCOMPARE(pc.ports.rows().size(), size_t(2));
+    QCOMPARE(pc.ports.rows()[0].localPort, quint16(9943));
+    QCOMPARE(pc.ports.rows()[1].localPort, quint16(80));
+    QCOMPARE(pc.ports.rows()[1].pid, pc.processes.list()[0].pid);
 }
 
 void ScenarioTest::whatDirect3DAnswersIsAWord_data()
@@ -567,10 +567,10 @@ void ScenarioTest::aBuiltPcIsAsDescribed()
         pc.registry.text("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam", "InstallPath")
             .value_or("-"),
         QString("D:\\S"));
-    QVERIFY(pc.isRunning("steam.exe"));
+    QVERIFY(pc.processes.isRunning("steam.exe"));
     QVERIFY(pc.launch({"explorer", "steam://rungameid/250820", false}).started);
     clock.advance(60000);
-    QVERIFY(pc.isRunning("vrserver.exe"));
+    QVERIFY(pc.processes.isRunning("vrserver.exe"));
 }
 
 void ScenarioTest::theTimelineChangesThePcAndTellsSo()
@@ -590,15 +590,15 @@ void ScenarioTest::theTimelineChangesThePcAndTellsSo()
     QCOMPARE(pc.acLine().value_or(-1), 0);
     QCOMPARE(pc.networkProfileText(), QString("NetworkCategory  : Public"));
     QCOMPARE(pc.waveOuts()[0].channels, 6);
-    QVERIFY(pc.isRunning("a.exe"));
-    QVERIFY(!pc.isRunning("b.exe"));
+    QVERIFY(pc.processes.isRunning("a.exe"));
+    QVERIFY(!pc.processes.isRunning("b.exe"));
     clock.advance(10000);
     QVERIFY(pc.waveOuts().empty());
-    QVERIFY(pc.isRunning("b.exe"));
+    QVERIFY(pc.processes.isRunning("b.exe"));
     clock.advance(10499);
-    QVERIFY(pc.isRunning("a.exe"));
+    QVERIFY(pc.processes.isRunning("a.exe"));
     clock.advance(1);
-    QVERIFY(!pc.isRunning("a.exe"));
+    QVERIFY(!pc.processes.isRunning("a.exe"));
     QVERIFY(!pc.acLine());
     QCOMPARE(pc.recordingDevices(), QStringList({"Mic"}));
     QCOMPARE(pc.events.lines(),

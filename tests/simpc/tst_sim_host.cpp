@@ -154,14 +154,14 @@ private:
     {
         QVERIFY(host.pc().launch({"explorer", "steam://rungameid/250820", false}).started);
         clock.advance(30000);
-        QVERIFY(host.pc().isRunning("vrserver.exe"));
+        QVERIFY(host.pc().processes.isRunning("vrserver.exe"));
     }
     static void stopSteamVr(SimHost &host, ManualClock &clock)
     {
         const QString tool = SteamOptions().steamVrPath + "\\bin\\win64\\vrstartup.exe";
         QVERIFY(host.pc().launch({tool, "-shutdown", true}).started);
         clock.advance(30000);
-        QVERIFY(!host.pc().isRunning("vrserver.exe"));
+        QVERIFY(!host.pc().processes.isRunning("vrserver.exe"));
     }
 };
 
@@ -497,7 +497,7 @@ void SimHostTest::endingTheHostEndsTheServer()
     QCOMPARE(assistant.line(), QByteArray("<closed>"));
     if (stopped) {
         QCOMPARE(host->serverPid(), qint64(0));
-        QVERIFY(host->pc().isRunning("vrserver.exe"));
+        QVERIFY(host->pc().processes.isRunning("vrserver.exe"));
     }
 }
 

@@ -33,7 +33,7 @@ private slots:
     void happeningsHaveAListOfTheirOwn();
     void aFailingPowerQuestionHasNoAnswer();
     void everyHeadsetThatComesOrGoesIsToldOf();
-    void guestsCountAsProcessesAndCanBeEnded();
+    void processesOfTheRealMachineCountAndCanBeEnded();
 };
 
 void SimPcTest::everyHeadsetThatComesOrGoesIsToldOf()
@@ -56,23 +56,24 @@ void SimPcTest::everyHeadsetThatComesOrGoesIsToldOf()
                           identity + "A", identity + "C", "cable of 2", "cable of 0"}));
 }
 
-void SimPcTest::guestsCountAsProcessesAndCanBeEnded()
+void SimPcTest::processesOfTheRealMachineCountAndCanBeEnded()
 {
     ManualClock clock;
     SimPc pc(clock);
-    std::vector<SimProcess> guests = {{9000, "adb.exe", "/opt/adb"}};
-    pc.setGuests({[&guests] { return guests; },
-                  [&guests](quint32 pid) {
-                      if (!guests.empty() && guests[0].pid == pid)
-                          guests.clear();
-                  }});
-    const quint32 own = pc.startProcess("steam.exe");
-    QCOMPARE(pc.processes().size(), size_t(2));
-    QCOMPARE(pc.processes()[1].path, QString("/opt/adb"));
-    pc.endProcess(own);
-    QVERIFY(pc.isRunning("adb.exe"));
-    pc.endProcess(9000);
-    QVERIFY(!pc.isRunning("adb.exe"));
+    std::vector<processes::Entry> real = {{9000, "adb.exe"}};
+    pc.processes.setHostProcesses({[&real] { return real; },
+                                   [](quint32 pid) { return QString("/opt/adb-%1").arg(pid); },
+                                   [&real](quint32 pid) {
+                                       if (!real.empty() && real[0].pid == pid)
+                                           real.clear();
+                                   }});
+    const quint32 own = pc.processes.start("steam.exe");
+    QCOMPARE(pc.processes.list().size(), size_t(2));
+    QCOMPARE(pc.processes.modulePath(pc.processes.list()[1].pid), QString("/opt/adb-9000"));
+    pc.processes.end(own);
+    QVERIFY(pc.processes.isRunning("adb.exe"));
+    pc.processes.end(9000);
+    QVERIFY(!pc.processes.isRunning("adb.exe"));
 }
 
 void SimPcTest::theNewestPcIsTheCurrentOneUntilItGoes()
@@ -137,30 +138,30 @@ void SimPcTest::processesKeepTheirOrderAndHaveDifferentPids()
 {
     ManualClock clock;
     SimPc pc(clock);
-    const quint32 first = pc.startProcess("b.exe", "C:\\b.exe");
-    const quint32 second = pc.startProcess("a.exe");
+    const quint32 first = pc.processes.start("b.exe", "C:\\b.exe");
+    const quint32 second = pc.processes.start("a.exe");
     QVERIFY(first != second);
-    const std::vector<SimProcess> all = pc.processes();
+    const std::vector<processes::Entry> all = pc.processes.list();
     QCOMPARE(all.size(), size_t(2));
     QCOMPARE(all[0].name, QString("b.exe"));
-    QCOMPARE(all[0].path, QString("C:\\b.exe"));
+    QCOMPARE(pc.processes.modulePath(first), QString("C:\\b.exe"));
     QCOMPARE(all[0].pid, first);
     QCOMPARE(all[1].pid, second);
-    pc.endProcess(first);
-    QVERIFY(!pc.isRunning("b.exe"));
-    QVERIFY(pc.isRunning("a.exe"));
+    pc.processes.end(first);
+    QVERIFY(!pc.processes.isRunning("b.exe"));
+    QVERIFY(pc.processes.isRunning("a.exe"));
 }
 
 void SimPcTest::endingByNameEndsAllOfThatNameInThatLetterCase()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.startProcess("adb.exe");
-    pc.startProcess("Adb.exe");
-    pc.startProcess("adb.exe");
-    pc.endProcesses("adb.exe");
-    QCOMPARE(pc.processes().size(), size_t(1));
-    QVERIFY(pc.isRunning("Adb.exe"));
+    pc.processes.start("adb.exe");
+    pc.processes.start("Adb.exe");
+    pc.processes.start("adb.exe");
+    pc.processes.endAll("adb.exe");
+    QCOMPARE(pc.processes.list().size(), size_t(1));
+    QVERIFY(pc.processes.isRunning("Adb.exe"));
 }
 
 void SimPcTest::whoeverEndsAProcessTheListenerHearsOfIt()
@@ -168,17 +169,17 @@ void SimPcTest::whoeverEndsAProcessTheListenerHearsOfIt()
     ManualClock clock;
     SimPc pc(clock);
     QStringList ended;
-    pc.onProcessEnded([&](const SimProcess &process) {
+    pc.processes.onEnded([&](const processes::Entry &process) {
         // It is gone by then.
-        ended.append(process.name + (pc.isRunning(process.name) ? " still" : " gone"));
+        ended.append(process.name + (pc.processes.isRunning(process.name) ? " still" : " gone"));
     });
-    const quint32 pid = pc.startProcess("a.exe");
-    pc.startProcess("b.exe");
-    pc.endProcess(pid);
-    pc.endProcess(pid);
-    pc.timeline.after(5, [&] { pc.endProcesses("b.exe"); });
+    const quint32 pid = pc.processes.start("a.exe");
+    pc.processes.start("b.exe");
+    pc.processes.end(pid);
+    pc.processes.end(pid);
+    pc.timeline.after(5, [&] { pc.processes.endAll("b.exe"); });
     clock.advance(5);
-    QVERIFY(!pc.isRunning("b.exe"));
+    QVERIFY(!pc.processes.isRunning("b.exe"));
     QCOMPARE(ended, QStringList({"a.exe gone", "b.exe gone"}));
 }
 
@@ -305,7 +306,7 @@ void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
         pc.setAcLine(0);
         halfway.release();
         QVERIFY(goOn.acquire());
-        pc.startProcess("steam.exe");
+        pc.processes.start("steam.exe");
     });
     clock.advance(10);
     std::thread other([&] { pc.timeline.settle(); });
@@ -314,7 +315,7 @@ void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
     bool seen = false;
     std::thread asker([&] {
         asked = true;
-        seen = pc.isRunning("steam.exe");
+        seen = pc.processes.isRunning("steam.exe");
     });
     while (!asked)
         std::this_thread::yield();
@@ -351,7 +352,7 @@ void SimPcTest::theJournalHoldsTheProgramsDeedsOnly()
     pc.journal.onLine([&](const QString &line) { heard.append(line); });
     pc.journal.add("cell write 0");
     pc.setAcLine(0);
-    pc.startProcess("steam.exe");
+    pc.processes.start("steam.exe");
     pc.events.add("Steam appears");
     QCOMPARE(pc.journal.lines(), QStringList({"cell write 0"}));
     QCOMPARE(heard, pc.journal.lines());

@@ -63,7 +63,7 @@ struct World
     QStringList running() const
     {
         QStringList names;
-        for (const SimProcess &process : pc.processes())
+        for (const processes::Entry &process : pc.processes.list())
             names.append(process.name);
         return names;
     }
@@ -167,7 +167,8 @@ void SteamWorldTest::whatRunsAtTheBeginningRuns()
     w.options.steamVrRunning = true;
     w.install();
     QVERIFY(w.steamVrIsUp());
-    QCOMPARE(w.pc.processes()[2].path, QString(vrStartup).replace("vrstartup.exe", "vrserver.exe"));
+    QCOMPARE(w.pc.processes.modulePath(w.pc.processes.list()[2].pid),
+             QString(vrStartup).replace("vrstartup.exe", "vrserver.exe"));
     QCOMPARE(w.pc.events.lines(), QStringList());
 }
 
@@ -182,7 +183,7 @@ void SteamWorldTest::steamAppearsSomeTimeAfterItsLaunch()
     QCOMPARE(w.pc.events.lines(), QStringList());
     w.clock.advance(1);
     QCOMPARE(w.running(), QStringList("steam.exe"));
-    QCOMPARE(w.pc.processes()[0].path, steamProgram);
+    QCOMPARE(w.pc.processes.modulePath(w.pc.processes.list()[0].pid), steamProgram);
     QCOMPARE(w.pc.events.lines(), QStringList("Steam appears"));
 }
 
@@ -199,7 +200,7 @@ void SteamWorldTest::aSecondLaunchOfSteamBringsNoSecondSteam()
     QCOMPARE(w.running(), QStringList("steam.exe"));
 
     // But once it has ended, it comes again.
-    w.pc.endProcesses("steam.exe");
+    w.pc.processes.endAll("steam.exe");
     w.pc.launch({steamProgram, "-silent", true});
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
@@ -452,7 +453,7 @@ void SteamWorldTest::shutdownEndsAlsoTheTour()
     w.installReady();
     w.openUrl();
     w.clock.advance(60000);
-    w.pc.startProcess("steamtours.exe");
+    w.pc.processes.start("steamtours.exe");
     w.shutDown();
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
@@ -561,7 +562,7 @@ void SteamWorldTest::theStreamingServerGoesHoweverSteamVrsServerEnds()
     w.openUrl();
     w.clock.advance(60000);
     w.pc.timeline.settle();
-    w.pc.endProcesses("vrserver.exe");
+    w.pc.processes.endAll("vrserver.exe");
     QCOMPARE(w.server(), QStringList({"start", "stop"}));
     w.shutDown();
     w.clock.advance(60000);
@@ -577,20 +578,20 @@ void SteamWorldTest::aKilledSteamVrCanBeStartedAgain()
     w.clock.advance(60000);
     w.pc.timeline.settle();
     for (const QString &name : allOfSteamVr)
-        w.pc.endProcesses(name);
+        w.pc.processes.endAll(name);
     w.openUrl();
     w.clock.advance(60000);
     QVERIFY(w.steamVrIsUp());
     QCOMPARE(w.server(), QStringList({"start", "stop", "start"}));
 
     // Killed before the driver was loaded: then it is not loaded.
-    w.pc.endProcesses("vrserver.exe");
+    w.pc.processes.endAll("vrserver.exe");
     w.shutDown();
     w.clock.advance(60000);
     w.openUrl();
     w.clock.advance(3300);
-    QVERIFY(w.pc.isRunning("vrserver.exe"));
-    w.pc.endProcesses("vrserver.exe");
+    QVERIFY(w.pc.processes.isRunning("vrserver.exe"));
+    w.pc.processes.endAll("vrserver.exe");
     w.clock.advance(60000);
     w.pc.timeline.settle();
     QCOMPARE(w.server(), QStringList({"start", "stop", "start", "stop"}));
@@ -608,7 +609,7 @@ void SteamWorldTest::aShutdownThatOthersFinishedDoesNotTouchTheNextRun()
     QVERIFY(w.steamVrIsUp());
     w.shutDown();
     for (const QString &name : allOfSteamVr)
-        w.pc.endProcesses(name);
+        w.pc.processes.endAll(name);
     w.openUrl();
     w.clock.advance(60000);
     QVERIFY(w.steamVrIsUp());

@@ -54,7 +54,7 @@ void SteamFixture::installSteamVR(const QString &path)
 
 void SteamFixture::steamRuns()
 {
-    pc.startProcess("steam.exe");
+    pc.processes.start("steam.exe");
     for (int i = 0; i < 4; ++i)
         steam().hasLaunchSteam();
 }

@@ -88,7 +88,7 @@ private slots:
     void steamThatRunsAtStartUpCountsAtOnce()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         pc.steam();
         clearLog();
         QVERIFY(pc.steam().hasLaunchSteam());
@@ -98,11 +98,11 @@ private slots:
     void afterOneMissItTakesFourLooks()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         QVERIFY(pc.steam().hasLaunchSteam());
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         QVERIFY(!pc.steam().hasLaunchSteam());
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         QVERIFY(!pc.steam().hasLaunchSteam());
         QVERIFY(!pc.steam().hasLaunchSteam());
         QVERIFY(!pc.steam().hasLaunchSteam());
@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(logged().last(),
                  QString("[steam] not launch steam,true num:0,ret:false; external_drivers: true"));
         pc.writeVrPath(R"({"external_drivers":null})");
-        pc.pc.startProcess("steam.exe");
+        pc.pc.processes.start("steam.exe");
         pc.steam().hasLaunchSteam();
         QCOMPARE(logged().last(),
                  QString("[steam] lanunched steam,true num:1,ret:false; external_drivers: false"));
@@ -126,23 +126,23 @@ private slots:
     void aProcessOfAnotherLetterCaseIsNotSteam()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("Steam.exe");
+        pc.pc.processes.start("Steam.exe");
         QVERIFY(!pc.steam().hasLaunchSteam());
     }
 
     void steamVRCountsAsStoppedAfterTwoMisses()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("vrmonitor.exe");
+        pc.pc.processes.start("vrmonitor.exe");
         QVERIFY(pc.steam().hasLaunchSteamVR());
-        pc.pc.endProcesses("vrmonitor.exe");
+        pc.pc.processes.endAll("vrmonitor.exe");
         announce("[steam] hasLaunchSteamVR:false; switch: 1");
         QVERIFY(pc.steam().hasLaunchSteamVR());
         announce("[steam] hasLaunchSteamVR:false; switch: 2");
         QVERIFY(!pc.steam().hasLaunchSteamVR());
-        pc.pc.startProcess("vrmonitor.exe");
+        pc.pc.processes.start("vrmonitor.exe");
         QVERIFY(pc.steam().hasLaunchSteamVR());
-        pc.pc.endProcesses("vrmonitor.exe");
+        pc.pc.processes.endAll("vrmonitor.exe");
         announce("[steam] hasLaunchSteamVR:false; switch: 1");
         QVERIFY(pc.steam().hasLaunchSteamVR());
     }

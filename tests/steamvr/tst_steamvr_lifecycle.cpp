@@ -44,10 +44,10 @@ private slots:
     void whileSteamDoesNotCountAsRunningNothingHappens()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("steam.exe");
-        pc.pc.endProcesses("steam.exe");
+        pc.pc.processes.start("steam.exe");
+        pc.pc.processes.endAll("steam.exe");
         pc.steam().hasLaunchSteam();
-        pc.pc.startProcess("steam.exe"); // seen once only
+        pc.pc.processes.start("steam.exe"); // seen once only
         clearLog();
         pc.steam().startSteamVR();
         QVERIFY(pc.pc.journal.lines().isEmpty());
@@ -127,15 +127,15 @@ private slots:
         QFETCH(QString, process);
         SteamFixture pc(dir());
         pc.installSteamVR("D:\\VR");
-        pc.pc.startProcess(process);
+        pc.pc.processes.start(process);
         pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
-            pc.pc.timeline.after(3500, [&] { pc.pc.endProcesses(process); });
+            pc.pc.timeline.after(3500, [&] { pc.pc.processes.endAll(process); });
             return SimLaunchResult{true, 0, true, 500};
         });
         pc.steam().stopSteamVR();
         QCOMPARE(pc.pc.journal.lines(),
                  QStringList{"launch D:\\VR\\bin\\win64\\vrstartup.exe -shutdown (hidden)"});
-        QVERIFY(!pc.pc.isRunning(process));
+        QVERIFY(!pc.pc.processes.isRunning(process));
         // 500 for the command, three rounds of 1000 until 3500 are over, 2500 more.
         QCOMPARE(pc.clock.slept(), 500 + 3 * 1000 + 2500);
     }
@@ -144,20 +144,20 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.installSteamVR("D:\\" + QString(260, 'V'));
-        pc.pc.startProcess("vrserver.exe");
-        pc.pc.timeline.after(1500, [&] { pc.pc.endProcesses("vrserver.exe"); });
+        pc.pc.processes.start("vrserver.exe");
+        pc.pc.timeline.after(1500, [&] { pc.pc.processes.endAll("vrserver.exe"); });
         pc.steam().stopSteamVR();
         QCOMPARE(pc.pc.journal.lines(), QStringList());
-        QVERIFY(!pc.pc.isRunning("vrserver.exe"));
+        QVERIFY(!pc.pc.processes.isRunning("vrserver.exe"));
     }
 
     void aShutdownCommandThatRunsOnIsWaitedForFiveSeconds()
     {
         SteamFixture pc(dir());
         pc.installSteamVR();
-        pc.pc.startProcess("vrserver.exe");
+        pc.pc.processes.start("vrserver.exe");
         pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
-            pc.pc.endProcesses("vrserver.exe");
+            pc.pc.processes.endAll("vrserver.exe");
             return SimLaunchResult{true, 0, true, -1};
         });
         pc.steam().stopSteamVR();
@@ -167,8 +167,8 @@ private slots:
     void withoutSteamVRInstalledStopWaitsForTheProcessesAllTheSame()
     {
         SteamFixture pc(dir());
-        pc.pc.startProcess("vrcompositor.exe");
-        pc.pc.timeline.after(60500, [&] { pc.pc.endProcesses("vrcompositor.exe"); });
+        pc.pc.processes.start("vrcompositor.exe");
+        pc.pc.timeline.after(60500, [&] { pc.pc.processes.endAll("vrcompositor.exe"); });
         pc.steam().stopSteamVR();
         QVERIFY(pc.pc.journal.lines().isEmpty());
         QCOMPARE(pc.clock.slept(), 61000 + 2500);
@@ -222,10 +222,10 @@ private slots:
         SteamFixture pc(dir());
         pc.steamRuns();
         pc.installSteamVR();
-        pc.pc.startProcess("vrserver.exe");
+        pc.pc.processes.start("vrserver.exe");
         pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
-            pc.pc.endProcesses("vrserver.exe");
+            pc.pc.processes.endAll("vrserver.exe");
             return SimLaunchResult{};
         });
         QSignalSpy toasts(&pc.steam(), &SteamManager::showToast);

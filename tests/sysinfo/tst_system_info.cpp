@@ -339,8 +339,8 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.startProcess("adb.exe", "C:/one/adb.exe");
-        pc.startProcess("adb.exe", "C:/two/adb.exe");
+        pc.processes.start("adb.exe", "C:/one/adb.exe");
+        pc.processes.start("adb.exe", "C:/two/adb.exe");
         QVERIFY(SystemInfo::isProcessRunning("adb.exe"));
         QVERIFY(!SystemInfo::isProcessRunning("ADB.exe"));
         QVERIFY(!SystemInfo::isProcessRunning("adb"));
@@ -352,7 +352,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.startProcess("串流.exe", "C:/串流.exe");
+        pc.processes.start("串流.exe", "C:/串流.exe");
         QCOMPARE(SystemInfo::isProcessRunning("串流.exe"),
                  QString("串流").toLocal8Bit() == QString("串流").toUtf8());
         QVERIFY(!SystemInfo::isProcessRunning(""));
@@ -362,11 +362,11 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.startProcess("adb.exe", "C:/one/adb.exe");
-        const quint32 pid = pc.startProcess("adb.exe", "C:/two/adb.exe");
+        pc.processes.start("adb.exe", "C:/one/adb.exe");
+        const quint32 pid = pc.processes.start("adb.exe", "C:/two/adb.exe");
         QCOMPARE(SystemInfo::modulePathOf(pid), QString("C:/two/adb.exe"));
         QCOMPARE(SystemInfo::modulePathOf(pid + 1), QString());
-        pc.endProcess(pid);
+        pc.processes.end(pid);
         QCOMPARE(SystemInfo::modulePathOf(pid), QString());
     }
 
@@ -374,15 +374,15 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.startProcess("adb.exe");
-        pc.startProcess("Adb.exe");
-        pc.startProcess("steam.exe");
-        pc.startProcess("adb.exe");
+        pc.processes.start("adb.exe");
+        pc.processes.start("Adb.exe");
+        pc.processes.start("steam.exe");
+        pc.processes.start("adb.exe");
         SystemInfo::killProcesses({"ADB.EXE", "adb", ""});
-        QCOMPARE(pc.processes().size(), size_t(4));
+        QCOMPARE(pc.processes.list().size(), size_t(4));
         SystemInfo::killProcesses({"other.exe", "adb.exe"});
         QStringList left;
-        for (const SimProcess &process : pc.processes())
+        for (const processes::Entry &process : pc.processes.list())
             left.append(process.name);
         QCOMPARE(left, QStringList({"Adb.exe", "steam.exe"}));
         QCOMPARE(pc.journal.lines(), QStringList({"terminate adb.exe", "terminate adb.exe"}));
@@ -422,15 +422,15 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        const quint32 node = pc.startProcess("node.exe");
-        const quint32 vrserver = pc.startProcess("vrserver.exe");
-        pc.startProcess("node.exe");
-        pc.openPort(vrserver, 9943);
-        pc.openPort(node, 50000);
-        pc.openPort(node, 80);
+        const quint32 node = pc.processes.start("node.exe");
+        const quint32 vrserver = pc.processes.start("vrserver.exe");
+        pc.processes.start("node.exe");
+        pc.ports.open(vrserver, 9943);
+        pc.ports.open(node, 50000);
+        pc.ports.open(node, 80);
         QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
                  QStringList({"node.exe", "vrserver.exe"}));
-        pc.endProcess(node);
+        pc.processes.end(node);
         QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
                  QStringList{"vrserver.exe"});
         QCOMPARE(SystemInfo::processesUsingPorts({80}), QStringList());
@@ -449,7 +449,7 @@ private slots:
         QFETCH(QString, log);
         ManualClock clock;
         SimPc pc(clock);
-        pc.openPort(pc.startProcess("node.exe"), 9943);
+        pc.ports.open(pc.processes.start("node.exe"), 9943);
         pc.failTcpTable(error);
         QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}), QStringList());
         QCOMPARE(logged(), QStringList{log});

@@ -15,7 +15,7 @@ struct AdbPcPlatform::Private
 
 AdbPcPlatform::AdbPcPlatform(quint16 adbPort) : d(std::make_unique<Private>())
 {
-    d->pc.setGuests(adb_processes::onPort(adbPort));
+    d->pc.processes.setHostProcesses(adb_processes::onPort(adbPort));
 }
 
 AdbPcPlatform::~AdbPcPlatform() = default;

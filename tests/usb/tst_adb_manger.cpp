@@ -122,14 +122,14 @@ void AdbMangerTest::killsEveryAdb()
 {
     SimPc pc(clock_);
     Adb adb(clock_);
-    pc.startProcess("adb.exe", "C:/a/adb.exe");
-    pc.startProcess("ADB.EXE", "C:/b/ADB.EXE");
-    pc.startProcess("steam.exe", "C:/Steam/steam.exe");
-    pc.startProcess("adb.exe", "D:/b c/adb.exe");
+    pc.processes.start("adb.exe", "C:/a/adb.exe");
+    pc.processes.start("ADB.EXE", "C:/b/ADB.EXE");
+    pc.processes.start("steam.exe", "C:/Steam/steam.exe");
+    pc.processes.start("adb.exe", "D:/b c/adb.exe");
     adb.manager->killAdb();
-    QVERIFY(!pc.isRunning("adb.exe"));
+    QVERIFY(!pc.processes.isRunning("adb.exe"));
     QStringList left;
-    for (const SimProcess &process : pc.processes())
+    for (const processes::Entry &process : pc.processes.list())
         left << process.name;
     QCOMPARE(left, (QStringList{"ADB.EXE", "steam.exe"}));
 }
@@ -137,11 +137,11 @@ void AdbMangerTest::killsEveryAdb()
 void AdbMangerTest::killsNothingWithoutAdb()
 {
     SimPc pc(clock_);
-    pc.startProcess("steam.exe", "C:/Steam/steam.exe");
+    pc.processes.start("steam.exe", "C:/Steam/steam.exe");
     Adb adb(clock_);
     adb.manager->killAdb();
     QCOMPARE(pc.journal.lines(), QStringList());
-    QVERIFY(pc.isRunning("steam.exe"));
+    QVERIFY(pc.processes.isRunning("steam.exe"));
 }
 
 void AdbMangerTest::asksTheAdbOnTheSearchPathForItsVersion()
@@ -160,7 +160,7 @@ void AdbMangerTest::asksTheAdbOnTheSearchPathForItsVersion()
 void AdbMangerTest::takesTheAdbThatRunsAlready()
 {
     SimPc pc(clock_);
-    pc.startProcess("adb.exe", "D:/tools/adb.exe");
+    pc.processes.start("adb.exe", "D:/tools/adb.exe");
     Adb adb(clock_);
     QCOMPARE(adb.lines, QStringList());
     adb.check(noDevice, "");
@@ -172,9 +172,9 @@ void AdbMangerTest::takesTheAdbThatRunsAlready()
 void AdbMangerTest::takesTheFirstOfSeveral()
 {
     SimPc pc(clock_);
-    pc.startProcess("ADB.EXE", "C:/zero/adb.exe");
-    pc.startProcess("adb.exe", "C:/one/adb.exe");
-    pc.startProcess("adb.exe", "C:/two/adb.exe");
+    pc.processes.start("ADB.EXE", "C:/zero/adb.exe");
+    pc.processes.start("adb.exe", "C:/one/adb.exe");
+    pc.processes.start("adb.exe", "C:/two/adb.exe");
     Adb adb(clock_);
     adb.check(noDevice, "");
     QCOMPARE(adb.lines, QStringList{"C:/one/adb.exe devices && C:/one/adb.exe forward --list"});
@@ -183,7 +183,7 @@ void AdbMangerTest::takesTheFirstOfSeveral()
 void AdbMangerTest::takesARunningAdbInAFolderWithABlank()
 {
     SimPc pc(clock_);
-    pc.startProcess("adb.exe", "D:\\my tools\\adb.exe");
+    pc.processes.start("adb.exe", "D:\\my tools\\adb.exe");
     Adb adb(clock_);
     adb.check(device("A"), "\r\n");
     clock_.advance(1200);
@@ -366,7 +366,7 @@ void AdbMangerTest::anOfflineHeadsetRestartsAdbAndTellsTheUser()
     SimPc pc(clock_);
     Adb adb(clock_);
     adb.settle();
-    pc.startProcess("adb.exe", "C:/adb.exe");
+    pc.processes.start("adb.exe", "C:/adb.exe");
     adb.check("List of devices attached\r\nA\toffline\r\n\r\n", "x");
     QCOMPARE(adb.said, QStringList{"tip"});
     QCOMPARE(pc.journal.lines(), QStringList{"terminate adb.exe"});
@@ -465,10 +465,10 @@ void AdbMangerTest::atItsEndItEndsAdb()
     } else {
         adb.settle();
     }
-    pc.startProcess("adb.exe", "C:/adb.exe");
+    pc.processes.start("adb.exe", "C:/adb.exe");
     adb.lines.clear();
     adb.manager.reset();
-    QVERIFY(!pc.isRunning("adb.exe"));
+    QVERIFY(!pc.processes.isRunning("adb.exe"));
     QCOMPARE(adb.lines, QStringList());
     clock_.advance(10000); // nothing runs on
     QCOMPARE(adb.lines, QStringList());
@@ -478,10 +478,10 @@ void AdbMangerTest::atItsEndItEndsAdb()
 void AdbMangerTest::atItsEndItLeavesARunningServerWithoutPorts()
 {
     SimPc pc(clock_);
-    pc.startProcess("adb.exe", "C:/adb.exe");
+    pc.processes.start("adb.exe", "C:/adb.exe");
     Adb adb(clock_);
     adb.manager.reset();
-    QVERIFY(pc.isRunning("adb.exe"));
+    QVERIFY(pc.processes.isRunning("adb.exe"));
     QCOMPARE(pc.journal.lines(), QStringList());
     QCOMPARE(adb.lines,
              QStringList{"C:/adb.exe forward --remove-all && C:/adb.exe reverse --remove-all"});

@@ -40,7 +40,8 @@ struct Pc
         for (const char *name : names)
             qputenv(name, adb.environment().value(name).toLocal8Bit());
         pc.setSearchPath(GenuineAdb::folder());
-        pc.setGuests(adb_processes::onPort(static_cast<quint16>(adb.port().toInt())));
+        pc.processes.setHostProcesses(
+            adb_processes::onPort(static_cast<quint16>(adb.port().toInt())));
     }
 
     ~Pc()
@@ -112,9 +113,9 @@ void GenuineAdbTest::itsVersionAndItsEmptyListAreUnderstood()
     QVERIFY(p.looksUntil([this] { return loggedCount("use local adb") == 1; }));
     QVERIFY(p.looksUntil([&p] { return p.said == QStringList{"gone "}; }));
     QVERIFY(p.adb.serverRuns());
-    QVERIFY(p.pc.isRunning("adb.exe"));
+    QVERIFY(p.pc.processes.isRunning("adb.exe"));
     p.manager.reset();
-    QVERIFY(!p.pc.isRunning("adb.exe"));
+    QVERIFY(!p.pc.processes.isRunning("adb.exe"));
     QVERIFY(!p.adb.serverRuns());
 }
 

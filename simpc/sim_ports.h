@@ -1,0 +1,30 @@
+// The TCP ports that processes of a simulated PC hold.
+#pragma once
+
+#include "pc/tcp_table.h"
+
+#include <mutex>
+#include <vector>
+
+class SimTimeline;
+
+// Any thread.
+class SimPorts
+{
+public:
+    explicit SimPorts(const SimTimeline &timeline) : timeline_(timeline) {}
+
+    SimPorts(const SimPorts &) = delete;
+    SimPorts &operator=(const SimPorts &) = delete;
+
+    void open(quint32 pid, quint16 port);
+    // All that the process holds.
+    void close(quint32 pid);
+    // In the order in which they were opened.
+    std::vector<tcp_table::Row> rows() const;
+
+private:
+    const SimTimeline &timeline_;
+    mutable std::mutex mutex_; // guards the rows
+    std::vector<tcp_table::Row> rows_;
+};
