@@ -10,7 +10,7 @@ qint64 start(const QString &program, const QString &workingDir)
     request.program = program;
     request.workingDir = workingDir;
     request.elevated = true;
-    const SimLaunchResult result = SimPc::current().launch(request);
+    const SimLaunchResult result = SimPc::current().launches.start(request);
     constexpr qint64 success = 42;
     return result.started ? success : qint64(result.error);
 }

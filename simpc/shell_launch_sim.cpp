@@ -10,7 +10,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters, int
 {
     SimPc &pc = SimPc::current();
     const qint64 start = pc.timeline.clock().elapsed();
-    const SimLaunchResult result = pc.launch({program, parameters, true});
+    const SimLaunchResult result = pc.launches.start({program, parameters, true});
     Outcome outcome;
     outcome.started = result.started;
     outcome.startError = result.error;
@@ -25,7 +25,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters, int
 
 bool startDetached(const QString &program, const QStringList &arguments)
 {
-    return SimPc::current().launch({program, arguments.join(' '), false}).started;
+    return SimPc::current().launches.start({program, arguments.join(' '), false}).started;
 }
 
 } // namespace shell_launch

@@ -7,12 +7,6 @@ namespace {
 
 SimPc *currentPc = nullptr;
 
-QString baseName(const QString &program)
-{
-    const int slash = std::max(program.lastIndexOf('/'), program.lastIndexOf('\\'));
-    return program.mid(slash + 1).toLower();
-}
-
 // As Windows writes it for the headset's USB function.
 QString interfacePath(const SimHeadset &headset)
 {
@@ -122,28 +116,4 @@ void SimPc::onPerson(std::function<void(bool)> listener)
 {
     const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
     personListener_ = std::move(listener);
-}
-
-void SimPc::onLaunch(const QString &programName, LaunchHandler handler)
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    launchHandlers_[programName.toLower()] = std::move(handler);
-}
-
-SimLaunchResult SimPc::launch(const SimLaunch &request)
-{
-    timeline.settle();
-    journal.add("launch " + request.program + (request.parameters.isEmpty() ? "" : " ") +
-                request.parameters + (request.hidden ? " (hidden)" : "") +
-                (request.elevated ? " (elevated)" : "") +
-                (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
-    LaunchHandler handler;
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        handler = launchHandlers_.value(baseName(request.program));
-    }
-    if (!handler)
-        return {false, 2, false, 0};
-    const SimTimeline::OneAtATime oneAtATime = timeline.oneAtATime();
-    return handler(request);
 }

@@ -8,6 +8,7 @@
 
 #include "simpc/sim_cell.h"
 #include "simpc/sim_hardware.h"
+#include "simpc/sim_launches.h"
 #include "simpc/sim_ports.h"
 #include "simpc/sim_processes.h"
 #include "simpc/sim_record.h"
@@ -45,25 +46,6 @@ struct SimHeadset
     QString state = QStringLiteral("device"); // as adb calls it
 };
 
-// One request to start a program.
-struct SimLaunch
-{
-    QString program;    // as the caller wrote it
-    QString parameters; // joined by blanks
-    bool hidden = false;
-    bool elevated = false;   // with administrator rights
-    QString workingDir = {}; // empty: the caller's
-};
-
-// What comes of it.
-struct SimLaunchResult
-{
-    bool started = true;
-    unsigned error = 0;    // the system's error number when not started
-    bool hasHandle = true; // whether the caller gets a process to wait for
-    int endsAfter = 0;     // milliseconds until that process ends; below 0: never
-};
-
 // The world. All members may be called from any thread; when things happen and
 // who waits for whom is told in sim_timeline.h.
 class SimPc
@@ -91,6 +73,7 @@ public:
     SimRegistry registry{timeline};
     SimProcesses processes{timeline};
     SimPorts ports{timeline}; // a process loses its own when it ends
+    SimLaunches launches{timeline, journal};
 
     // The folders, joined by ':', in which a command interpreter looks for
     // programs. They are the real machine's; empty: it finds none.
@@ -153,13 +136,6 @@ public:
     SimCell &cell() const;
     void setCell(std::unique_ptr<SimCell> cell);
 
-    // Launching. The handler for the last path component of the program (in
-    // lower case, "steam.exe") decides what happens; without one the launch
-    // fails with error 2 (file not found).
-    using LaunchHandler = std::function<SimLaunchResult(const SimLaunch &)>;
-    void onLaunch(const QString &programName, LaunchHandler handler);
-    SimLaunchResult launch(const SimLaunch &request);
-
 private:
     // Guards what follows, but for the listeners that are called as a change;
     // never held while calling back.
@@ -180,5 +156,4 @@ private:
     QStringList recordingDevices_;
     std::vector<SimWaveOut> waveOuts_{{2, QStringLiteral("Speakers")}};
     std::unique_ptr<SimCell> cell_;
-    QHash<QString, LaunchHandler> launchHandlers_;
 };

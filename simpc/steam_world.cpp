@@ -64,8 +64,8 @@ public:
                 pc_.registry.setText(entry, QStringLiteral("DisplayName"), QStringLiteral("Steam"));
                 pc_.registry.setText(entry, QStringLiteral("InstallLocation"), options_.steamPath);
             }
-            pc_.onLaunch(steamExe,
-                         [self](const SimLaunch &request) { return self->launchSteam(request); });
+            pc_.launches.on(
+                steamExe, [self](const SimLaunch &request) { return self->launchSteam(request); });
             if (options_.steamRunning)
                 pc_.processes.start(steamExe, steamProgram());
         }
@@ -73,7 +73,7 @@ public:
             const QString entry = uninstallKey64 + QStringLiteral("\\Steam App 250820");
             pc_.registry.setText(entry, QStringLiteral("DisplayName"), QStringLiteral("SteamVR"));
             pc_.registry.setText(entry, QStringLiteral("InstallLocation"), options_.steamVrPath);
-            pc_.onLaunch(QStringLiteral("vrstartup.exe"), [self](const SimLaunch &request) {
+            pc_.launches.on(QStringLiteral("vrstartup.exe"), [self](const SimLaunch &request) {
                 return self->launchVrStartup(request);
             });
             if (options_.steamVrRunning) {
@@ -81,8 +81,8 @@ public:
                     pc_.processes.start(name, steamVrProgram(name));
             }
         }
-        pc_.onLaunch(QStringLiteral("explorer"),
-                     [self](const SimLaunch &request) { return self->launchExplorer(request); });
+        pc_.launches.on(QStringLiteral("explorer"),
+                        [self](const SimLaunch &request) { return self->launchExplorer(request); });
         pc_.processes.onEnded(
             [self](const processes::Entry &process) { self->processEnded(process); });
     }

@@ -25,7 +25,7 @@ int main(int argc, char *argv[])
     options.serverArguments = QStringList{"--port", arguments[3], "--give-up", "0"};
     SimHost host(scenario, options);
     host.start();
-    host.pc().launch({"explorer", "steam://rungameid/250820", false});
+    host.pc().launches.start({"explorer", "steam://rungameid/250820", false});
     clock.advance(60000);
     for (;;)
         pause();

@@ -568,7 +568,7 @@ void ScenarioTest::aBuiltPcIsAsDescribed()
             .value_or("-"),
         QString("D:\\S"));
     QVERIFY(pc.processes.isRunning("steam.exe"));
-    QVERIFY(pc.launch({"explorer", "steam://rungameid/250820", false}).started);
+    QVERIFY(pc.launches.start({"explorer", "steam://rungameid/250820", false}).started);
     clock.advance(60000);
     QVERIFY(pc.processes.isRunning("vrserver.exe"));
 }

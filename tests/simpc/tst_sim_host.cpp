@@ -152,14 +152,14 @@ private:
     }
     static void startSteamVr(SimHost &host, ManualClock &clock)
     {
-        QVERIFY(host.pc().launch({"explorer", "steam://rungameid/250820", false}).started);
+        QVERIFY(host.pc().launches.start({"explorer", "steam://rungameid/250820", false}).started);
         clock.advance(30000);
         QVERIFY(host.pc().processes.isRunning("vrserver.exe"));
     }
     static void stopSteamVr(SimHost &host, ManualClock &clock)
     {
         const QString tool = SteamOptions().steamVrPath + "\\bin\\win64\\vrstartup.exe";
-        QVERIFY(host.pc().launch({tool, "-shutdown", true}).started);
+        QVERIFY(host.pc().launches.start({tool, "-shutdown", true}).started);
         clock.advance(30000);
         QVERIFY(!host.pc().processes.isRunning("vrserver.exe"));
     }

@@ -187,7 +187,7 @@ void SimPcTest::aProgramNobodyKnowsCannotBeLaunched()
 {
     ManualClock clock;
     SimPc pc(clock);
-    const SimLaunchResult result = pc.launch({"C:\\none.exe", "-x", false});
+    const SimLaunchResult result = pc.launches.start({"C:\\none.exe", "-x", false});
     QVERIFY(!result.started);
     QVERIFY(!result.hasHandle);
     QCOMPARE(result.error, 2u);
@@ -214,12 +214,12 @@ void SimPcTest::aLaunchIsHandledByTheLastPartOfThePath()
     ManualClock clock;
     SimPc pc(clock);
     QStringList seen;
-    pc.onLaunch("Steam.exe", [&](const SimLaunch &request) {
+    pc.launches.on("Steam.exe", [&](const SimLaunch &request) {
         seen.append(request.program + '|' + request.parameters + '|' +
                     QString::number(request.hidden));
         return SimLaunchResult{true, 0, true, 700};
     });
-    const SimLaunchResult result = pc.launch({program, "-silent", true});
+    const SimLaunchResult result = pc.launches.start({program, "-silent", true});
     QCOMPARE(result.started, handled);
     QCOMPARE(seen, handled ? QStringList({program + "|-silent|1"}) : QStringList());
     QCOMPARE(pc.journal.lines(), QStringList({"launch " + program + " -silent (hidden)"}));

@@ -57,9 +57,9 @@ struct World
     }
     SimLaunchResult openUrl(const QString &which = url)
     {
-        return pc.launch({"explorer", which, false});
+        return pc.launches.start({"explorer", which, false});
     }
-    SimLaunchResult shutDown() { return pc.launch({vrStartup, "-shutdown", true}); }
+    SimLaunchResult shutDown() { return pc.launches.start({vrStartup, "-shutdown", true}); }
     QStringList running() const
     {
         QStringList names;
@@ -146,7 +146,7 @@ void SteamWorldTest::withoutSteamTheRegistryIsSilentAndNothingCanBeLaunched()
     w.options.steamVrInstalled = false;
     w.install();
     QVERIFY(!w.pc.registry.keyExists("HKEY_LOCAL_MACHINE"));
-    QCOMPARE(w.pc.launch({steamProgram, "-silent", true}).error, 2u);
+    QCOMPARE(w.pc.launches.start({steamProgram, "-silent", true}).error, 2u);
     QCOMPARE(w.shutDown().error, 2u);
 }
 
@@ -177,7 +177,7 @@ void SteamWorldTest::steamAppearsSomeTimeAfterItsLaunch()
     World w(dir());
     w.options.steamAppears = 5000;
     w.install();
-    QVERIFY(w.pc.launch({steamProgram, "-silent", true}).started);
+    QVERIFY(w.pc.launches.start({steamProgram, "-silent", true}).started);
     w.clock.advance(4999);
     QCOMPARE(w.running(), QStringList());
     QCOMPARE(w.pc.events.lines(), QStringList());
@@ -191,17 +191,17 @@ void SteamWorldTest::aSecondLaunchOfSteamBringsNoSecondSteam()
 {
     World w(dir());
     w.install();
-    w.pc.launch({steamProgram, "-silent", true});
+    w.pc.launches.start({steamProgram, "-silent", true});
     w.clock.advance(1000);
-    w.pc.launch({steamProgram, "-silent", true});
+    w.pc.launches.start({steamProgram, "-silent", true});
     w.clock.advance(60000);
-    w.pc.launch({steamProgram, "-silent", true});
+    w.pc.launches.start({steamProgram, "-silent", true});
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
 
     // But once it has ended, it comes again.
     w.pc.processes.endAll("steam.exe");
-    w.pc.launch({steamProgram, "-silent", true});
+    w.pc.launches.start({steamProgram, "-silent", true});
     w.clock.advance(60000);
     QCOMPARE(w.running(), QStringList("steam.exe"));
 }
@@ -220,7 +220,7 @@ void SteamWorldTest::theLaunchedProgramEndsOrNot()
     QFETCH(int, ends);
     w.options.launcherEnds = ends;
     w.install();
-    const SimLaunchResult result = w.pc.launch({steamProgram, "-silent", true});
+    const SimLaunchResult result = w.pc.launches.start({steamProgram, "-silent", true});
     QVERIFY(result.started);
     QVERIFY(result.hasHandle);
     QCOMPARE(result.endsAfter, ends);
@@ -244,7 +244,7 @@ void SteamWorldTest::aProgramInTheWrongFolderCannotBeLaunched()
     QFETCH(QString, program);
     QFETCH(bool, found);
     w.install();
-    const SimLaunchResult result = w.pc.launch({program, "-silent", true});
+    const SimLaunchResult result = w.pc.launches.start({program, "-silent", true});
     QCOMPARE(result.started, found);
     QCOMPARE(result.error, found ? 0u : 3u);
     w.clock.advance(60000);
@@ -478,8 +478,8 @@ void SteamWorldTest::onlyTheShutdownParameterShutsDown()
     w.installReady();
     w.openUrl();
     w.clock.advance(60000);
-    w.pc.launch({vrStartup, "", true});
-    w.pc.launch({vrStartup, "-Shutdown", true});
+    w.pc.launches.start({vrStartup, "", true});
+    w.pc.launches.start({vrStartup, "-Shutdown", true});
     w.clock.advance(60000);
     QVERIFY(w.steamVrIsUp());
 }

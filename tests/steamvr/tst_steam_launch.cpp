@@ -16,7 +16,7 @@ private slots:
         pc.installSteam();
         pc.writeVrPath(R"({"external_drivers":["C:\\KOLM"]})");
         bool clearedBefore = false;
-        pc.pc.onLaunch("steam.exe", [&](const SimLaunch &) {
+        pc.pc.launches.on("steam.exe", [&](const SimLaunch &) {
             clearedBefore = pc.vrPath().value("external_drivers").isNull();
             return SimLaunchResult{true, 0, true, 300};
         });
@@ -43,7 +43,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.installSteam();
-        pc.pc.onLaunch("steam.exe", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) { return SimLaunchResult{}; });
         QSignalSpy toasts(&pc.steam(), &SteamManager::showToast);
         pc.steam().startSteam();
         announce("[steam] Steam is starting, return");
@@ -94,7 +94,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.installSteam();
-        pc.pc.onLaunch("steam.exe", [](const SimLaunch &) {
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) {
             return SimLaunchResult{true, 0, true, -1};
         });
         announce("[steam] steam.exe wait timeout after 10s, 10000ms");
@@ -106,7 +106,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.installSteam();
-        pc.pc.onLaunch("steam.exe", [](const SimLaunch &) {
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) {
             return SimLaunchResult{true, 0, false, 0};
         });
         announce("[steam] Process handle is null");

@@ -25,7 +25,7 @@ private slots:
         SteamFixture pc(dir());
         pc.steamRuns();
         QJsonValue registered;
-        pc.pc.onLaunch("explorer", [&](const SimLaunch &) {
+        pc.pc.launches.on("explorer", [&](const SimLaunch &) {
             registered = pc.vrPath().value("external_drivers");
             return SimLaunchResult{};
         });
@@ -60,7 +60,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.steamRuns();
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         pc.steam().startSteamVR();
         pc.clock.advance(3600 * 1000); // no limit in time
         QVERIFY(pc.vrPath().value("external_drivers").isArray());
@@ -78,7 +78,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.steamRuns();
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         pc.steam().startSteamVR();
         pc.pc.cell().write(1);
         pc.clock.advance(49);
@@ -91,7 +91,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.steamRuns();
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         pc.steam().startSteamVR();
         pc.steam().startSteamVR(); // each start has a watcher of its own
         pc.clock.advance(50);
@@ -128,7 +128,7 @@ private slots:
         SteamFixture pc(dir());
         pc.installSteamVR("D:\\VR");
         pc.pc.processes.start(process);
-        pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
+        pc.pc.launches.on("vrstartup.exe", [&](const SimLaunch &) {
             pc.pc.timeline.after(3500, [&] { pc.pc.processes.endAll(process); });
             return SimLaunchResult{true, 0, true, 500};
         });
@@ -156,7 +156,7 @@ private slots:
         SteamFixture pc(dir());
         pc.installSteamVR();
         pc.pc.processes.start("vrserver.exe");
-        pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
+        pc.pc.launches.on("vrstartup.exe", [&](const SimLaunch &) {
             pc.pc.processes.endAll("vrserver.exe");
             return SimLaunchResult{true, 0, true, -1};
         });
@@ -178,7 +178,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.steamRuns();
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         QSignalSpy toasts(&pc.steam(), &SteamManager::showToast);
         pc.steam().setRestartSerial("D2X");
         pc.config.loadDeviceSettings(false, 0);
@@ -203,7 +203,7 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.steamRuns();
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         announce("[steam] stopSteamVR thread");
         announce("[steam] startSteamVR thread");
         std::thread([&] {
@@ -223,8 +223,8 @@ private slots:
         pc.steamRuns();
         pc.installSteamVR();
         pc.pc.processes.start("vrserver.exe");
-        pc.pc.onLaunch("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
-        pc.pc.onLaunch("vrstartup.exe", [&](const SimLaunch &) {
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.pc.launches.on("vrstartup.exe", [&](const SimLaunch &) {
             pc.pc.processes.endAll("vrserver.exe");
             return SimLaunchResult{};
         });

@@ -323,7 +323,7 @@ private slots:
         QFETCH(QString, result);
         ManualClock clock;
         SimPc pc(clock);
-        pc.onLaunch("VBCABLE_Setup_x64.exe", [&](const SimLaunch &request) {
+        pc.launches.on("VBCABLE_Setup_x64.exe", [&](const SimLaunch &request) {
             [&] { QVERIFY(request.elevated && !request.hidden && request.parameters.isEmpty()); }();
             return SimLaunchResult{starts, error, true, -1};
         });
