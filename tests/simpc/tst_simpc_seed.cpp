@@ -41,7 +41,7 @@ private:
     static Result seed(const QStringList &arguments)
     {
         QProcess process;
-        process.start(SIMPC_SEED, arguments);
+        process.start(SEED, arguments);
         if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
             return {-1, {}, {}};
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),

@@ -17,6 +17,9 @@ import bad_rooms  # noqa: E402
 ROOT = Path(__file__).resolve().parents[2]
 CHECK = ROOT / "tools" / "check"
 
+# Apart, so that these trees' variables are not taken for the program's.
+SIMPC = "SIMPC" + "_"
+
 GOOD = {
     "cmake/rooms.txt": bad_rooms.ROOMS,
     "ARCHITECTURE.md": "# Architecture\n" + bad_rooms.PICTURE.replace(
@@ -50,7 +53,13 @@ GOOD = {
     "peers/server.cpp": '#include "link/adb.h"\n#include "simpc/sim_pc.h"\n\n'
                         "void f()\n{\n    QThread::msleep(5);\n}\n",
     "link/adb.h": "#pragma once\n",
-    "demonstration/pc.cpp": '#include "app/start_up.h"\n#include "simpc/sim_pc.h"\n',
+    "demonstration/pc.cpp": '#include "app/start_up.h"\n#include "simpc/sim_pc.h"\n\n'
+                            "bool f()\n{\n"
+                            f'    return qEnvironmentVariable("{SIMPC}TWO_WORDS");\n}}\n',
+    "demonstration/README.md": f"`{SIMPC}TWO_WORDS=1` and more of `{SIMPC}*`:\n\n"
+                               "| variable | meaning |\n|---|---|\n"
+                               f"| `{SIMPC}TWO_WORDS` | 1: two words |\n| `OTHER` | another |\n",
+    "run": f"export {SIMPC}TWO_WORDS=${{{SIMPC}TWO_WORDS-1}}\n",
     "tests/link/tst_adb.cpp": '#include "link/adb.h"\n#include "peers/server.h"\n'
                               '#include "simpc/sim_pc.h"\n\n#include "tst_adb.moc"\n',
     "qml/Utils.qml": 'import QtQuick 2.15\n\nQtObject {\n    property color a: "#1A1B21"\n'
@@ -118,6 +127,24 @@ BAD = [
      [("cloud/a.h", 1, "hand A in")]),
     ("an instance in a test", "singletons", {"tests/a/b.cpp": "auto &a = SysManager::instance( );\n"},
      [("tests/a/b.cpp", 1, "hand SysManager in")]),
+    ("a variable without a row", "variables",
+     {"demonstration/README.md": f"| `{SIMPC}A` | a |\n",
+      "demonstration/a.cpp": f'f("{SIMPC}A");\n\ng("{SIMPC}B_C");\n',
+      "tests/e2e/a.cpp": f'e.insert("{SIMPC}D", "1");\n', "run": f"\nexport {SIMPC}E=1\n"},
+     [("demonstration/a.cpp", 3, f"{SIMPC}B_C is told nowhere"),
+      ("run", 2, f"{SIMPC}E is told nowhere"), ("tests/e2e/a.cpp", 1, f"{SIMPC}D is told nowhere")]),
+    ("a row that nothing reads", "variables",
+     {"demonstration/README.md": "| variable | meaning |\n"
+                                 f"| `{SIMPC}A` | a |\n| `{SIMPC}B` | b |\n",
+      "simpc/a.cpp": f'f("{SIMPC}A");\n// "for {SIMPC}B"\n',
+      "tests/a.cpp": f'e.insert("{SIMPC}B", "1");\n'},
+     [("demonstration/README.md", 3, f"nothing reads {SIMPC}B")]),
+    ("a variable with two rows", "variables",
+     {"demonstration/README.md": f"| `{SIMPC}A` | a |\n| `{SIMPC}A` | b |\n",
+      "simpc/a.cpp": f'f("{SIMPC}A");\n'},
+     [("demonstration/README.md", 2, "a row already, in line 1")]),
+    ("variables without a table", "variables", {"simpc/a.cpp": f'f("{SIMPC}A");\n'},
+     [("simpc/a.cpp", 1, "a row in demonstration/README.md")]),
     ("waiting in QML", "waiting", {"tests/qml/a.qml": "Item {\n  function f() { wait(500) }\n}"},
      [("tests/qml/a.qml", 2, "tryCompare")]),
     ("bad format", "format",
