@@ -7,6 +7,7 @@
 #include "config/config_manager.h"
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
+#include "controller/qml_types.h"
 #include "controller/road_model.h"
 #include "link/sys_manager.h"
 #include "pc/shell_launch.h"
@@ -72,6 +73,7 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
 {
     qmlRegisterUncreatableType<ORBManager>("ORBManager", 1, 0, "ORBManagerCLS",
                                            QStringLiteral("there is one, called orb"));
+    registerControllerTypes();
     qInfo().noquote().nospace() << "json language: "
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());

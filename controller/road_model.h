@@ -24,6 +24,7 @@ class RoadModel : public QAbstractListModel
 
 public:
     enum Role { Name = Qt::UserRole, Reached, Waiting, Since };
+    Q_ENUM(Role)
 
     // `road` outlives the model.
     explicit RoadModel(const ConnectionRoad &road, QObject *parent = nullptr);

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-// GUI thread.
+// GUI thread. QML knows it by this name too, for the numbers of its roles.
 class VRListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -20,6 +20,7 @@ public:
         AddressRole,              // "ip"
         RecentRole                // "isRecent": connected before
     };
+    Q_ENUM(Role)
 
     explicit VRListModel(QObject *parent = nullptr);
 

@@ -1,13 +1,11 @@
 import QtQuick 2.15
+import ORBManager 1.0
 
 // The headsets that were found, to connect one of them. The arrows choose a row,
 // and the list is one stop of the keyboard.
 ListView {
     id: headsets
 
-    readonly property int nameRole: 257 // "vrName" of the list
-    readonly property int addressRole: 258 // "ip"
-    readonly property int recentRole: 259 // "isRecent"
     // Around the rows, for the ring of the one that the keyboard is on.
     readonly property int ringRoom: 4
 
@@ -23,20 +21,20 @@ ListView {
 
     function findLikely() {
         let row = model.rowCount() - 1;
-        while (row > 0 && !model.data(model.index(row, 0), recentRole))
+        while (row > 0 && !model.data(model.index(row, 0), VRListModel.RecentRole))
             --row;
         likelyRow = Math.max(row, 0);
     }
     // Empty also when there is nobody.
     function firstAddress() {
-        return model.rowCount() > 0 ? model.data(model.index(0, 0), addressRole) : "";
+        return model.rowCount() > 0 ? model.data(model.index(0, 0), VRListModel.AddressRole) : "";
     }
     function remember() {
         currentName = currentItem ? currentItem.name : "";
     }
     function restore() {
         let row = count - 1;
-        while (row >= 0 && model.data(model.index(row, 0), nameRole) !== currentName)
+        while (row >= 0 && model.data(model.index(row, 0), VRListModel.NameRole) !== currentName)
             --row;
         currentIndex = row >= 0 ? row : Math.min(likelyRow, count - 1);
     }

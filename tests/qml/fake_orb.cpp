@@ -11,38 +11,15 @@ QString word(bool value)
 
 void FakeHeadsets::fill(const std::vector<Row> &rows)
 {
-    beginResetModel();
-    rows_ = rows;
-    endResetModel();
-}
-
-int FakeHeadsets::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(rows_.size());
-}
-
-QVariant FakeHeadsets::data(const QModelIndex &index, int role) const
-{
-    const Row &row = rows_.at(size_t(index.row()));
-    switch (role) {
-    case Qt::UserRole:
-        return row.connected;
-    case Qt::UserRole + 1:
-        return row.name;
-    case Qt::UserRole + 2:
-        return row.address;
-    case Qt::UserRole + 3:
-        return row.recent;
+    HeadsetList found;
+    QStringList recent;
+    // The last reported one comes first.
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        found.push_back({row->name, row->address, row->connected});
+        if (row->recent)
+            recent.append(row->name);
     }
-    return {};
-}
-
-QHash<int, QByteArray> FakeHeadsets::roleNames() const
-{
-    return {{Qt::UserRole, "vrState"},
-            {Qt::UserRole + 1, "vrName"},
-            {Qt::UserRole + 2, "ip"},
-            {Qt::UserRole + 3, "isRecent"}};
+    refill(found, recent);
 }
 
 void FakeOrb::setWired(bool wired)
@@ -210,10 +187,7 @@ void FakeOrb::setVideoBitRate(int bitrate)
 
 bool FakeOrb::isHasConnectedDevice() const
 {
-    const QString first = headsets.rowCount() > 0
-                              ? headsets.data(headsets.index(0, 0), Qt::UserRole + 1).toString()
-                              : QString();
-    return reconnectSerial == first;
+    return reconnectSerial == headsets.firstName();
 }
 
 bool FakeOrb::isHideSelectPage()

@@ -2,7 +2,8 @@
 // tells them to show and write down what the pages ask of them.
 #pragma once
 
-#include <QAbstractListModel>
+#include "controller/vr_list_model.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
@@ -10,8 +11,8 @@
 #include <functional>
 #include <vector>
 
-// The list of headsets, with the roles of the real one.
-class FakeHeadsets : public QAbstractListModel
+// The real list of headsets, filled by a test: row for row as it is shown.
+class FakeHeadsets : public VRListModel
 {
     Q_OBJECT
 
@@ -24,17 +25,10 @@ public:
         bool recent = false;
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    using VRListModel::VRListModel;
 
-    // Replaces everything, as every poll of the real one does.
+    // Replaces everything, as every poll does.
     void fill(const std::vector<Row> &rows);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
-private:
-    std::vector<Row> rows_;
 };
 
 // The controller: the same names, types and signals as the pages see of the

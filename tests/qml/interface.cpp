@@ -1,5 +1,6 @@
 #include "tests/qml/interface.h"
 
+#include "controller/qml_types.h"
 #include "qml/resources.h"
 #include "res/resources.h"
 #include "ui/clock_timer.h"
@@ -39,6 +40,7 @@ void registerInterface()
     registerCheckTypes();
     qmlRegisterUncreatableType<FakeOrb>("ORBManager", 1, 0, "ORBManagerCLS",
                                         QStringLiteral("there is one, called orb"));
+    registerControllerTypes();
     const int id =
         QFontDatabase::addApplicationFont(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"));
     QFont font = QGuiApplication::font();

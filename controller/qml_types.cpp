@@ -1,0 +1,16 @@
+#include "controller/qml_types.h"
+
+#include "config/streaming_choices.h"
+#include "controller/vr_list_model.h"
+
+#include <QtQml>
+
+void registerControllerTypes()
+{
+    const char *const module = "ORBManager";
+    qmlRegisterUncreatableType<VRListModel>(module, 1, 0, "VRListModel",
+                                            QStringLiteral("the controller has it, as vrLists"));
+    qmlRegisterSingletonType<StreamingChoices>(
+        module, 1, 0, "StreamingChoices",
+        [](QQmlEngine *, QJSEngine *) -> QObject * { return new StreamingChoices; });
+}
