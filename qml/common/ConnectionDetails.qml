@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import ORBManager 1.0
 
 // What lies behind the cards: the road of the connection, what is streamed over
 // it, and what else was found.
@@ -8,13 +9,6 @@ RowLayout {
 
     property var road: null
     property var checks: null
-
-    readonly property var facts: [
-        { label: qsTr("眼镜"), value: orb.vrName },
-        { label: qsTr("串流方式"), value: orb.wired ? qsTr("有线（USB）") : qsTr("无线（Wi-Fi）") },
-        { label: qsTr("帧率"), value: orb.fpsIndex === 1 ? "90 Hz" : "72 Hz" },
-        { label: qsTr("码率"), value: orb.bitRate + " Mbps" }
-    ]
 
     spacing: 3 * utils.grid
 
@@ -64,14 +58,25 @@ RowLayout {
                 font.bold: true
                 Layout.fillWidth: true
             }
-            Repeater {
-                model: details.facts
-
-                KeyValueItem {
-                    label: modelData.label
-                    value: modelData.value
-                    Layout.fillWidth: true
-                }
+            KeyValueItem {
+                label: qsTr("眼镜")
+                value: orb.vrName
+                Layout.fillWidth: true
+            }
+            KeyValueItem {
+                label: qsTr("串流方式")
+                value: orb.wired ? qsTr("有线（USB）") : qsTr("无线（Wi-Fi）")
+                Layout.fillWidth: true
+            }
+            KeyValueItem {
+                label: qsTr("帧率")
+                value: StreamingChoices.hertz(orb.fpsIndex) + " Hz"
+                Layout.fillWidth: true
+            }
+            KeyValueItem {
+                label: qsTr("码率")
+                value: orb.bitRate + " Mbps"
+                Layout.fillWidth: true
             }
             Item {
                 Layout.fillHeight: true

@@ -10,6 +10,7 @@ Rectangle {
     property var options: []
     property int value: 0
     readonly property int index: options.findIndex(option => option.value === value)
+    readonly property var chosen: index >= 0 ? options[index] : null
 
     // The user chose it.
     signal picked(int value)
@@ -53,18 +54,18 @@ Rectangle {
             Rectangle {
                 id: part
 
-                readonly property bool chosen: index === segments.index
+                readonly property bool isChosen: index === segments.index
 
                 objectName: "option" + modelData.value
                 width: segments.width / segments.options.length
                 height: segments.height
                 z: activeFocus ? 1 : 0 // the ring lies over the neighbours
                 radius: segments.radius
-                color: chosen ? utils.accent : mouse.containsMouse ? utils.orb_itemcolor
+                color: isChosen ? utils.accent : mouse.containsMouse ? utils.orb_itemcolor
                                                                    : utils.orb_backgroundcolor
 
                 // The focused one has to be a stop until the focus has moved on.
-                activeFocusOnTab: chosen || activeFocus || (index === 0 && segments.index < 0)
+                activeFocusOnTab: isChosen || activeFocus || (index === 0 && segments.index < 0)
                 Keys.onLeftPressed: segments.move(index - 1)
                 Keys.onUpPressed: segments.move(index - 1)
                 Keys.onRightPressed: segments.move(index + 1)
@@ -75,13 +76,13 @@ Rectangle {
                 Accessible.description: segments.name
                 Accessible.focusable: true
                 Accessible.checkable: true
-                Accessible.checked: chosen
+                Accessible.checked: isChosen
                 Accessible.onPressAction: segments.pick(index)
 
                 Text {
                     anchors.centerIn: parent
                     text: modelData.text
-                    color: part.chosen ? utils.text : utils.textSecondary
+                    color: part.isChosen ? utils.text : utils.textSecondary
                     font.family: utils.orb_font
                     font.pixelSize: utils.textBody
                     textFormat: Text.PlainText

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import ORBManager 1.0
 import "../common"
 
 // How the streaming server encodes picture and sound for the current headset.
@@ -7,55 +8,33 @@ import "../common"
 DialogWindow {
     id: dialog
 
-    readonly property int customDefinition: 3
-    readonly property int hevc: 1
-    // What the fixed definitions stand for.
-    readonly property var presets: [
-        { bitRate: 20, use: qsTr("适合信号较弱的网络，画面最流畅") },
-        { bitRate: 50, use: qsTr("兼顾画质和延迟，适合大多数情况") },
-        { bitRate: 100, use: qsTr("画质最好，适合有线连接或高速Wi-Fi") }
-    ]
-    readonly property bool custom: definition.value === customDefinition
+    readonly property bool custom: definition.value === StreamingChoices.Custom
     // The one change that SteamVR needs no restart for.
-    readonly property bool onlyBitRate: custom && stored.definition === customDefinition
-                                        && definition.value === stored.definition
+    readonly property bool onlyBitRate: custom && definition.value === stored.definition
                                         && fps.value === stored.fps
                                         && encoder.value === stored.encoder
                                         && audio.checked === stored.audio
                                         && scale.value === stored.scale
                                         && bitRate.value !== stored.bitRate
-    // What the store said when the page was filled.
-    property var stored: ({})
-
-    function inStore() {
-        return {
-            definition: orb.definitionIndex,
-            fps: orb.fpsIndex === 1 ? 1 : 0,
-            encoder: orb.encodeType,
-            audio: orb.audioStatus,
-            scale: orb.videoRatio,
-            bitRate: orb.bitRate
-        };
-    }
 
     function readAll() {
-        stored = inStore();
-        definition.value = offered(definition, stored.definition, 1);
+        stored.read();
+        definition.value = offered(definition, stored.definition, StreamingChoices.Standard);
         fps.value = stored.fps;
-        encoder.value = offered(encoder, stored.encoder, hevc);
+        encoder.value = offered(encoder, stored.encoder, StreamingChoices.Hevc);
         audio.checked = stored.audio;
         audio.installing = false;
         scale.value = stored.scale > 0 ? stored.scale : 100;
-        bitRate.value = stored.bitRate > 0 ? stored.bitRate : 50;
+        bitRate.value = stored.bitRate > 0 ? stored.bitRate
+                                           : StreamingChoices.bitRate(StreamingChoices.Standard);
     }
 
     // The controller announces the settings with every look at a connected
     // headset. What the user is about to change stays, unless they are others.
     function readChanges() {
-        const now = inStore();
-        if (Object.keys(now).some(key => now[key] !== stored[key]))
+        if (stored.isOutdated())
             readAll();
-        encoder.value = offered(encoder, encoder.value, hevc);
+        encoder.value = offered(encoder, encoder.value, StreamingChoices.Hevc);
     }
 
     function offered(choice, value, otherwise) {
@@ -113,8 +92,13 @@ DialogWindow {
             id: definition
             objectName: "definition"
             name: qsTr("清晰度")
-            options: [{ text: qsTr("流畅"), value: 0 }, { text: qsTr("标准"), value: 1 },
-                      { text: qsTr("高清"), value: 2 }, { text: qsTr("自定义"), value: 3 }]
+            options: [{ text: qsTr("流畅"), value: StreamingChoices.Smooth,
+                        use: qsTr("适合信号较弱的网络，画面最流畅") },
+                      { text: qsTr("标准"), value: StreamingChoices.Standard,
+                        use: qsTr("兼顾画质和延迟，适合大多数情况") },
+                      { text: qsTr("高清"), value: StreamingChoices.High,
+                        use: qsTr("画质最好，适合有线连接或高速Wi-Fi") },
+                      { text: qsTr("自定义"), value: StreamingChoices.Custom, use: "" }]
             Layout.fillWidth: true
         }
     }
@@ -155,8 +139,6 @@ DialogWindow {
             }
         }
         Column {
-            readonly property var preset: dialog.presets[definition.value]
-
             objectName: "preset"
             anchors.left: parent.left
             anchors.right: parent.right
@@ -167,11 +149,11 @@ DialogWindow {
 
             Label {
                 objectName: "presetRate"
-                text: parent.preset ? parent.preset.bitRate + " Mbps" : ""
+                text: StreamingChoices.bitRate(definition.value) + " Mbps"
                 font.pixelSize: utils.textTitle
             }
             Label {
-                text: parent.preset ? parent.preset.use : ""
+                text: definition.chosen ? definition.chosen.use : ""
                 color: utils.textSecondary
                 width: parent.width
             }
@@ -184,7 +166,8 @@ DialogWindow {
             id: fps
             objectName: "fps"
             name: qsTr("帧率")
-            options: [{ text: "72 Hz", value: 0 }, { text: "90 Hz", value: 1 }]
+            options: [StreamingChoices.Hz72, StreamingChoices.Hz90].map(
+                         value => ({ text: StreamingChoices.hertz(value) + " Hz", value: value }))
             Layout.fillWidth: true
         }
     }
@@ -194,17 +177,18 @@ DialogWindow {
         Segments {
             id: encoder
 
-            // The values are the same in each list. A number changes only when
-            // the list does, so that the keyboard stays where it is.
-            readonly property var all: [{ text: "H.264", value: 0 },
-                                        { text: "HEVC", value: dialog.hevc },
-                                        { text: "HEVC 10-bit", value: 2 },
-                                        { text: "AV1", value: 3 }]
-            readonly property int available: orb.AV1available ? 4 : orb.nvidiaAvailable ? 3 : 2
+            readonly property var all: [{ text: "H.264", value: StreamingChoices.H264 },
+                                        { text: "HEVC", value: StreamingChoices.Hevc },
+                                        { text: "HEVC 10-bit", value: StreamingChoices.HevcTenBit },
+                                        { text: "AV1", value: StreamingChoices.Av1 }]
+            // A number changes only when the list does, so that the keyboard
+            // stays where it is.
+            readonly property int last: StreamingChoices.lastEncoder(orb.AV1available,
+                                                                     orb.nvidiaAvailable)
 
             objectName: "encoder"
             name: qsTr("视频编码")
-            options: all.slice(0, available)
+            options: all.filter(option => option.value <= last)
             Layout.fillWidth: true
         }
     }
@@ -243,6 +227,10 @@ DialogWindow {
             color: utils.textSecondary
             Layout.fillWidth: true
         }
+    }
+    // As it was when the page was filled.
+    StoredSettings {
+        id: stored
     }
     Connections {
         target: orb

@@ -28,6 +28,8 @@ private slots:
     void missingNumbersGetUsefulValues();
     void fixedDefinitionIsAppliedAtOnce_data();
     void fixedDefinitionIsAppliedAtOnce();
+    void fixedDefinitionTellsItsBitRate_data();
+    void fixedDefinitionTellsItsBitRate();
     void bitRateAloneNeedsNoRestart();
     void anyOtherChangeOfACustomDefinitionRestarts_data();
     void anyOtherChangeOfACustomDefinitionRestarts();
@@ -196,6 +198,27 @@ void TestSettingPage::fixedDefinitionIsAppliedAtOnce()
         pages.orb.calls,
         QStringList(QStringLiteral("setEffects %1 0 0 false false false false").arg(definition)));
     QVERIFY(!pages.dialog());
+}
+
+void TestSettingPage::fixedDefinitionTellsItsBitRate_data()
+{
+    QTest::addColumn<int>("definition");
+    QTest::addColumn<QString>("bitRate");
+    QTest::newRow("smooth") << 0 << "20 Mbps";
+    QTest::newRow("standard") << 1 << "50 Mbps";
+    QTest::newRow("high") << 2 << "100 Mbps";
+}
+
+void TestSettingPage::fixedDefinitionTellsItsBitRate()
+{
+    QFETCH(int, definition);
+    QFETCH(QString, bitRate);
+
+    Interface pages;
+    open(pages, custom());
+    choose(pages, "definition", definition);
+    pages.settle();
+    QCOMPARE(text(pages, "presetRate"), bitRate);
 }
 
 void TestSettingPage::bitRateAloneNeedsNoRestart()
