@@ -265,7 +265,7 @@ FramelessWindow {
                 LinkText {
                     objectName: "bannerHide"
                     text: qsTr("不再提示")
-                    color: utils.accent
+                    textColor: utils.accent
                     onClicked: banner.wanted = false
                 }
             }
@@ -288,7 +288,7 @@ FramelessWindow {
             y: sheet.y - height - 3
             visible: headsetPage.connected && !selectMode.visible
             open: root.ispullDown
-            onToggled: root.ispullDown = !root.ispullDown
+            onClicked: root.ispullDown = !root.ispullDown
             onVisibleChanged: {
                 if (!visible)
                     root.ispullDown = false;

@@ -1,32 +1,23 @@
 import QtQuick 2.15
 
-Text {
+Clickable {
     id: link
 
-    signal clicked()
+    property color textColor: utils.accentText
 
-    color: utils.accentText
-    font.family: utils.orb_font
-    font.pixelSize: utils.textBody
-    font.underline: mouse.containsMouse
-    textFormat: Text.PlainText
-
-    activeFocusOnTab: true
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    Keys.onSpacePressed: clicked()
+    implicitWidth: label.implicitWidth
+    implicitHeight: label.implicitHeight
+    radius: utils.itemRadius - 3 // the ring around it is as round as an item
+    reach: utils.grid / 2
     Accessible.role: Accessible.Link
-    Accessible.name: text
-    Accessible.focusable: true
-    Accessible.onPressAction: clicked()
 
-    MouseArea {
-        id: mouse
-        anchors.fill: parent
-        anchors.margins: -utils.grid / 2
-        hoverEnabled: true
-        cursorShape: Qt.PointingHandCursor
-        onClicked: link.clicked()
+    Text {
+        id: label
+        text: link.text
+        color: link.textColor
+        font.family: utils.orb_font
+        font.pixelSize: utils.textBody
+        font.underline: link.hovered
+        textFormat: Text.PlainText
     }
-    FocusRing {}
 }

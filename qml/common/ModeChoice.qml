@@ -2,14 +2,11 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
 // One of several ways to go, as a large card.
-Rectangle {
+Clickable {
     id: choice
 
     property url icon
-    property string title
     property string description
-
-    signal chosen()
 
     implicitWidth: 45 * utils.grid
     implicitHeight: 40 * utils.grid
@@ -17,18 +14,9 @@ Rectangle {
     color: utils.orb_itemdowncolor
     border {
         width: 2
-        color: mouse.containsMouse ? utils.accent : utils.orb_itemdowncolor
+        color: hovered ? utils.accent : utils.orb_itemdowncolor
     }
-
-    activeFocusOnTab: true
-    Keys.onReturnPressed: chosen()
-    Keys.onEnterPressed: chosen()
-    Keys.onSpacePressed: chosen()
-    Accessible.role: Accessible.Button
-    Accessible.name: title
     Accessible.description: description
-    Accessible.focusable: true
-    Accessible.onPressAction: chosen()
 
     ColumnLayout {
         anchors.fill: parent
@@ -41,7 +29,7 @@ Rectangle {
             Layout.topMargin: 2 * utils.grid
         }
         Label {
-            text: choice.title
+            text: choice.text
             font.pixelSize: utils.textTitle
             font.bold: true
             horizontalAlignment: Text.AlignHCenter
@@ -58,12 +46,4 @@ Rectangle {
             Layout.fillHeight: true
         }
     }
-    MouseArea {
-        id: mouse
-        anchors.fill: parent
-        hoverEnabled: true
-        cursorShape: Qt.PointingHandCursor
-        onClicked: choice.chosen()
-    }
-    FocusRing {}
 }

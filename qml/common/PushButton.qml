@@ -1,20 +1,11 @@
 import QtQuick 2.15
 
-Rectangle {
+Clickable {
     id: button
 
-    property string text
     property url icon
     property bool primary: false
     property bool boldUnlessHovered: false
-    readonly property bool hovered: mouse.containsMouse
-
-    signal clicked()
-
-    function press() {
-        if (enabled)
-            clicked();
-    }
 
     implicitWidth: Math.max(96, content.implicitWidth + 4 * utils.grid)
     implicitHeight: utils.controlHeight
@@ -23,21 +14,12 @@ Rectangle {
     color: {
         if (!enabled)
             return "transparent";
-        if (mouse.pressed)
+        if (held)
             return primary ? utils.accentPressed : utils.buttonPressed;
         if (hovered)
             return primary ? utils.accentHovered : utils.buttonHovered;
         return primary ? utils.accent : utils.orb_btnbackgroundcolor;
     }
-
-    activeFocusOnTab: true
-    Keys.onReturnPressed: press()
-    Keys.onEnterPressed: press()
-    Keys.onSpacePressed: press()
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.focusable: true
-    Accessible.onPressAction: press()
 
     Row {
         id: content
@@ -59,12 +41,4 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
         }
     }
-    MouseArea {
-        id: mouse
-        anchors.fill: parent
-        hoverEnabled: true
-        cursorShape: Qt.PointingHandCursor
-        onClicked: button.press()
-    }
-    FocusRing {}
 }

@@ -36,16 +36,16 @@ FocusScope {
                 objectName: "chooseWired"
                 focus: true
                 icon: "qrc:/res/image/orb_wired.png"
-                title: qsTr("有线串流")
+                text: qsTr("有线串流")
                 description: qsTr("用USB 3.0数据线连接，画面最稳定，同时为眼镜充电")
-                onChosen: page.choose(true)
+                onClicked: page.choose(true)
             }
             ModeChoice {
                 objectName: "chooseWireless"
                 icon: "qrc:/res/image/orb_wireless.png"
-                title: qsTr("无线串流")
+                text: qsTr("无线串流")
                 description: qsTr("通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络")
-                onChosen: page.choose(false)
+                onClicked: page.choose(false)
             }
         }
     }

@@ -118,7 +118,7 @@ void TestLegibility::textsStandOut()
     int texts = 0;
     for (QQuickItem *item : Interface::shownItems(root)) {
         if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty() ||
-            item->objectName() == "bannerHide") // the accent itself, which is dimmer
+            item->parentItem()->objectName() == "bannerHide") // the accent itself, which is dimmer
             continue;
         ++texts;
         const double found = contrast(item->property("color").value<QColor>(), ground(item));

@@ -319,7 +319,7 @@ void TestMainWindow::bannerCanBeSentAway()
     Interface pages;
     pages.load();
     QCOMPARE(pages.text("bannerHide"), QString::fromUtf8("不再提示"));
-    QCOMPARE(pages.item("bannerHide")->property("color").value<QColor>(), QColor("#1E68FF"));
+    QCOMPARE(pages.item("bannerHide")->property("textColor").value<QColor>(), QColor("#1E68FF"));
 
     pages.click("bannerHide");
     QVERIFY(!pages.shown("banner"));
