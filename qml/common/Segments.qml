@@ -51,50 +51,41 @@ Rectangle {
             id: parts
             model: segments.options
 
-            Rectangle {
+            Clickable {
                 id: part
 
                 readonly property bool isChosen: index === segments.index
 
                 objectName: "option" + modelData.value
+                text: modelData.text
                 width: segments.width / segments.options.length
                 height: segments.height
                 z: activeFocus ? 1 : 0 // the ring lies over the neighbours
                 radius: segments.radius
-                color: isChosen ? utils.accent : mouse.containsMouse ? utils.orb_itemcolor
+                color: isChosen ? utils.accent : hovered ? utils.orb_itemcolor
                                                                    : utils.orb_backgroundcolor
 
+                enterPresses: false
+                onClicked: segments.pick(index)
                 // The focused one has to be a stop until the focus has moved on.
                 activeFocusOnTab: isChosen || activeFocus || (index === 0 && segments.index < 0)
                 Keys.onLeftPressed: segments.move(index - 1)
                 Keys.onUpPressed: segments.move(index - 1)
                 Keys.onRightPressed: segments.move(index + 1)
                 Keys.onDownPressed: segments.move(index + 1)
-                Keys.onSpacePressed: segments.pick(index)
                 Accessible.role: Accessible.RadioButton
-                Accessible.name: modelData.text
                 Accessible.description: segments.name
-                Accessible.focusable: true
                 Accessible.checkable: true
                 Accessible.checked: isChosen
-                Accessible.onPressAction: segments.pick(index)
 
                 Text {
                     anchors.centerIn: parent
-                    text: modelData.text
+                    text: part.text
                     color: part.isChosen ? utils.text : utils.textSecondary
                     font.family: utils.orb_font
                     font.pixelSize: utils.textBody
                     textFormat: Text.PlainText
                 }
-                MouseArea {
-                    id: mouse
-                    anchors.fill: parent
-                    hoverEnabled: true
-                    cursorShape: Qt.PointingHandCursor
-                    onClicked: segments.pick(index)
-                }
-                FocusRing {}
             }
         }
     }

@@ -1,28 +1,23 @@
 import QtQuick 2.15
 
-// Something that is on or off, with a word for it.
-Item {
+// Something that is on or off, with a word for that. `text` is what.
+Clickable {
     id: row
 
-    property string name
     property bool checked: false
-    readonly property real radius: utils.itemRadius
 
     // The user wants it the other way round; whoever shows the row decides.
     signal toggled(bool wanted)
 
     implicitWidth: 8 * utils.grid
     implicitHeight: utils.controlHeight
-
-    activeFocusOnTab: true
-    Keys.onSpacePressed: toggled(!checked)
+    radius: utils.itemRadius
+    enterPresses: false
+    onClicked: toggled(!checked)
     Accessible.role: Accessible.CheckBox
-    Accessible.name: name
-    Accessible.focusable: true
     Accessible.checkable: true
     Accessible.checked: checked
-    Accessible.onPressAction: toggled(!checked)
-    Accessible.onToggleAction: toggled(!checked)
+    Accessible.onToggleAction: press()
 
     Rectangle {
         id: groove
@@ -54,10 +49,4 @@ Item {
         font.pixelSize: utils.textBody
         textFormat: Text.PlainText
     }
-    MouseArea {
-        anchors.fill: parent
-        cursorShape: Qt.PointingHandCursor
-        onClicked: row.toggled(!row.checked)
-    }
-    FocusRing {}
 }

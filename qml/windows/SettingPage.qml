@@ -203,7 +203,7 @@ DialogWindow {
             property bool installing: false
 
             objectName: "audio"
-            name: qsTr("麦克风")
+            text: qsTr("麦克风")
             Layout.preferredWidth: 14 * utils.grid
             onToggled: dialog.switchAudio(wanted)
         }
