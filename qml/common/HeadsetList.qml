@@ -38,10 +38,6 @@ ListView {
             --row;
         currentIndex = row >= 0 ? row : Math.min(likelyRow, count - 1);
     }
-    function activateCurrent() {
-        if (currentItem)
-            currentItem.activated();
-    }
 
     objectName: "headsets"
     Component.onCompleted: {
@@ -58,9 +54,6 @@ ListView {
     bottomMargin: ringRoom
 
     activeFocusOnTab: true
-    Keys.onReturnPressed: activateCurrent()
-    Keys.onEnterPressed: activateCurrent()
-    Keys.onSpacePressed: activateCurrent()
     Accessible.role: Accessible.List
     Accessible.name: qsTr("可用的VR眼镜")
     Accessible.focusable: true
@@ -73,7 +66,7 @@ ListView {
         recent: model.isRecent
         likely: index === ListView.view.likelyRow
         current: ListView.isCurrentItem && ListView.view.activeFocus
-        onActivated: ListView.view.activated(name, address, !connected)
+        onClicked: ListView.view.activated(name, address, !connected)
     }
     Connections {
         target: headsets.model

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-// One headset of the list.
-Rectangle {
+// One headset of the list. The mouse presses its button.
+Clickable {
     id: row
 
     property string name
@@ -14,18 +14,17 @@ Rectangle {
     // The row that the keyboard works on.
     property bool current: false
 
-    signal activated()
-
     implicitHeight: 8 * utils.grid
     radius: utils.itemRadius
     color: utils.orb_itemcolor
+    text: recent ? name + " " + recentMark.text : name
+    takesMouse: false
+    activeFocusOnTab: false // the list is one stop; its arrows choose the row
+    ringed: current
     Accessible.role: Accessible.ListItem
-    Accessible.name: recent ? name + " " + recentMark.text : name
     Accessible.description: button.text
-    Accessible.focusable: true
     Accessible.selectable: true
     Accessible.selected: current
-    Accessible.onPressAction: row.activated()
 
     RowLayout {
         anchors.fill: parent
@@ -76,11 +75,8 @@ Rectangle {
             objectName: "connect"
             text: row.connected ? qsTr("已连接") : qsTr("连接")
             primary: row.likely && !row.connected
-            activeFocusOnTab: false // the list is one stop; its arrows choose the row
-            onClicked: row.activated()
+            activeFocusOnTab: false
+            onClicked: row.clicked()
         }
-    }
-    FocusRing {
-        visible: row.current
     }
 }
