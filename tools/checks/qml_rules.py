@@ -7,6 +7,7 @@ import subprocess
 from .tree import Problem
 
 LOOK = "qml/Utils.qml"
+CONTROL = "qml/common/Clickable.qml"
 
 _COLOUR_NAMES = """aliceblue antiquewhite aqua aquamarine azure beige bisque black blanchedalmond
 blue blueviolet brown burlywood cadetblue chartreuse chocolate coral cornflowerblue cornsilk crimson
@@ -68,6 +69,21 @@ def animators(tree):
             if match:
                 yield Problem(path, number, f"{match.group(1)} stands still while the GUI thread "
                                             "waits: use an Animator")
+
+
+_PRESS = re.compile(r"\b(onPressAction|onToggleAction)\s*:(?!\s*press\(\))")
+
+
+def controls(tree):
+    """one place for what can be pressed"""
+    for path in tree.qml():
+        if not path.startswith("qml/") or path == CONTROL:
+            continue
+        for number, line in enumerate(_without_comments(tree.text(path)).split("\n"), 1):
+            match = _PRESS.search(line)
+            if match:
+                yield Problem(path, number, f"{match.group(1)} outside of {CONTROL}: make it of "
+                                            "that, which has keys, mouse and ring as well")
 
 
 _TIMER = re.compile(r"\b(Timer)\s*\{")
