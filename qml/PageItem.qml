@@ -7,19 +7,21 @@ import "common"
 Card {
     id: page
 
+    enum Phase { Searching, Detecting, Choose, ChooseOne, Connecting, Connected }
+
     readonly property bool connected: orb.vrIsConnect
     // Whether the one headset that is listed is about to be connected.
     property bool awaited: false
-    readonly property string phase: {
+    readonly property int phase: {
         if (connected)
-            return "connected";
+            return PageItem.Connected;
         if (orb.wired)
-            return orb.hasEnumdevices ? "connecting" : "detecting";
+            return orb.hasEnumdevices ? PageItem.Connecting : PageItem.Detecting;
         if (headsets.count > 1)
-            return "choose";
+            return PageItem.Choose;
         if (headsets.count === 1)
-            return awaited ? "connecting" : "chooseOne";
-        return "searching";
+            return awaited ? PageItem.Connecting : PageItem.ChooseOne;
+        return PageItem.Searching;
     }
 
     property var road: null
@@ -44,16 +46,22 @@ Card {
     title: orb.vrName
     status: {
         switch (phase) {
-        case "connected": return qsTr("已连接，戴上眼镜开始串流吧！");
-        case "connecting": return qsTr("连接中");
-        case "detecting": return qsTr("检测中");
-        case "choose": return qsTr("请选择设备连接");
-        case "chooseOne": return qsTr("请选择眼镜连接");
+        case PageItem.Connected: return qsTr("已连接，戴上眼镜开始串流吧！");
+        case PageItem.Connecting: return qsTr("连接中");
+        case PageItem.Detecting: return qsTr("检测中");
+        case PageItem.Choose: return qsTr("请选择设备连接");
+        case PageItem.ChooseOne: return qsTr("请选择眼镜连接");
         }
         return qsTr("搜索中");
     }
-    mark: phase === "connected" ? "done"
-        : phase === "choose" || phase === "chooseOne" ? "attention" : "busy"
+    mark: {
+        switch (phase) {
+        case PageItem.Connected: return StatusMark.Done;
+        case PageItem.Choose:
+        case PageItem.ChooseOne: return StatusMark.Attention;
+        }
+        return StatusMark.Busy;
+    }
     corner: LinkBadge {
         objectName: "linkBadge"
         wired: orb.wired

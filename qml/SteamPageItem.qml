@@ -19,7 +19,7 @@ Card {
 
     title: qsTr("Steam软件")
     status: !checked ? qsTr("检测中") : ready ? qsTr("已就绪") : qsTr("请按以下步骤操作")
-    mark: !checked ? "busy" : ready ? "done" : "attention"
+    mark: !checked ? StatusMark.Busy : ready ? StatusMark.Done : StatusMark.Attention
     foot: LinkText {
         objectName: "steamHelp"
         text: qsTr("Steam VR检测不到设备？")
@@ -33,16 +33,16 @@ Card {
     SteamItem {
         id: steam
         objectName: "steamItem"
-        label: phase === "missing" ? qsTr("安装Steam软件") : qsTr("Steam软件")
-        phase: !page.checked ? "busy"
-             : orb.haslaunchSteam ? "running"
-             : orb.steamState === ORBManagerCLS.NoneSteam ? "missing" : "stopped"
+        label: phase === SteamItem.Missing ? qsTr("安装Steam软件") : qsTr("Steam软件")
+        phase: !page.checked ? SteamItem.Unknown
+             : orb.haslaunchSteam ? SteamItem.Running
+             : orb.steamState === ORBManagerCLS.NoneSteam ? SteamItem.Missing : SteamItem.Stopped
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.minimumHeight: 7 * utils.grid
         Layout.maximumHeight: implicitHeight
         onActivated: {
-            if (phase === "missing")
+            if (phase === SteamItem.Missing)
                 orb.gotoWeb(ORBManagerCLS.SteamUrl);
             else
                 orb.launchSteam();
@@ -51,12 +51,12 @@ Card {
     SteamItem {
         id: steamVR
         objectName: "steamVRItem"
-        primary: steam.phase === "running"
-        label: phase === "missing" ? qsTr("安装Steam VR软件") : qsTr("Steam VR软件")
-        phase: !page.checked ? "busy"
-             : orb.haslaunchSteamVR ? "running"
+        primary: steam.phase === SteamItem.Running
+        label: phase === SteamItem.Missing ? qsTr("安装Steam VR软件") : qsTr("Steam VR软件")
+        phase: !page.checked ? SteamItem.Unknown
+             : orb.haslaunchSteamVR ? SteamItem.Running
              : orb.steamState === ORBManagerCLS.NoneSteam
-               || orb.steamState === ORBManagerCLS.NoneSteamVR ? "missing" : "stopped"
+               || orb.steamState === ORBManagerCLS.NoneSteamVR ? SteamItem.Missing : SteamItem.Stopped
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.minimumHeight: 7 * utils.grid

@@ -7,10 +7,12 @@ import "common"
 Card {
     id: page
 
+    // Unknown: the controller had no look yet.
+    enum Verdict { Unknown, Good, Bad }
+
     // Pairs of a label and a value; empty before the controller had a look.
     readonly property var rows: parsed(orb.simplySystemInfo)
-    // "unknown" before the controller had a look, then "good" or "bad".
-    property string verdict: "unknown"
+    property int verdict: SystemPageItem.Unknown
 
     // The user wants to see everything.
     signal more()
@@ -29,13 +31,15 @@ Card {
     // look that the controller had, and not before the window can show a notice.
     function check() {
         if (rows.length > 0)
-            verdict = orb.pcHardware !== ORBManagerCLS.NotCanRun ? "good" : "bad";
+            verdict = orb.pcHardware !== ORBManagerCLS.NotCanRun ? SystemPageItem.Good
+                                                                : SystemPageItem.Bad;
     }
 
     title: qsTr("PC配置")
-    status: verdict === "good" ? qsTr("本机配置符合要求")
-          : verdict === "bad" ? qsTr("本机配置无法串流") : qsTr("检测中")
-    mark: verdict === "good" ? "done" : verdict === "bad" ? "failure" : "busy"
+    status: verdict === SystemPageItem.Good ? qsTr("本机配置符合要求")
+          : verdict === SystemPageItem.Bad ? qsTr("本机配置无法串流") : qsTr("检测中")
+    mark: verdict === SystemPageItem.Good ? StatusMark.Done
+        : verdict === SystemPageItem.Bad ? StatusMark.Failure : StatusMark.Busy
     foot: LinkText {
         objectName: "systemMore"
         text: qsTr("查看更多配置")

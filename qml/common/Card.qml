@@ -9,7 +9,7 @@ Rectangle {
 
     property string title
     property string status
-    property string mark: "todo"
+    property int mark: StatusMark.Todo
     property bool collapsed: false
     // Stands at the right end of the title.
     property alias corner: cornerRow.data

@@ -13,7 +13,7 @@ RowLayout {
 
     StatusMark {
         id: statusMark
-        kind: "attention"
+        kind: StatusMark.Attention
         Layout.alignment: Qt.AlignTop
     }
     ColumnLayout {

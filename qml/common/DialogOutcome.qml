@@ -28,7 +28,7 @@ ColumnLayout {
         StatusMark {
             id: statusMark
             anchors.centerIn: parent
-            kind: "done"
+            kind: StatusMark.Done
         }
     }
     Label {

@@ -19,8 +19,8 @@ ColumnLayout {
         RowLayout {
             id: stage
 
-            readonly property string state: model.reached ? qsTr("已就绪")
-                                          : model.waiting ? qsTr("等待中") : qsTr("未就绪")
+            readonly property string progress: model.reached ? qsTr("已就绪")
+                                             : model.waiting ? qsTr("等待中") : qsTr("未就绪")
             readonly property string since: {
                 const clock = list.time(model.since);
                 return clock ? qsTr("自 %1").arg(clock) : "";
@@ -32,7 +32,7 @@ ColumnLayout {
             Layout.fillWidth: true
             Layout.preferredHeight: 8 * utils.grid
             Accessible.role: Accessible.StaticText
-            Accessible.name: model.name + " " + state + " " + since
+            Accessible.name: model.name + " " + progress + " " + since
 
             Item {
                 implicitWidth: utils.iconSize
@@ -45,9 +45,10 @@ ColumnLayout {
                     color: stage.reached ? utils.done : utils.outline
                     anchors.horizontalCenter: parent.horizontalCenter
                 }
-                StatusMark {
+                StageMark {
                     anchors.centerIn: parent
-                    kind: model.reached ? "done" : model.waiting ? "current" : "todo"
+                    reached: model.reached
+                    waiting: model.waiting
                 }
                 Rectangle {
                     visible: index < list.road.rowCount() - 1
@@ -63,7 +64,7 @@ ColumnLayout {
                 Layout.fillWidth: true
             }
             Label {
-                text: stage.state
+                text: stage.progress
                 color: model.reached ? utils.done : model.waiting ? utils.text : utils.textSecondary
                 font.pixelSize: utils.textSmall
                 Accessible.ignored: true

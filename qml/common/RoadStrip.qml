@@ -29,8 +29,9 @@ Item {
                     color: parent.reached ? utils.done : utils.outline
                     anchors.verticalCenter: parent.verticalCenter
                 }
-                StatusMark {
-                    kind: model.reached ? "done" : model.waiting ? "current" : "todo"
+                StageMark {
+                    reached: model.reached
+                    waiting: model.waiting
                     width: 20
                     height: 20
                 }

@@ -1,31 +1,36 @@
 import QtQuick 2.15
 
 // A state as an icon: each has a shape of its own, so that colour alone never
-// tells it. `kind` is one of "busy", "todo", "current", "done", "info",
-// "attention", "failure".
+// tells it.
 Item {
     id: mark
 
-    property string kind: "todo"
-    readonly property var icons: ({
-        todo: "orb_todo.png",
-        current: "orb_current.png",
-        done: "orb_suc.png",
-        info: "orb_tips.png",
-        attention: "orb_attention.png",
-        failure: "orb_fail.png"
-    })
+    enum Kind { Todo, Current, Done, Info, Attention, Failure, Busy }
+
+    property int kind: StatusMark.Todo
+
+    function icon() {
+        switch (kind) {
+        case StatusMark.Todo: return "orb_todo.png";
+        case StatusMark.Current: return "orb_current.png";
+        case StatusMark.Done: return "orb_suc.png";
+        case StatusMark.Info: return "orb_tips.png";
+        case StatusMark.Attention: return "orb_attention.png";
+        case StatusMark.Failure: return "orb_fail.png";
+        }
+        return ""; // Busy turns
+    }
 
     implicitWidth: utils.iconSize
     implicitHeight: utils.iconSize
 
     QmlBusyIndicator {
         anchors.fill: parent
-        visible: mark.kind === "busy"
+        visible: mark.kind === StatusMark.Busy
     }
     Image {
         anchors.fill: parent
-        visible: mark.kind !== "busy"
-        source: visible ? "qrc:/res/image/" + mark.icons[mark.kind] : ""
+        visible: mark.kind !== StatusMark.Busy
+        source: visible ? "qrc:/res/image/" + mark.icon() : ""
     }
 }

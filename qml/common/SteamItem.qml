@@ -2,12 +2,15 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
 // One program that has to run: what it is, how it is, and the button that
-// brings it further. `phase` is one of "busy", "missing", "stopped", "running".
+// brings it further.
 Rectangle {
     id: item
 
+    // Unknown: nobody looked yet.
+    enum Phase { Unknown, Missing, Stopped, Running }
+
     property string label
-    property string phase: "busy"
+    property int phase: SteamItem.Unknown
     // Whether this is what has to be done next.
     property bool primary: true
 
@@ -24,7 +27,14 @@ Rectangle {
         spacing: 2 * utils.grid
 
         StatusMark {
-            kind: ({ busy: "busy", missing: "attention", stopped: "todo", running: "done" })[item.phase]
+            kind: {
+                switch (item.phase) {
+                case SteamItem.Missing: return StatusMark.Attention;
+                case SteamItem.Stopped: return StatusMark.Todo;
+                case SteamItem.Running: return StatusMark.Done;
+                }
+                return StatusMark.Busy;
+            }
         }
         Label {
             text: item.label
@@ -33,11 +43,11 @@ Rectangle {
             Layout.fillWidth: true
         }
         PushButton {
-            text: item.phase === "missing" ? qsTr("安装")
-                : item.phase === "running" ? qsTr("已启动") : qsTr("启动")
-            primary: item.primary && item.phase !== "running"
-            enabled: item.phase === "missing" || item.phase === "stopped"
-            visible: item.phase !== "busy"
+            text: item.phase === SteamItem.Missing ? qsTr("安装")
+                : item.phase === SteamItem.Running ? qsTr("已启动") : qsTr("启动")
+            primary: item.primary && item.phase !== SteamItem.Running
+            enabled: item.phase === SteamItem.Missing || item.phase === SteamItem.Stopped
+            visible: item.phase !== SteamItem.Unknown
             Accessible.description: item.label
             onClicked: item.activated()
         }

@@ -55,7 +55,7 @@ DialogWindow {
     DialogOutcome {
         objectName: "thanks"
         visible: dialog.sent
-        mark: "done"
+        mark: StatusMark.Done
         text: qsTr("已提交，感谢您的反馈")
         detail: contact.text === "" ? qsTr("我们会根据您的反馈改进产品。")
                                     : qsTr("我们会根据您的反馈改进产品，需要时会与您联系。")

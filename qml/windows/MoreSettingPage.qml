@@ -31,13 +31,13 @@ DialogWindow {
     DialogOutcome {
         objectName: "searching"
         visible: headsets.count === 0
-        mark: "busy"
+        mark: StatusMark.Busy
         text: qsTr("搜索中")
         detail: qsTr("请戴上VR眼镜，打开串流应用，并确认它和电脑在同一个网络。")
     }
     DialogMessage {
         visible: headsets.count > 0
-        mark: "info"
+        mark: StatusMark.Info
         text: headsets.count > 1 ? qsTr("发现多个VR眼镜，请选择要连接的眼镜")
                                  : qsTr("请选择要连接的眼镜")
         detail: qsTr("串流设置按眼镜型号保存，连接后自动生效。")

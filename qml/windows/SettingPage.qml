@@ -218,7 +218,7 @@ DialogWindow {
         spacing: utils.grid
 
         StatusMark {
-            kind: dialog.onlyBitRate ? "done" : "attention"
+            kind: dialog.onlyBitRate ? StatusMark.Done : StatusMark.Attention
         }
         Label {
             objectName: "restart"

@@ -34,7 +34,7 @@ DialogWindow {
         onTriggered: dialog.close()
     }
     DialogOutcome {
-        mark: "info"
+        mark: StatusMark.Info
         text: qsTr("应用程序已打开")
     }
 }

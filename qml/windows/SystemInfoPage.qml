@@ -33,7 +33,7 @@ DialogWindow {
     DialogOutcome {
         objectName: "empty"
         visible: dialog.columns.length === 0
-        mark: "busy"
+        mark: StatusMark.Busy
         text: qsTr("检测中")
         detail: qsTr("选择串流方式后，会检测这台电脑的配置。")
     }

@@ -70,7 +70,8 @@ DialogWindow {
     ]
 
     DialogMessage {
-        mark: dialog.failed ? "failure" : dialog.isForce ? "attention" : "info"
+        mark: dialog.failed ? StatusMark.Failure
+            : dialog.isForce ? StatusMark.Attention : StatusMark.Info
         text: dialog.failed ? qsTr("安装未能开始")
             : dialog.isForce ? qsTr("需要更新到新版本才能继续使用") : qsTr("新版本已下载，可以安装")
         detail: dialog.failed ? qsTr("请重试；如果仍然失败，请重新启动程序后再更新。")

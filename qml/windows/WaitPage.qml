@@ -24,7 +24,7 @@ DialogWindow {
         onTriggered: dialog.close()
     }
     DialogMessage {
-        mark: "busy"
+        mark: StatusMark.Busy
         text: dialog.text
         detail: qsTr("完成后此窗口会自动关闭。")
         Layout.fillWidth: true

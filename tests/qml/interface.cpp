@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQmlContext>
+#include <QQmlExpression>
 #include <QQuickWindow>
 #include <QTest>
 
@@ -151,6 +152,21 @@ QString Interface::text(const QString &objectName, const char *property) const
 {
     const QObject *found = find(objectName);
     return found ? found->property(property).toString() : QStringLiteral("(no such object)");
+}
+
+int Interface::value(const QString &name) const
+{
+    QQmlExpression expression(qmlContext(window_), window_, name);
+    const QVariant found = expression.evaluate();
+    if (found.type() != QVariant::Int)
+        qWarning("%s is no value", qPrintable(name));
+    return found.toInt();
+}
+
+bool Interface::is(const QString &objectName, const char *property, const QString &name) const
+{
+    const QObject *found = find(objectName);
+    return found && found->property(property) == value(name);
 }
 
 void Interface::settle() const

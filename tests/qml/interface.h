@@ -77,6 +77,10 @@ public:
     // Whether the item is shown, with everything around it.
     bool shown(const QString &objectName) const;
     QString text(const QString &objectName, const char *property = "text") const;
+    // What a name of an enum in the pages stands for, e.g. "StatusMark.Done".
+    int value(const QString &name) const;
+    // Whether the property of a named object has the value of that name.
+    bool is(const QString &objectName, const char *property, const QString &name) const;
 
     // Places everything. Layouts and lists do so only when a frame is about to
     // be drawn, and one may follow another.
