@@ -33,7 +33,8 @@ Rectangle {
 
         DialogMessage {
             id: message
-            mark: ({ [Checks.Hint]: "info", [Checks.Error]: "failure" })[card.severity] || "attention"
+            mark: card.severity === Checks.Hint ? StatusMark.Info
+                : card.severity === Checks.Error ? StatusMark.Failure : StatusMark.Attention
             Layout.fillWidth: true
         }
         PushButton {

@@ -238,7 +238,8 @@ private slots:
         m.pc.pc.processes.start("adb.exe");
         QStringList seen; // by a page that hears of the change
         connect(&m.mode, &LinkMode::wiredChanged, [&] {
-            seen << m.flow.connectedSerial() << (m.pc.pc.processes.isRunning("adb.exe") ? "runs" : "ended");
+            seen << m.flow.connectedSerial()
+                 << (m.pc.pc.processes.isRunning("adb.exe") ? "runs" : "ended");
         });
         m.mode.choose(LinkKind::Wireless);
         QCOMPARE(seen, QStringList({"D3USB", "runs"}));
