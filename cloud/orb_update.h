@@ -48,7 +48,7 @@ public:
     // Starts the downloaded installer; false when there is none, and whenever
     // it was called before.
     Q_INVOKABLE bool setup();
-    // The assistant's version as it is shown, for example "v1.1.16".
+    // The assistant's version as it is shown, for example "v1.2.3".
     Q_INVOKABLE QString version();
 
     // Gives up whatever is under way, without a word to anybody. To be called

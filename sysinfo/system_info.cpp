@@ -190,7 +190,7 @@ QString SystemInfo::requiredDirectX()
 
 QString SystemInfo::assistantVersion()
 {
-    return QStringLiteral("1.1.16.420");
+    return QStringLiteral(KOLM_VERSION);
 }
 
 bool SystemInfo::isAudioOutputSupported()

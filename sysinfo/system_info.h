@@ -51,7 +51,7 @@ public:
     static QString recommendedRam();
     static QString requiredDirectX();
 
-    // The assistant's own version.
+    // The assistant's own version, four numbers (the root's CMakeLists.txt).
     static QString assistantVersion();
 
     // Whether the first wave-output device is stereo. A true answer is kept.

@@ -12,12 +12,12 @@ struct Answer
 {
     int status = 200;
     QList<QPair<QByteArray, QByteArray>> headers; // besides length and encoding
-    QByteArray body;      // "{base}" in it stands for the address that was asked
-    qint64 size = -1;     // a body of so many bytes of the pattern instead
-    bool length = true;   // says how long the body is
-    bool chunked = false; // sends it in chunks
-    int pieces = 1;       // sends it in so many pieces
-    int gap = 50;         // ms between two pieces
+    QByteArray body;                              // see the README for what stands in braces
+    qint64 size = -1;                             // a body of so many bytes of the pattern instead
+    bool length = true;                           // says how long the body is
+    bool chunked = false;                         // sends it in chunks
+    int pieces = 1;                               // sends it in so many pieces
+    int gap = 50;                                 // ms between two pieces
     qint64 cutAfter = -1; // closes the connection after so many bytes of the body
     bool silent = false;  // never answers
     bool endless = false; // begins anew at the end of the body

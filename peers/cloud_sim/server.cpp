@@ -127,5 +127,6 @@ Answer Server::answerTo(const Request &request)
     const QByteArray base = "https://" + request.header("Host") +
                             (tag.isEmpty() ? QByteArray() : QByteArray("/@" + tag));
     answer.body.replace("{base}", base);
+    answer.body.replace("{version}", KOLM_VERSION);
     return answer;
 }

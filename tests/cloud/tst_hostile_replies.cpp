@@ -372,7 +372,7 @@ private slots:
         QStringList files = tree();
         files.removeAll("compare.json");
         QCOMPARE(files,
-                 offers == 1 ? QStringList("data/download/KOLM_Setup_1.1.17.exe") : QStringList());
+                 offers == 1 ? QStringList("data/download/KOLM_Setup_9.1.17.exe") : QStringList());
     }
 
     void reportsEndInTheLog_data() { addRows(); }

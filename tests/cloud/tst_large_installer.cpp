@@ -57,7 +57,7 @@ private slots:
         QVERIFY(std::is_sorted(progress.begin(), progress.end()));
         QVERIFY(progress.first() >= 0.0f);
         QCOMPARE(progress.last(), 1.0f);
-        QVERIFY(isWhole(path("data/download/KOLM_Setup_1.1.17.exe")));
+        QVERIFY(isWhole(path("data/download/KOLM_Setup_9.1.17.exe")));
         QCOMPARE(QDir(path("data/download")).entryList(QDir::Files | QDir::Hidden).size(), 1);
         if (before == 0)
             return; // nobody counts here

@@ -65,7 +65,7 @@ private slots:
     {
         const auto program = started("newer");
         QVERIFY(program);
-        const QString installer = program->dataDir() + "/download/KOLM_Setup_1.1.17.exe";
+        const QString installer = program->dataDir() + "/download/KOLM_Setup_9.1.17.exe";
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(installer), 30000);
         QCOMPARE(program->read(installer).size(), 300000);
         QVERIFY(program->log().contains("]:start update"));

@@ -298,7 +298,7 @@ void TestWindow::acceptedUpdateIsStartedAndTheProgramEnds()
     program.environment.insert("SIMPC_CLOUD_HOST", cloud.host());
     QVERIFY(program.start());
     QCOMPARE(tell("until dialog UpdatePage"), QString("ok"));
-    const QString installer = program.dataDir() + "/download/KOLM_Setup_1.1.17.exe";
+    const QString installer = program.dataDir() + "/download/KOLM_Setup_9.1.17.exe";
     QVERIFY(QFileInfo(installer).isFile());
     QCOMPARE(program.journal().filter("KOLM_Setup"), QStringList());
 

@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QString address = QString::fromUtf8(end < 0 ? QByteArray() : bytes.mid(end + 1));
 
     // Nothing is newer than itself, and of two only one is.
-    const QString own = QStringLiteral("1.1.16.420");
+    const QString own = QStringLiteral("1.2.30.400");
     REQUIRE(!isNewerVersion(version, version) || version.count('_') == 2);
     REQUIRE(!isNewerVersion(own, version) || version.contains('_') ||
             !isNewerVersion(version, own));

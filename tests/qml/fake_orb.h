@@ -212,7 +212,7 @@ public:
     bool setupSucceeds = true;
 
     Q_INVOKABLE bool setup();
-    Q_INVOKABLE QString version() { return QStringLiteral("v1.1.16"); }
+    Q_INVOKABLE QString version() { return QStringLiteral("v1.2.3"); }
 
 signals:
     void updateSignal(QString note, bool isForce);

@@ -127,7 +127,7 @@ void TestMainWindow::titleRowShowsTheVersion()
 {
     Interface pages;
     pages.load();
-    QCOMPARE(pages.text("version"), QStringLiteral("v1.1.16"));
+    QCOMPARE(pages.text("version"), QStringLiteral("v1.2.3"));
     const QFont font = pages.item("version")->property("font").value<QFont>();
     QCOMPARE(font.pixelSize(), 16);
     QVERIFY(font.bold());

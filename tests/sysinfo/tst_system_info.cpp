@@ -32,7 +32,7 @@ private slots:
         pc.registry.setText(localMachine + "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
                             "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
         SystemInfo info;
-        const QJsonObject expected{{"streamingAssistantVersion", "1.1.16.420"},
+        const QJsonObject expected{{"streamingAssistantVersion", KOLM_VERSION},
                                    {"GUID", "0f-1e"},
                                    {"os", "Windows 10 Home"},
                                    {"cpu", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"},

@@ -21,6 +21,7 @@ CHECK = ROOT / "tools" / "check"
 SIMPC = "SIMPC" + "_"
 
 GOOD = {
+    "CMakeLists.txt": "project(A VERSION 2.34.5.6)\n",
     "cmake/rooms.txt": bad_rooms.ROOMS,
     "ARCHITECTURE.md": "# Architecture\n" + bad_rooms.PICTURE.replace(
         "    link --> pc\n", "    demonstration --> app\n    demonstration --> simpc\n"
@@ -152,6 +153,13 @@ BAD = [
      [("simpc/a.cpp", 1, "a row in demonstration/README.md")]),
     ("waiting in QML", "waiting", {"tests/qml/a.qml": "Item {\n  function f() { wait(500) }\n}"},
      [("tests/qml/a.qml", 2, "tryCompare")]),
+    ("the version in a source", "version",
+     {"CMakeLists.txt": "# It is 2.34.5.6.\nproject(A VERSION 2.34.5.6 LANGUAGES CXX)\n",
+      "a/a.cpp": 'auto v = "v2.34.5.6";\n// 12.34.5.6 2.34.5.60 2.34.5 2.34.5.6.7\n',
+      "b/b.rc": "\nFILEVERSION 2,34,5,6\n", "c/c.json": '"KOLM_2.34.5_6"', "d/d": b"\xff\n2.34.5.6."},
+     [("CMakeLists.txt", 1, "stands in CMakeLists.txt alone"), ("a/a.cpp", 1, "KOLM_VERSION"),
+      ("b/b.rc", 2, "KOLM_VERSION"), ("c/c.json", 1, "make up"), ("d/d", 2, "KOLM_VERSION")]),
+    ("no version", "version", {"CMakeLists.txt": "project(A)\n"}, [("CMakeLists.txt", 1, "stands in")]),
     ("bad format", "format",
      {"ui/a.cpp": "int a;\nint  b;\nint  c;\n", "ui/b.cpp": "int b;\n", ".clang-format": None},
      [("ui/a.cpp", 2, "clang-format -i ui/a.cpp")]),
@@ -178,7 +186,10 @@ class CheckTest(unittest.TestCase):
         for name, text in files.items():
             path = self.root / name
             path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_text((ROOT / name).read_text() if text is None else text, "utf-8")
+            if isinstance(text, bytes):
+                path.write_bytes(text)
+            else:
+                path.write_text((ROOT / name).read_text() if text is None else text, "utf-8")
 
     def check(self, *arguments):
         run = subprocess.run([sys.executable, CHECK, "--root", self.root, *arguments],
