@@ -13,15 +13,17 @@ constexpr quint32 forgetAfterBatches = 10;
 
 CommandDispatcher::CommandDispatcher(Callbacks callbacks) : callbacks_(std::move(callbacks)) {}
 
-void CommandDispatcher::processBatch(const std::vector<std::string> &lines)
+CommandDispatcher::Reported
+CommandDispatcher::processBatch(const std::vector<std::string> &lines)
 {
+    Reported reported;
     if (lines.empty())
-        return;
-    bool reported = false;
+        return reported;
     for (const std::string &line : lines) {
         const command_protocol::Line split = command_protocol::splitLine(line);
         command_protocol::Command command = command_protocol::parse(split);
-        reported = reported || std::holds_alternative<command_protocol::HmdInfoBack>(command);
+        reported.usb |= std::holds_alternative<command_protocol::DeviceConnectBack>(command);
+        reported.list |= std::holds_alternative<command_protocol::HmdInfoBack>(command);
         std::visit([this](auto &received) { act(received); }, command);
         quint32 idleBatches;
         {
@@ -31,13 +33,14 @@ void CommandDispatcher::processBatch(const std::vector<std::string> &lines)
         qInfo() << command_protocol::toText(split.name) << command_protocol::toText(split.argument)
                 << idleBatches;
     }
-    if (reported)
-        return;
+    if (reported.list)
+        return reported;
     const std::lock_guard<std::mutex> lock(mutex_);
     if (++idleBatches_ == forgetAfterBatches) {
         idleBatches_ = 0;
         hmdInfoBack_.clear();
     }
+    return reported;
 }
 
 void CommandDispatcher::act(const command_protocol::DeviceConnectBack &report)

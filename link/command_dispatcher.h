@@ -23,9 +23,16 @@ public:
 
     explicit CommandDispatcher(Callbacks callbacks);
 
+    // What a batch told.
+    struct Reported
+    {
+        bool usb = false;  // whether the USB headset is connected
+        bool list = false; // which headsets there are
+    };
+
     // Acts on the lines that were received in one go, in their order. After ten
     // batches in a row without a list of headsets the last list is forgotten.
-    void processBatch(const std::vector<std::string> &lines);
+    Reported processBatch(const std::vector<std::string> &lines);
 
     // The next list of headsets is answered with "RegisterFireWall", once.
     void setRegisterFirewallPending();

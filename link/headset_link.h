@@ -35,4 +35,8 @@ public:
     virtual HeadsetList hmdInfoList() const = 0;
     // Whether a server is connected.
     virtual bool hasClient() const = 0;
+    // Whether the server that is connected now has itself said if the USB
+    // headset is connected (`wired`), or sent a list: the getters above also
+    // keep what one before it said.
+    virtual bool hasReported(bool wired) const = 0;
 };

@@ -54,6 +54,9 @@ struct SysManager::Worker
 
     std::atomic<bool> stop{false};
     std::atomic<quint64> wakeUps{0};
+    // Which client reported on the USB headset last, and which sent a list.
+    std::atomic<quint64> usbReporter{0};
+    std::atomic<quint64> listReporter{0};
     std::thread thread;
     const std::shared_ptr<Poller> poller;
     const std::shared_ptr<IPCSock> socket;
@@ -103,9 +106,15 @@ void SysManager::Worker::run()
 void SysManager::Worker::processPass()
 {
     socket->acceptClient();
+    const quint64 client = socket->clientNumber();
     std::vector<std::string> lines;
-    if (socket->receiveLines(&lines))
-        dispatcher.processBatch(lines);
+    if (!socket->receiveLines(&lines))
+        return;
+    const CommandDispatcher::Reported reported = dispatcher.processBatch(lines);
+    if (reported.usb)
+        usbReporter = client;
+    if (reported.list)
+        listReporter = client;
 }
 
 void SysManager::Worker::sendPosted()
@@ -230,6 +239,12 @@ HeadsetList SysManager::hmdInfoList() const
 bool SysManager::hasClient() const
 {
     return worker_->socket->hasClient();
+}
+
+bool SysManager::hasReported(bool wired) const
+{
+    const quint64 client = worker_->socket->clientNumber();
+    return client != 0 && client == (wired ? worker_->usbReporter : worker_->listReporter);
 }
 
 quint64 SysManager::wakeUps() const

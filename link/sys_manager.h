@@ -40,6 +40,7 @@ public:
     QString deviceId() const override;
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
+    bool hasReported(bool wired) const override;
 
     // Sends a text of the protocol as it stands, up to its first NUL if it
     // holds one. Writes it to the standard output as well, also when there is

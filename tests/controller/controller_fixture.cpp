@@ -26,10 +26,23 @@ ServerInProcess::ServerInProcess(std::function<void()> restartSteamVR)
 {
 }
 
-void ServerInProcess::receive(const QString &text)
+// Whether anybody is there who receives it.
+bool ServerInProcess::receive(const QString &text)
 {
     if (present)
         received.append(text);
+    else
+        reported_ = {};
+    return present;
+}
+
+void ServerInProcess::report(const QString &line)
+{
+    if (!answers)
+        return;
+    const CommandDispatcher::Reported now = dispatcher_.processBatch({line.toStdString()});
+    reported_.usb |= now.usb;
+    reported_.list |= now.list;
 }
 
 void ServerInProcess::linkTo(const QString &serial, const QString &address)
@@ -50,8 +63,7 @@ void ServerInProcess::disconnect(const QString &serial, const QString &address)
 
 void ServerInProcess::requestHmdInfo()
 {
-    receive(command_protocol::hmdInfoRequest());
-    if (!present)
+    if (!receive(command_protocol::hmdInfoRequest()))
         return;
     QStringList items;
     if (!reportedId.isEmpty())
@@ -60,15 +72,13 @@ void ServerInProcess::requestHmdInfo()
         items.append(headset.serial + ';' + headset.address + ';' +
                      (headset.connected ? "true" : "false") + ";0");
     }
-    dispatcher_.processBatch({("HMDINFOBACK\t" + items.join('~')).toStdString()});
+    report("HMDINFOBACK\t" + items.join('~'));
 }
 
 void ServerInProcess::sendWiredConnect(bool wired)
 {
-    receive(command_protocol::connectionRequest(wired));
-    if (present)
-        dispatcher_.processBatch(
-            {usbConnected ? "DeviceConnectBack\ttrue" : "DeviceConnectBack\tfalse"});
+    if (receive(command_protocol::connectionRequest(wired)))
+        report(usbConnected ? "DeviceConnectBack\ttrue" : "DeviceConnectBack\tfalse");
 }
 
 void ServerInProcess::setRegisterFirewallPending()
@@ -94,6 +104,11 @@ HeadsetList ServerInProcess::hmdInfoList() const
 bool ServerInProcess::hasClient() const
 {
     return present;
+}
+
+bool ServerInProcess::hasReported(bool wired) const
+{
+    return present && (wired ? reported_.usb : reported_.list);
 }
 
 PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const Describe &describe)

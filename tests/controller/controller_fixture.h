@@ -33,6 +33,7 @@ public:
     QString reportedId;        // "deviceId:" item of the report; empty: none
     bool usbConnected = false; // its answer to "WiredConnect"
     bool obeys = true;         // whether "LinkTo" connects the headset
+    bool answers = true;       // whether it says anything about headsets
     QStringList received;      // every text that arrived
 
     // --- the program's side ---
@@ -45,11 +46,14 @@ public:
     QString deviceId() const override;
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
+    bool hasReported(bool wired) const override;
 
 private:
-    void receive(const QString &text);
+    bool receive(const QString &text);
+    void report(const QString &line);
 
     CommandDispatcher dispatcher_;
+    CommandDispatcher::Reported reported_; // by the server that is present
 };
 
 // Everything that the controller stands on. Steam and SteamVR behave like the

@@ -39,6 +39,8 @@ private slots:
     void doesNotCountAnEmptyBatch();
     void logsEveryLineAfterActingOnIt();
     void actsOnTheLinesInTheirOrder();
+    void saysWhatABatchReported_data();
+    void saysWhatABatchReported();
     void survivesBrokenUtf8();
     void canBeAskedFromItsCallbacks();
 };
@@ -255,6 +257,27 @@ void CommandDispatcherTest::actsOnTheLinesInTheirOrder()
     link.process({"Hello", "RESTARTSTEAMVR", "HMDINFOBACK", "Hello"});
     QCOMPARE(link.done, (QStringList{"send HHHH, You can see me!\n", "restart",
                                      "send RegisterFireWall", "send HHHH, You can see me!\n"}));
+}
+
+void CommandDispatcherTest::saysWhatABatchReported_data()
+{
+    QTest::addColumn<Lines>("lines");
+    QTest::addColumn<bool>("usb");
+    QTest::addColumn<bool>("list");
+    QTest::newRow("nothing") << Lines{} << false << false;
+    QTest::newRow("others") << Lines{"Hello", "RESTARTSTEAMVR", "x"} << false << false;
+    QTest::newRow("a list") << Lines{"Hello", "HMDINFOBACK"} << false << true;
+    QTest::newRow("no headset") << Lines{"DeviceConnectBack\tfalse"} << true << false;
+    QTest::newRow("both") << Lines{"DeviceConnectBack\ttrue", "HMDINFOBACK"} << true << true;
+}
+
+void CommandDispatcherTest::saysWhatABatchReported()
+{
+    Dispatched link;
+    QFETCH(Lines, lines);
+    const CommandDispatcher::Reported reported = link.dispatcher.processBatch(lines);
+    QTEST(reported.usb, "usb");
+    QTEST(reported.list, "list");
 }
 
 void CommandDispatcherTest::survivesBrokenUtf8()
