@@ -17,9 +17,11 @@ void UsbHeadset::watch()
     connect(&adb, &AdbManger::showAdbTipToast, this, &UsbHeadset::unreachable);
 }
 
-void UsbHeadset::look()
+adb_rules::Situation UsbHeadset::look()
 {
-    adb_().checkDevice();
+    AdbManger &adb = adb_();
+    adb.checkDevice();
+    return adb.situation();
 }
 
 void UsbHeadset::stop()

@@ -1,6 +1,8 @@
 // The headset on the USB cable, as adb reports it.
 #pragma once
 
+#include "usb/adb_rules.h"
+
 #include <QObject>
 #include <QString>
 
@@ -22,8 +24,9 @@ public:
 
     // Listens to adb from now on; once is enough.
     void watch();
-    // Lets adb look once for headsets; the answer takes about a second.
-    void look();
+    // Lets adb look once for headsets, and says how adb stands now; the answer
+    // takes about a second.
+    adb_rules::Situation look();
     // Ends every adb process; that blocks until they are gone.
     void stop();
 

@@ -50,6 +50,9 @@ public:
     // Runs one command line in which adb is called "adb".
     void runAdb(const QString &command);
 
+    // How it stands: what is waited for, whose adb it is, what was found.
+    const adb_rules::Situation &situation() const { return now_; }
+
     // What a chunk of standard output makes it do.
     void take(const QByteArray &output);
 
