@@ -174,6 +174,14 @@ void CheckModel::showAll(const std::vector<Finding> &findings)
     others_.show({second, cards.end()});
 }
 
+void CheckModel::setAsking(bool asking)
+{
+    if (asking == asking_)
+        return;
+    asking_ = asking;
+    emit askingChanged();
+}
+
 void registerCheckTypes()
 {
     qmlRegisterUncreatableMetaObject(checks::staticMetaObject, "ORBManager", 1, 0, "Checks",

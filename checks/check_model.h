@@ -62,22 +62,28 @@ class CheckModel : public FindingList
     // card, and the others, for the details.
     Q_PROPERTY(QAbstractItemModel *foremost READ foremost CONSTANT)
     Q_PROPERTY(QAbstractItemModel *others READ others CONSTANT)
+    // The PC was asked something and has not answered yet.
+    Q_PROPERTY(bool asking READ isAsking NOTIFY askingChanged)
 
 public:
     explicit CheckModel(QObject *parent = nullptr);
 
     void showAll(const std::vector<checks::Finding> &findings);
+    void setAsking(bool asking);
 
     FindingList *foremost() { return &foremost_; }
     FindingList *others() { return &others_; }
+    bool isAsking() const { return asking_; }
 
 signals:
+    void askingChanged();
     // A dialog is to be opened, "SystemInfoPage" for example.
     void pageWanted(const QString &page);
 
 private:
     FindingList foremost_;
     FindingList others_;
+    bool asking_ = false;
 };
 
 // Lets pages say Checks.Error and the like: the enums of the namespace checks, in the

@@ -14,9 +14,11 @@ CheckRunner::CheckRunner(Clock &clock, const checks::Table &table, QObject *pare
     : QObject(parent), clock_(clock), table_(table)
 {
     connect(&model_, &FindingList::acted, this, &CheckRunner::act);
-    connect(&gatherer_, &FactGatherer::answered, this, [this](const Question::Answer &answer) {
-        answer(facts_);
+    connect(&gatherer_, &FactGatherer::answered, this,
+            [this](const Question::Answer &answer) { answer(facts_); });
+    connect(&gatherer_, &FactGatherer::toldAll, this, [this] {
         assess();
+        model_.setAsking(gatherer_.isBusy());
     });
 }
 
@@ -76,6 +78,7 @@ void CheckRunner::askWhere(const std::function<bool(const Question &, size_t row
         askedAt_[question] = now();
         gatherer_.ask(*question, facts_);
     }
+    model_.setAsking(gatherer_.isBusy());
 }
 
 bool CheckRunner::isDue(const Question &question, bool found) const

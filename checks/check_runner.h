@@ -36,8 +36,6 @@ public:
     void judge();
     // Somebody wants to know: asks everything now.
     void askAll();
-    // Whether an answer is still to come.
-    bool isAsking() const { return gatherer_.isBusy(); }
 
 signals:
     // The user wants this to be done; what is neither asking again nor opening

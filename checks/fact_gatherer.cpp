@@ -108,4 +108,5 @@ void FactGatherer::customEvent(QEvent *)
     }
     for (const Question::Answer &answer : answers)
         emit answered(answer);
+    emit toldAll();
 }

@@ -32,6 +32,8 @@ public:
 
 signals:
     void answered(const checks::Question::Answer &answer);
+    // After one or several answers that came together.
+    void toldAll();
 
 protected:
     void customEvent(QEvent *event) override;

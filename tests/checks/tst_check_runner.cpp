@@ -54,7 +54,7 @@ struct Asked
 
 void wait(CheckRunner &runner)
 {
-    QTRY_VERIFY(!runner.isAsking());
+    QTRY_VERIFY(!runner.model().isAsking());
 }
 
 } // namespace
