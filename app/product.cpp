@@ -1,6 +1,7 @@
 #include "app/product.h"
 
 #include "base/clock.h"
+#include "checks/check_model.h"
 #include "cloud/cloud_host.h"
 #include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
@@ -74,6 +75,7 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
     qmlRegisterUncreatableType<ORBManager>("ORBManager", 1, 0, "ORBManagerCLS",
                                            QStringLiteral("there is one, called orb"));
     registerControllerTypes();
+    registerCheckTypes();
     qInfo().noquote().nospace() << "json language: "
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
@@ -93,6 +95,7 @@ void Product::publish(QQmlApplicationEngine &engine) const
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbroad"), roadModel_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }
 
 const ConnectionRoad &Product::road() const

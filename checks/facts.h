@@ -38,6 +38,9 @@ struct Facts
     std::optional<int> hardwareScore;
     std::optional<QStringList> nvidiaDrivers; // their versions, "31.0.15.5176"
 
+    // A poll begins anew, and may end before all of its steps.
+    void forgetPoll();
+
     // Whether the connection has got so far.
     bool has(Stage stage) const { return reached && *reached > static_cast<int>(stage); }
 };

@@ -37,6 +37,11 @@ void SteamWatch::checkSteamVR()
     emit steamVRRunningChanged();
 }
 
+void SteamWatch::steamLaunched()
+{
+    emit steamRunningChanged();
+}
+
 void SteamWatch::steamVRLaunched()
 {
     steamVRRunning_ = true;

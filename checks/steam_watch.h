@@ -21,6 +21,8 @@ public:
     void checkSteam();
     void checkSteamVR();
 
+    // Steam was asked for: announced as a change, though none was seen yet.
+    void steamLaunched();
     // SteamVR was asked for and counts as running until the next look.
     void steamVRLaunched();
 

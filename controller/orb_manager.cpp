@@ -2,8 +2,11 @@
 
 #include "base/clock.h"
 #include "base/file_io.h"
+#include "checks/check_runner.h"
 #include "checks/firewall_step.h"
 #include "checks/pc_check.h"
+#include "checks/steam_watch.h"
+#include "checks/table.h"
 #include "config/config_manager.h"
 #include "config/recent_headsets.h"
 #include "controller/connection_flow.h"
@@ -13,7 +16,7 @@
 #include "controller/link_mode.h"
 #include "controller/orb_dependencies.h"
 #include "controller/poll.h"
-#include "controller/readiness.h"
+#include "controller/steam_starter.h"
 #include "controller/streaming_settings.h"
 #include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
@@ -69,14 +72,16 @@ void ORBManager::makeParts()
     model_ = new VRListModel(this);
     road_ = new ConnectionRoad(this);
     flow_ = new ConnectionFlow(clock, config, system, *model_, this);
-    readiness_ = new Readiness(clock, steam, deps_->applicationDir(), this);
+    checks_ = new CheckRunner(clock, checks::table(), this);
+    steamWatch_ = new SteamWatch(steam, this);
+    steamStarter_ = new SteamStarter({clock, steam, *steamWatch_}, deps_->applicationDir(), this);
     settings_ = new StreamingSettings(clock, config, steam, switchLock_, this);
     usb_ = new UsbHeadset([this]() -> AdbManger & { return deps_->adb(); }, this);
     mode_ = new LinkMode(
         {clock, config, *settings_, *flow_, *usb_,
          [this](const SettingsChoice &choice, LinkKind link) { startRun(choice, link); }},
         this);
-    poll_ = new Poll({clock, *readiness_, *flow_, *road_, system, *usb_}, this);
+    poll_ = new Poll({clock, *steamWatch_, *flow_, *road_, system, *usb_, *checks_}, this);
 }
 
 ORBManager::~ORBManager()
@@ -119,11 +124,12 @@ void ORBManager::connectParts()
         emit effectChange();
     });
 
-    connect(readiness_, &Readiness::stateChanged, this, &ORBManager::steamStateChange);
-    connect(readiness_, &Readiness::steamRunningChanged, this, &ORBManager::haslaunchSteamChange);
-    connect(readiness_, &Readiness::steamVRRunningChanged, this,
+    connect(steamWatch_, &SteamWatch::stateChanged, this, &ORBManager::steamStateChange);
+    connect(steamWatch_, &SteamWatch::steamRunningChanged, this, &ORBManager::haslaunchSteamChange);
+    connect(steamWatch_, &SteamWatch::steamVRRunningChanged, this,
             &ORBManager::haslaunchSteamVRChange);
-    connect(readiness_, &Readiness::toast, this, &ORBManager::showToast);
+    connect(steamStarter_, &SteamStarter::toast, this, &ORBManager::showToast);
+    connect(checks_, &CheckRunner::actionWanted, this, &ORBManager::carryOut);
     connect(settings_, &StreamingSettings::toast, this, &ORBManager::showToast);
     connect(mode_, &LinkMode::toast, this, &ORBManager::showToast);
     connect(mode_, &LinkMode::wiredChanged, this, &ORBManager::wiredChange);
@@ -148,10 +154,11 @@ void ORBManager::startRun(const SettingsChoice &choice, LinkKind link)
     settings_->apply(choice, link);
     checkSystem();
     flow_->setLink(&deps_->link());
-    readiness_->startUp();
+    steamStarter_->startUp();
     pollTimer_ = deps_->clock().startTimer(pollInterval, this);
     polling_ = true;
-    readiness_->planLooks();
+    steamStarter_->scheduleFollowUps();
+    startChecks();
     qInfo("init end");
 }
 
@@ -161,6 +168,42 @@ void ORBManager::checkSystem()
     emit systemInfoChange();
     pc_->rememberNames();
     emit pcHardwareChange();
+}
+
+void ORBManager::startChecks()
+{
+    Facts &facts = checks_->facts();
+    facts.cpuName = pc_->cpuName();
+    facts.gpuName = pc_->gpuName();
+    facts.steamInstalled = steamWatch_->steamInstalled();
+    checks_->start();
+}
+
+CheckModel &ORBManager::findings()
+{
+    return checks_->model();
+}
+
+void ORBManager::carryOut(const checks::Action &action)
+{
+    using checks::Action;
+    switch (action.kind) {
+    case Action::OpenUrl:
+        deps_->openUrl(QUrl(QString::fromLatin1(action.target)));
+        break;
+    case Action::InstallSteam:
+        gotoWeb(SteamUrl);
+        break;
+    case Action::LaunchSteam:
+    case Action::LaunchSteamVR:
+        launchSteam(action.kind == Action::LaunchSteamVR);
+        break;
+    case Action::OpenGuide:
+        gotoWeb(UserHelperUrl);
+        break;
+    default:
+        break; // the checks' own affair
+    }
 }
 
 void ORBManager::timerEvent(QTimerEvent *)
@@ -237,7 +280,7 @@ void ORBManager::setEffects(int definition, int fps, int encodType, bool audiost
 
 void ORBManager::launchSteam(bool isVR)
 {
-    readiness_->launch(isVR);
+    steamStarter_->launch(isVR);
 }
 
 void ORBManager::connectVR(QString VRname, QString ip, bool vrState)
@@ -301,6 +344,8 @@ void ORBManager::shutdownADB()
 void ORBManager::checkPortUsage()
 {
     const QStringList blockers = PcCheck::portBlockers();
+    checks_->facts().portHolders = blockers;
+    checks_->judge();
     if (!blockers.isEmpty())
         emit showUseProtPage(blockers.join(QStringLiteral(", ")));
 }

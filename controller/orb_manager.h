@@ -12,17 +12,24 @@
 
 #include <memory>
 
+class CheckModel;
+class CheckRunner;
 class ConnectionFlow;
 class ConnectionRoad;
 class LinkMode;
 class OrbDependencies;
 class PcCheck;
 class Poll;
-class Readiness;
+class SteamStarter;
+class SteamWatch;
 class StreamingSettings;
 class UsbHeadset;
 class VRListModel;
 struct SettingsChoice;
+
+namespace checks {
+struct Action;
+}
 
 // A thin face for QML: what it does is done by the parts it owns, each of
 // which can be tested by itself. The order of properties, signals and methods
@@ -104,6 +111,8 @@ public:
 
     // The road of the connection, for whoever wants to show it.
     const ConnectionRoad &road() const { return *road_; }
+    // What stands in the way of it; lives as long as this object.
+    CheckModel &findings();
 
 signals:
     void systemInfoChange();
@@ -163,6 +172,8 @@ private:
     void connectParts();
     void startRun(const SettingsChoice &choice, LinkKind link);
     void checkSystem();
+    void startChecks();
+    void carryOut(const checks::Action &action);
     void onUsbAttached(const QString &serial);
     void onUsbDetached();
     void onUsbUnreachable();
@@ -175,7 +186,9 @@ private:
     VRListModel *model_ = nullptr;
     ConnectionRoad *road_ = nullptr;
     ConnectionFlow *flow_ = nullptr;
-    Readiness *readiness_ = nullptr;
+    SteamWatch *steamWatch_ = nullptr;
+    SteamStarter *steamStarter_ = nullptr;
+    CheckRunner *checks_ = nullptr;
     UsbHeadset *usb_ = nullptr;
     StreamingSettings *settings_ = nullptr;
     LinkMode *mode_ = nullptr;

@@ -1,12 +1,12 @@
 // What the pages read of the controller; each value stands where its part keeps
 // it.
 #include "checks/pc_check.h"
+#include "checks/steam_watch.h"
 #include "config/config_manager.h"
 #include "controller/connection_flow.h"
 #include "controller/link_mode.h"
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
-#include "controller/readiness.h"
 #include "controller/streaming_settings.h"
 #include "controller/vr_list_model.h"
 
@@ -38,7 +38,7 @@ ORBManager::HardwareState ORBManager::pcHardware()
 
 ORBManager::SteamState ORBManager::steamState() const
 {
-    return static_cast<SteamState>(readiness_->state());
+    return static_cast<SteamState>(steamWatch_->state());
 }
 
 QString ORBManager::vrName() const
@@ -115,12 +115,12 @@ int ORBManager::videoRatio() const
 
 bool ORBManager::haslaunchSteamVR() const
 {
-    return readiness_->steamVRRunning();
+    return steamWatch_->steamVRRunning();
 }
 
 bool ORBManager::haslaunchSteam() const
 {
-    return readiness_->steamRunning();
+    return steamWatch_->steamRunning();
 }
 
 bool ORBManager::wired() const

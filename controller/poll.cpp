@@ -1,9 +1,10 @@
 #include "controller/poll.h"
 
 #include "base/clock.h"
+#include "checks/check_runner.h"
+#include "checks/steam_watch.h"
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
-#include "controller/readiness.h"
 #include "controller/usb_headset.h"
 #include "sysinfo/system_info.h"
 
@@ -19,20 +20,28 @@ void Poll::run(LinkKind kind)
 {
     look(kind);
     updateStages(kind);
+    deps_.checks.judge();
 }
 
 void Poll::look(LinkKind kind)
 {
-    const PowerTip::Change change = powerTip_.update(power::acLine());
+    Facts &facts = deps_.checks.facts();
+    facts.forgetPoll();
+    const std::optional<power::AcLine> line = power::acLine();
+    facts.power = line.value_or(power::AcLine::Unknown);
+    const PowerTip::Change change = powerTip_.update(line);
     if (change != PowerTip::Change::None)
         emit powerTip(change == PowerTip::Change::Show);
 
-    deps_.readiness.lookForSteam();
-    deps_.readiness.lookForSteamVR();
-    if (!deps_.readiness.steamRunning() && !deps_.readiness.steamVRRunning())
+    deps_.steam.checkSteam();
+    deps_.steam.checkSteamVR();
+    facts.steamRunning = deps_.steam.steamRunning();
+    facts.steamVRRunning = deps_.steam.steamVRRunning();
+    if (!*facts.steamRunning && !*facts.steamVRRunning)
         return;
 
-    if (!deps_.system.isAudioOutputSupported()) {
+    facts.stereoOutput = deps_.system.isAudioOutputSupported();
+    if (!*facts.stereoOutput) {
         emit toast(
             QCoreApplication::translate(
                 "ORBManager",
@@ -40,12 +49,13 @@ void Poll::look(LinkKind kind)
             2000);
     }
     if (isWired(kind)) {
-        deps_.flow.stepWired(deps_.readiness.steamVRRunning());
-        deps_.usb.look();
+        deps_.flow.stepWired(*facts.steamVRRunning);
+        facts.adb = deps_.usb.look();
         deps_.flow.showWiredList();
         return;
     }
-    if (checkNetwork_ && deps_.system.networkCategory().contains(QLatin1String("Public"))) {
+    facts.networkCategory = deps_.system.networkCategory();
+    if (checkNetwork_ && facts.networkCategory->contains(QLatin1String("Public"))) {
         emit publicNetwork();
         checkNetwork_ = false;
     }
@@ -55,8 +65,8 @@ void Poll::look(LinkKind kind)
 void Poll::updateStages(LinkKind kind)
 {
     ConnectionRoad::State state;
-    state.steam = deps_.readiness.steamRunning();
-    state.steamVR = deps_.readiness.steamVRRunning();
+    state.steam = deps_.steam.steamRunning();
+    state.steamVR = deps_.steam.steamVRRunning();
     state.linked = deps_.flow.isConnected();
     if (const HeadsetLink *link = deps_.flow.link()) {
         state.server = link->hasClient();
@@ -69,4 +79,8 @@ void Poll::updateStages(LinkKind kind)
     if (isWired(kind)) // adb finds it, and the streaming server need not know its name
         state.headset = state.linked || !deps_.flow.connectedSerial().isEmpty();
     deps_.road.update(state, deps_.clock.now());
+
+    Facts &facts = deps_.checks.facts();
+    facts.reached = deps_.road.firstMissing();
+    facts.wired = isWired(kind);
 }

@@ -6,10 +6,11 @@
 
 #include <QObject>
 
+class CheckRunner;
+class Clock;
 class ConnectionFlow;
 class ConnectionRoad;
-class Clock;
-class Readiness;
+class SteamWatch;
 class SystemInfo;
 class UsbHeadset;
 
@@ -23,11 +24,12 @@ public:
     struct Dependencies
     {
         Clock &clock;
-        Readiness &readiness;
+        SteamWatch &steam;
         ConnectionFlow &flow;
         ConnectionRoad &road;
         SystemInfo &system;
         UsbHeadset &usb;
+        CheckRunner &checks; // learns what the poll learns
     };
 
     explicit Poll(const Dependencies &dependencies, QObject *parent = nullptr);

@@ -1,6 +1,7 @@
-#include "controller/readiness.h"
+#include "controller/steam_starter.h"
 
 #include "base/clock.h"
+#include "checks/steam_watch.h"
 #include "steamvr/steam_manager.h"
 
 #include <QCoreApplication>
@@ -12,7 +13,7 @@ constexpr int waitForSteamDelay = 2000;  // ms
 constexpr int firstSteamPause = 7000;    // ms
 constexpr int steamCheckInterval = 2000; // ms
 constexpr int steamCheckRounds = 10;
-constexpr int firstLookDelay = 1000;     // ms
+constexpr int firstCheckDelay = 1000;    // ms
 constexpr int installFolderDelay = 4000; // ms
 
 // The controller's texts, whichever part speaks.
@@ -23,33 +24,31 @@ QString text(const char *source)
 
 } // namespace
 
-Readiness::Readiness(Clock &clock, SteamManager &steam, const QString &applicationDir,
-                     QObject *parent)
-    : QObject(parent), clock_(clock), steam_(steam), applicationDir_(applicationDir)
+SteamStarter::SteamStarter(const Dependencies &dependencies, const QString &applicationDir,
+                           QObject *parent)
+    : QObject(parent), deps_(dependencies), applicationDir_(applicationDir)
 {
 }
 
-void Readiness::startUp()
+void SteamStarter::startUp()
 {
-    const State candidate = steam_.steamInstalled() ? Pass : NoneSteam;
-    if (!steam_.hasLaunchSteam()) {
-        steam_.startSteam();
-        clock_.singleShot(waitForSteamDelay, this, [this] { waitForSteam(); });
+    if (!deps_.steam.hasLaunchSteam()) {
+        deps_.steam.startSteam();
+        deps_.clock.singleShot(waitForSteamDelay, this, [this] { waitForSteam(); });
     } else {
-        steam_.startSteamVR();
+        deps_.steam.startSteamVR();
     }
-    if (candidate != state_)
-        setState(candidate);
+    deps_.watch.checkInstalled();
     qInfo("checkSteam end");
 }
 
-void Readiness::planLooks()
+void SteamStarter::scheduleFollowUps()
 {
-    clock_.singleShot(firstLookDelay, this, [this] { lookForSteam(); });
+    deps_.clock.singleShot(firstCheckDelay, this, [this] { deps_.watch.checkSteam(); });
     // Steam started by us from there would lack the rights that it needs.
     if (applicationDir_.contains(QLatin1String("C:/Program Files")) ||
         applicationDir_.contains(QLatin1String("C:/Windows"))) {
-        clock_.singleShot(installFolderDelay, this, [this] {
+        deps_.clock.singleShot(installFolderDelay, this, [this] {
             emit toast(text(QT_TRANSLATE_NOOP(
                            "ORBManager", "请使用管理员权限打开steam，或安装此程序到非系统目录")),
                        2000);
@@ -57,52 +56,25 @@ void Readiness::planLooks()
     }
 }
 
-void Readiness::waitForSteam()
+void SteamStarter::waitForSteam()
 {
     emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "steam启动中，请勿操作")), 5000);
-    clock_.sleep(firstSteamPause);
-    for (int round = 0; !steam_.hasLaunchSteam() && round < steamCheckRounds; ++round)
-        clock_.sleep(steamCheckInterval);
-    steam_.startSteamVR();
+    deps_.clock.sleep(firstSteamPause);
+    for (int round = 0; !deps_.steam.hasLaunchSteam() && round < steamCheckRounds; ++round)
+        deps_.clock.sleep(steamCheckInterval);
+    deps_.steam.startSteamVR();
 }
 
-void Readiness::lookForSteam()
-{
-    const bool running = steam_.hasLaunchSteam();
-    if (running == steamRunning_)
-        return;
-    steamRunning_ = running;
-    emit steamRunningChanged();
-    if (!steam_.steamInstalled())
-        setState(running ? Pass : NoneSteam);
-}
-
-void Readiness::lookForSteamVR()
-{
-    const bool running = steam_.hasLaunchSteamVR();
-    if (running == steamVRRunning_)
-        return;
-    steamVRRunning_ = running;
-    emit steamVRRunningChanged();
-}
-
-void Readiness::launch(bool steamVR)
+void SteamStarter::launch(bool steamVR)
 {
     if (!steamVR) {
         emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "正在登录steam，请稍等")), 15000);
-        steam_.startSteam();
-        emit steamRunningChanged();
+        deps_.steam.startSteam();
+        deps_.watch.steamLaunched();
         return;
     }
-    steam_.startSteamVR();
-    steamVRRunning_ = true;
-    emit steamVRRunningChanged();
+    deps_.steam.startSteamVR();
+    deps_.watch.steamVRLaunched();
     emit toast(text(QT_TRANSLATE_NOOP("ORBManager", "正在准备打开或者安装SteamVR,确保已登录steam")),
                2000);
-}
-
-void Readiness::setState(State state)
-{
-    state_ = state;
-    emit stateChanged();
 }

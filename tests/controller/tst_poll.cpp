@@ -1,7 +1,9 @@
+#include "checks/check_runner.h"
+#include "checks/steam_watch.h"
+#include "checks/table.h"
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
 #include "controller/poll.h"
-#include "controller/readiness.h"
 #include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
 #include "tests/controller/controller_fixture.h"
@@ -14,13 +16,13 @@ const QString audioWarning =
 
 struct Polled
 {
-    explicit Polled(const QString &dir, bool steamRuns = true) : pc(dir, steam(steamRuns))
+    explicit Polled(const QString &dir, bool steamRuns = true) : pc(dir, options(steamRuns))
     {
         pc.config.loadDeviceSettings(false, 0);
         flow.setLink(&pc.server);
         const auto say = [this](const char *what) { return [this, what] { said << what; }; };
-        QObject::connect(&readiness, &Readiness::steamRunningChanged, say("steam"));
-        QObject::connect(&readiness, &Readiness::steamVRRunningChanged, say("steamVR"));
+        QObject::connect(&steam, &SteamWatch::steamRunningChanged, say("steam"));
+        QObject::connect(&steam, &SteamWatch::steamVRRunningChanged, say("steamVR"));
         QObject::connect(&flow, &ConnectionFlow::connectionChanged, say("connection"));
         QObject::connect(&flow, &ConnectionFlow::listShown, say("list"));
         QObject::connect(&poll, &Poll::publicNetwork, say("publicNetwork"));
@@ -31,10 +33,10 @@ struct Polled
         });
     }
 
-    static SteamOptions steam(bool running)
+    static SteamOptions options(bool steamRuns)
     {
         SteamOptions options;
-        options.steamRunning = running;
+        options.steamRunning = steamRuns;
         return options;
     }
 
@@ -45,18 +47,29 @@ struct Polled
         return said;
     }
 
+    QStringList findings()
+    {
+        QStringList ids;
+        for (int row = 0; row < checks.model().count(); ++row) {
+            const QModelIndex index = checks.model().index(row);
+            ids << checks.model().data(index, FindingList::Identifier).toString();
+        }
+        return ids;
+    }
+
     PcFixture pc;
     VRListModel model;
     ConnectionRoad road;
     ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
-    Readiness readiness{pc.clock, pc.steam, "C:/KOLM"};
+    SteamWatch steam{pc.steam};
     LinkKind kind = LinkKind::Wireless;
     QStringList said;
     UsbHeadset usb{[this]() -> AdbManger & {
         said << "checkUsb";
         return pc.adb;
     }};
-    Poll poll{{pc.clock, readiness, flow, road, pc.system, usb}};
+    CheckRunner checks{pc.clock, ::checks::table()};
+    Poll poll{{pc.clock, steam, flow, road, pc.system, usb, checks}};
 };
 
 } // namespace
@@ -107,7 +120,7 @@ private slots:
         p.pc.pc.setNetworkProfileText("Public");
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
-        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, p.usb});
+        Poll poll({p.pc.clock, p.steam, p.flow, p.road, publicPc, p.usb, p.checks});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { p.said << "publicNetwork"; });
         QObject::connect(&poll, &Poll::powerTip, [&] { p.said << "powerTip"; });
         QObject::connect(&poll, &Poll::toast, [&] { p.said << "toast"; });
@@ -162,7 +175,7 @@ private slots:
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
         bool prompted = false;
-        Poll poll({p.pc.clock, p.readiness, p.flow, p.road, publicPc, p.usb});
+        Poll poll({p.pc.clock, p.steam, p.flow, p.road, publicPc, p.usb, p.checks});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { prompted = true; });
         poll.run(LinkKind::Wired);
         QVERIFY(!prompted);
@@ -182,6 +195,69 @@ private slots:
         QVERIFY(p.flow.requestReport(LinkKind::Wired));
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
+    }
+
+    void whatItLearnsBecomesFacts()
+    {
+        Polled p(dir());
+        p.pc.pc.processes.start("vrmonitor.exe");
+        p.pc.pc.setAcLine(std::nullopt);
+        p.pc.pc.setWaveOuts({});
+        p.run();
+        Facts &facts = p.checks.facts();
+        QCOMPARE(facts.power, std::optional<power::AcLine>(power::AcLine::Unknown));
+        QCOMPARE(facts.steamRunning, std::optional<bool>(true));
+        QCOMPARE(facts.steamVRRunning, std::optional<bool>(true));
+        QCOMPARE(facts.stereoOutput, std::optional<bool>(false));
+        QCOMPARE(facts.networkCategory, std::optional<QString>("Private"));
+        QVERIFY(!facts.adb);
+        QCOMPARE(facts.wired, std::optional<bool>(false));
+        QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Headset));
+
+        p.kind = LinkKind::Wired;
+        p.pc.pc.setAcLine(1);
+        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        p.run();
+        QCOMPARE(facts.power, std::optional<power::AcLine>(power::AcLine::Online));
+        QCOMPARE(facts.stereoOutput, std::optional<bool>(true));
+        // It is not asked for on the cable.
+        QVERIFY(!facts.networkCategory);
+        QVERIFY(facts.adb);
+        QCOMPARE(facts.adb->serial, p.pc.adb.situation().serial);
+        QCOMPARE(facts.wired, std::optional<bool>(true));
+    }
+
+    void whatItDoesNotGetToIsNotKnown()
+    {
+        Polled p(dir());
+        p.pc.pc.setWaveOuts({});
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        announce("[steam] hasLaunchSteamVR:false; switch: 2");
+        p.run();
+        p.pc.pc.processes.endAll("steam.exe");
+        p.run();
+        const Facts &facts = p.checks.facts();
+        QCOMPARE(facts.steamRunning, std::optional<bool>(false));
+        QVERIFY(facts.power);
+        QVERIFY(!facts.stereoOutput);
+        QVERIFY(!facts.networkCategory);
+        QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Steam));
+    }
+
+    void whatItLearnsIsJudgedAtOnce()
+    {
+        Polled p(dir());
+        p.pc.pc.processes.start("vrmonitor.exe");
+        p.pc.pc.setWaveOuts({});
+        p.run();
+        QCOMPARE(p.findings(), QStringList{"no-stereo-output"});
+        p.pc.pc.setAcLine(0);
+        p.run();
+        QCOMPARE(p.findings(), QStringList({"on-battery", "no-stereo-output"}));
+        p.pc.pc.setAcLine(1);
+        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        p.run();
+        QCOMPARE(p.findings(), QStringList());
     }
 
     void theRoadFollows()

@@ -1,4 +1,6 @@
-#include "controller/readiness.h"
+#include "controller/steam_starter.h"
+
+#include "checks/steam_watch.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 
@@ -15,9 +17,20 @@ SteamOptions steam(bool installed, bool running)
     return options;
 }
 
+struct Starting
+{
+    explicit Starting(PcFixture &pc, const QString &applicationDir = "C:/KOLM")
+        : watch(pc.steam), starter({pc.clock, pc.steam, watch}, applicationDir)
+    {
+    }
+
+    SteamWatch watch;
+    SteamStarter starter;
+};
+
 } // namespace
 
-class TestReadiness : public TestCase
+class TestSteamStarter : public TestCase
 {
     Q_OBJECT
 
@@ -25,11 +38,11 @@ private slots:
     void steamThatRunsBringsSteamVRAtOnce()
     {
         PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy states(&readiness, &Readiness::stateChanged);
-        readiness.startUp();
+        Starting s(pc);
+        QSignalSpy states(&s.watch, &SteamWatch::stateChanged);
+        s.starter.startUp();
         QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
-        QCOMPARE(readiness.state(), Readiness::Pass);
+        QCOMPARE(s.watch.state(), SteamWatch::Pass);
         QCOMPARE(states.size(), 1);
         QCOMPARE(logged().last(), QString("checkSteam end"));
         QVERIFY(pc.pool.empty());
@@ -38,9 +51,9 @@ private slots:
     void steamThatDoesNotRunIsStartedAndWaitedFor()
     {
         PcFixture pc(dir(), steam(true, false));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy toasts(&readiness, &Readiness::toast);
-        readiness.startUp();
+        Starting s(pc);
+        QSignalSpy toasts(&s.starter, &SteamStarter::toast);
+        s.starter.startUp();
         QCOMPARE(pc.pool.size(), size_t(1));
         pc.pc.processes.start("steam.exe");
         pc.clock.advance(1999);
@@ -57,55 +70,19 @@ private slots:
     void theWaitEndsAfterTwentySevenSeconds()
     {
         PcFixture pc(dir(), steam(true, false));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        readiness.startUp();
+        Starting s(pc);
+        s.starter.startUp();
         pc.clock.advance(2000);
         QCOMPARE(pc.clock.slept(), 27000);
         QVERIFY(pc.pc.journal.lines().isEmpty()); // no Steam, no SteamVR
     }
 
-    void withoutSteamTheStateSaysSoUntilSteamRuns()
-    {
-        PcFixture pc(dir(), steam(false, false));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy states(&readiness, &Readiness::stateChanged);
-        QSignalSpy running(&readiness, &Readiness::steamRunningChanged);
-        readiness.startUp();
-        QCOMPARE(readiness.state(), Readiness::NoneSteam);
-        QVERIFY(states.isEmpty()); // it was the state from the beginning
-
-        pc.pc.processes.start("steam.exe");
-        for (int i = 0; i < 4; ++i)
-            readiness.lookForSteam();
-        QCOMPARE(running.size(), 1);
-        QCOMPARE(readiness.state(), Readiness::Pass);
-        pc.pc.processes.endAll("steam.exe");
-        readiness.lookForSteam();
-        QCOMPARE(running.size(), 2);
-        QCOMPARE(readiness.state(), Readiness::NoneSteam);
-        QCOMPARE(states.size(), 2);
-    }
-
-    void withSteamInstalledItsStateDoesNotFollowItsRunning()
-    {
-        PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        readiness.startUp();
-        QSignalSpy states(&readiness, &Readiness::stateChanged);
-        readiness.lookForSteam();
-        QVERIFY(readiness.steamRunning());
-        pc.pc.processes.endAll("steam.exe");
-        readiness.lookForSteam();
-        QVERIFY(!readiness.steamRunning());
-        QVERIFY(states.isEmpty());
-    }
-
     void theFirstLookComesAfterASecond()
     {
         PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy running(&readiness, &Readiness::steamRunningChanged);
-        readiness.planLooks();
+        Starting s(pc);
+        QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
+        s.starter.scheduleFollowUps();
         pc.clock.advance(999);
         QVERIFY(running.isEmpty());
         pc.clock.advance(1);
@@ -128,9 +105,9 @@ private slots:
         QFETCH(QString, folder);
         QFETCH(bool, advice);
         PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, folder);
-        QSignalSpy toasts(&readiness, &Readiness::toast);
-        readiness.planLooks();
+        Starting s(pc, folder);
+        QSignalSpy toasts(&s.starter, &SteamStarter::toast);
+        s.starter.scheduleFollowUps();
         pc.clock.advance(3999);
         QVERIFY(toasts.isEmpty());
         pc.clock.advance(1);
@@ -142,25 +119,13 @@ private slots:
         }
     }
 
-    void steamVRsStateIsAnnouncedWhenItChanges()
-    {
-        PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy changes(&readiness, &Readiness::steamVRRunningChanged);
-        pc.pc.processes.start("vrmonitor.exe");
-        readiness.lookForSteamVR();
-        readiness.lookForSteamVR();
-        QCOMPARE(changes.size(), 1);
-        QVERIFY(readiness.steamVRRunning());
-    }
-
     void launchingSteamToastsStartsAndAnnounces()
     {
         PcFixture pc(dir(), steam(true, false));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy toasts(&readiness, &Readiness::toast);
-        QSignalSpy running(&readiness, &Readiness::steamRunningChanged);
-        readiness.launch(false);
+        Starting s(pc);
+        QSignalSpy toasts(&s.starter, &SteamStarter::toast);
+        QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
+        s.starter.launch(false);
         QCOMPARE(toasts[0][0].toString(), QString("正在登录steam，请稍等"));
         QCOMPARE(toasts[0][1].toInt(), 15000);
         QCOMPARE(pc.pool.size(), size_t(1));
@@ -170,17 +135,17 @@ private slots:
     void launchingSteamVRCountsItAsRunning()
     {
         PcFixture pc(dir(), steam(true, true));
-        Readiness readiness(pc.clock, pc.steam, "C:/KOLM");
-        QSignalSpy toasts(&readiness, &Readiness::toast);
-        QSignalSpy running(&readiness, &Readiness::steamVRRunningChanged);
-        readiness.launch(true);
+        Starting s(pc);
+        QSignalSpy toasts(&s.starter, &SteamStarter::toast);
+        QSignalSpy running(&s.watch, &SteamWatch::steamVRRunningChanged);
+        s.starter.launch(true);
         QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
-        QVERIFY(readiness.steamVRRunning());
+        QVERIFY(s.watch.steamVRRunning());
         QCOMPARE(running.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("正在准备打开或者安装SteamVR,确保已登录steam"));
         QCOMPARE(toasts[0][1].toInt(), 2000);
     }
 };
 
-KOLM_TEST_MAIN(TestReadiness)
-#include "tst_readiness.moc"
+KOLM_TEST_MAIN(TestSteamStarter)
+#include "tst_steam_starter.moc"
