@@ -25,7 +25,7 @@ struct Facts
     std::optional<bool> steamVRRunning;
     std::optional<bool> stereoOutput;       // the first sound output is a stereo one
     std::optional<QString> networkCategory; // "Public", "Private" or empty
-    std::optional<adb_rules::Situation> adb;
+    std::optional<adb_rules::AdbState> adb;
 
     // The programs that hold the streaming server's ports and are no part of
     // streaming.

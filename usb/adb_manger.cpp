@@ -113,12 +113,12 @@ void AdbManger::checkDevice()
         useAdb(path, path.contains(' ') ? folder : QString());
         qInfo("use ORBHelper adb");
     }
-    if (check.deed == Check::GiveGrace) {
+    if (check.action == Check::GiveGrace) {
         clock_.singleShot(versionGrace, this, [this] {
             checkDevice();
             now_.grace = adb_rules::Over;
         });
-    } else if (check.deed == Check::AskForDevices) {
+    } else if (check.action == Check::AskForDevices) {
         clock_.singleShot(askDelay, this,
                           [this] { runAdb(QStringLiteral("adb devices && adb forward --list")); });
     }
@@ -134,7 +134,7 @@ void AdbManger::take(const QByteArray &output)
     // Up to a NUL, if there is one.
     const Answer answer = adb_rules::answer(now_, QString::fromLatin1(output.constData()));
     now_ = answer.next;
-    switch (answer.deed) {
+    switch (answer.action) {
     case Answer::Nothing:
         break;
     case Answer::UseLocal:

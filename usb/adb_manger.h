@@ -80,7 +80,7 @@ private:
     Clock &clock_;
     const std::function<void(const QString &, const QString &)> start_;
     QProcess *process_;
-    adb_rules::Situation now_;
+    adb_rules::AdbState now_;
     QString adbPath_; // empty while the adb on the search path is used
     std::unique_ptr<UsbWatcher> watcher_;
 };

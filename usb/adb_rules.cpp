@@ -11,7 +11,7 @@ const QString lineEnd = QStringLiteral("\r\n");
 const QString deviceEnd = QStringLiteral("\tdevice\r\n\r\n");
 const QString programName = QStringLiteral("adb.exe");
 
-Answer deviceAnswer(Situation now, const QString &text)
+Answer deviceAnswer(AdbState now, const QString &text)
 {
     if (text.contains(QLatin1String("offline")) || text.contains(QLatin1String("connecting")))
         return {now, Answer::RestartAdb};
@@ -37,7 +37,7 @@ Answer deviceAnswer(Situation now, const QString &text)
 
 } // namespace
 
-Check check(Situation now)
+Check check(AdbState now)
 {
     Check result;
     if (now.state == AwaitingVersion) {
@@ -53,7 +53,7 @@ Check check(Situation now)
     }
     if (now.state == Idle) {
         now.state = AwaitingDevices;
-        result.deed = Check::AskForDevices;
+        result.action = Check::AskForDevices;
     } else if (now.state == Forwarding) {
         now.state = Idle;
     } else if (now.state == AwaitingDevices) {
@@ -67,7 +67,7 @@ Check check(Situation now)
     return result;
 }
 
-Answer answer(Situation now, const QString &text)
+Answer answer(AdbState now, const QString &text)
 {
     if (now.state == AwaitingVersion) {
         now.mode = OnSearchPath;

@@ -24,7 +24,7 @@ enum Mode {
 // How far the answer to the version query may still be waited for.
 enum Grace { NotGiven = 0, Running = 1, Over = 2 };
 
-struct Situation
+struct AdbState
 {
     int state = Idle;
     int mode = Shipped;
@@ -36,18 +36,18 @@ struct Situation
 // One check for headsets.
 struct Check
 {
-    enum Deed { Nothing, GiveGrace, AskForDevices };
-    Situation next;
-    Deed deed = Nothing;
+    enum Action { Nothing, GiveGrace, AskForDevices };
+    AdbState next;
+    Action action = Nothing;
     bool useShipped = false; // the version query was never answered
 };
-[[nodiscard]] Check check(Situation now);
+[[nodiscard]] Check check(AdbState now);
 
 // One chunk of output, with CR LF at the ends of its lines. Whatever it says,
 // the state becomes idle a moment later.
 struct Answer
 {
-    enum Deed {
+    enum Action {
         Nothing,
         UseLocal,      // the adb on the search path answered
         RestartAdb,    // a headset hangs; only a new server gets it back
@@ -55,10 +55,10 @@ struct Answer
         ReportGone,    // the last headset was detached
         ReportHeadset, // next.serial was attached
     };
-    Situation next;
-    Deed deed = Nothing;
+    AdbState next;
+    Action action = Nothing;
 };
-[[nodiscard]] Answer answer(Situation now, const QString &text);
+[[nodiscard]] Answer answer(AdbState now, const QString &text);
 
 // The command line that runs `command`, in which adb is called "adb". `path`
 // is the adb in use as the command interpreter has to read it. A path with a

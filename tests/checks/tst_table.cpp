@@ -198,14 +198,14 @@ private:
         const auto adbReports = [](bool wired, const QString &serial) {
             return [=](Facts &facts) {
                 facts.wired = wired;
-                facts.adb = adb_rules::Situation();
+                facts.adb = adb_rules::AdbState();
                 facts.adb->serial = serial;
             };
         };
         row("nothing on the cable", {"no-headset-on-cable"}, adbReports(true, ""));
         row("a headset on the cable", {}, adbReports(true, "PA7910"));
         row("nothing on the cable, and Wi-Fi", {}, adbReports(false, ""));
-        row("adb has not answered yet", {}, adbReports(true, adb_rules::Situation().serial));
+        row("adb has not answered yet", {}, adbReports(true, adb_rules::AdbState().serial));
     }
 
     static void powerAndSoundRows()

@@ -7,13 +7,13 @@
 
 #include <cstdint>
 
+using adb_rules::AdbState;
 using adb_rules::Answer;
 using adb_rules::Check;
-using adb_rules::Situation;
 
 namespace {
 
-void requireSound(const Situation &now)
+void requireSound(const AdbState &now)
 {
     REQUIRE(now.state == adb_rules::Idle || now.state == adb_rules::AwaitingVersion ||
             now.state == adb_rules::AwaitingDevices || now.state == adb_rules::Forwarding);
@@ -21,34 +21,34 @@ void requireSound(const Situation &now)
     REQUIRE(now.retries < 3);
 }
 
-void check(Situation *now)
+void check(AdbState *now)
 {
-    const Situation before = *now;
+    const AdbState before = *now;
     const Check made = adb_rules::check(before);
     *now = made.next;
     REQUIRE(now->serial == before.serial);
-    REQUIRE((made.deed == Check::GiveGrace) ==
+    REQUIRE((made.action == Check::GiveGrace) ==
             (before.state == adb_rules::AwaitingVersion && before.grace == adb_rules::NotGiven));
-    if (made.deed == Check::AskForDevices)
+    if (made.action == Check::AskForDevices)
         REQUIRE(before.state == adb_rules::Idle || made.useShipped);
-    if (made.deed == Check::GiveGrace)
+    if (made.action == Check::GiveGrace)
         now->grace = adb_rules::Over;
 }
 
-void answer(Situation *now, const QByteArray &chunk)
+void answer(AdbState *now, const QByteArray &chunk)
 {
-    const Situation before = *now;
+    const AdbState before = *now;
     const Answer made = adb_rules::answer(before, QString::fromLatin1(chunk));
     *now = made.next;
-    REQUIRE((made.deed == Answer::UseLocal) == (before.state == adb_rules::AwaitingVersion));
-    REQUIRE((made.deed == Answer::SetUpPorts) ==
+    REQUIRE((made.action == Answer::UseLocal) == (before.state == adb_rules::AwaitingVersion));
+    REQUIRE((made.action == Answer::SetUpPorts) ==
             (now->state == adb_rules::Forwarding && before.state != adb_rules::Forwarding));
-    const bool reported = made.deed == Answer::ReportGone || made.deed == Answer::ReportHeadset;
+    const bool reported = made.action == Answer::ReportGone || made.action == Answer::ReportHeadset;
     REQUIRE(reported == (now->serial != before.serial));
-    if (made.deed == Answer::ReportGone)
+    if (made.action == Answer::ReportGone)
         REQUIRE(now->serial.isEmpty());
     if (before.state != adb_rules::AwaitingDevices)
-        REQUIRE(!reported && made.deed != Answer::RestartAdb);
+        REQUIRE(!reported && made.action != Answer::RestartAdb);
 }
 
 } // namespace
@@ -59,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size == 0)
         return 0;
-    Situation now;
+    AdbState now;
     now.mode = data[0] % 2 == 0 ? adb_rules::OnSearchPath : adb_rules::AlreadyRunning;
     now.state = data[0] % 2 == 0 ? adb_rules::AwaitingVersion : adb_rules::Idle;
     QByteArray chunk;

@@ -1,15 +1,15 @@
 #include "tests/support/test_case.h"
 #include "usb/adb_rules.h"
 
+using adb_rules::AdbState;
 using adb_rules::Answer;
 using adb_rules::Check;
-using adb_rules::Situation;
 
 namespace {
 
-Situation situation(int state, const QString &serial = QStringLiteral("wired"))
+AdbState stateIn(int state, const QString &serial = QStringLiteral("wired"))
 {
-    Situation now;
+    AdbState now;
     now.state = state;
     now.serial = serial;
     return now;
@@ -46,8 +46,8 @@ private slots:
 
 void AdbRulesTest::anIdleCheckAsksForDevices()
 {
-    const Check check = adb_rules::check(situation(adb_rules::Idle));
-    QCOMPARE(check.deed, Check::AskForDevices);
+    const Check check = adb_rules::check(stateIn(adb_rules::Idle));
+    QCOMPARE(check.action, Check::AskForDevices);
     QCOMPARE(check.next.state, int(adb_rules::AwaitingDevices));
     QCOMPARE(check.next.retries, 0u);
     QVERIFY(!check.useShipped);
@@ -55,30 +55,30 @@ void AdbRulesTest::anIdleCheckAsksForDevices()
 
 void AdbRulesTest::aCheckEndsForwarding()
 {
-    const Check check = adb_rules::check(situation(adb_rules::Forwarding));
-    QCOMPARE(check.deed, Check::Nothing);
+    const Check check = adb_rules::check(stateIn(adb_rules::Forwarding));
+    QCOMPARE(check.action, Check::Nothing);
     QCOMPARE(check.next.state, int(adb_rules::Idle));
 }
 
 void AdbRulesTest::theThirdCheckWithoutAnswerGivesUpWaiting()
 {
-    Situation now = situation(adb_rules::AwaitingDevices);
+    AdbState now = stateIn(adb_rules::AwaitingDevices);
     for (unsigned int retries : {1u, 2u}) {
         const Check check = adb_rules::check(now);
-        QCOMPARE(check.deed, Check::Nothing);
+        QCOMPARE(check.action, Check::Nothing);
         QCOMPARE(check.next.retries, retries);
         QCOMPARE(check.next.state, int(adb_rules::AwaitingDevices));
         now = check.next;
     }
     const Check third = adb_rules::check(now);
-    QCOMPARE(third.deed, Check::Nothing);
+    QCOMPARE(third.action, Check::Nothing);
     QCOMPARE(third.next.state, int(adb_rules::Idle));
     QCOMPARE(third.next.retries, 0u);
 }
 
 void AdbRulesTest::unansweredChecksAreCountedAcrossAnswers()
 {
-    Situation now = situation(adb_rules::AwaitingDevices);
+    AdbState now = stateIn(adb_rules::AwaitingDevices);
     now.retries = 2;
     now = adb_rules::answer(now, "List of devices attached\r\n\r\n").next;
     QCOMPARE(now.retries, 2u);
@@ -92,22 +92,22 @@ void AdbRulesTest::unansweredChecksAreCountedAcrossAnswers()
 
 void AdbRulesTest::theVersionQueryGetsOneGraceAndThenTheShippedAdbIsUsed()
 {
-    Situation now = situation(adb_rules::AwaitingVersion);
+    AdbState now = stateIn(adb_rules::AwaitingVersion);
     now.mode = adb_rules::OnSearchPath;
     Check check = adb_rules::check(now);
-    QCOMPARE(check.deed, Check::GiveGrace);
+    QCOMPARE(check.action, Check::GiveGrace);
     QCOMPARE(check.next.grace, int(adb_rules::Running));
     QCOMPARE(check.next.state, int(adb_rules::AwaitingVersion));
 
     check = adb_rules::check(check.next);
-    QCOMPARE(check.deed, Check::Nothing);
+    QCOMPARE(check.action, Check::Nothing);
     QVERIFY(!check.useShipped);
     QCOMPARE(check.next.state, int(adb_rules::AwaitingVersion));
 
     check.next.grace = adb_rules::Over;
     check = adb_rules::check(check.next);
     QVERIFY(check.useShipped);
-    QCOMPARE(check.deed, Check::AskForDevices);
+    QCOMPARE(check.action, Check::AskForDevices);
     QCOMPARE(check.next.mode, int(adb_rules::Shipped));
     QCOMPARE(check.next.state, int(adb_rules::AwaitingDevices));
 }
@@ -116,9 +116,9 @@ void AdbRulesTest::theVersionAnswerMeansTheLocalAdb()
 {
     // Anything at all is an answer.
     for (const char *text : {"Android Debug Bridge version 1.0.41\r\n", "offline", "\r\n"}) {
-        Situation now = situation(adb_rules::AwaitingVersion);
+        AdbState now = stateIn(adb_rules::AwaitingVersion);
         const Answer answer = adb_rules::answer(now, text);
-        QCOMPARE(answer.deed, Answer::UseLocal);
+        QCOMPARE(answer.action, Answer::UseLocal);
         QCOMPARE(answer.next.mode, int(adb_rules::OnSearchPath));
         QCOMPARE(answer.next.state, int(adb_rules::Idle));
         QCOMPARE(answer.next.serial, QString("wired"));
@@ -129,7 +129,7 @@ void AdbRulesTest::recordedOutputsMean_data()
 {
     QTest::addColumn<QByteArray>("output");
     QTest::addColumn<QString>("before");
-    QTest::addColumn<int>("deed");
+    QTest::addColumn<int>("action");
     QTest::addColumn<QString>("after");
 
     const QByteArray header = "List of devices attached\n";
@@ -138,9 +138,9 @@ void AdbRulesTest::recordedOutputsMean_data()
     const QByteArray newChatter = "* daemon not running; starting now at tcp:5037\n"
                                   "* daemon started successfully\n";
     const QString noHeadset;
-    const auto row = [](const char *name, const QByteArray &output, const QString &before, int deed,
-                        const QString &after) {
-        QTest::newRow(name) << windows(output) << before << deed << after;
+    const auto row = [](const char *name, const QByteArray &output, const QString &before,
+                        int action, const QString &after) {
+        QTest::newRow(name) << windows(output) << before << action << after;
     };
 
     row("no device, at the start", header + "\n", "wired", Answer::ReportGone, noHeadset);
@@ -197,14 +197,14 @@ void AdbRulesTest::recordedOutputsMean()
 {
     QFETCH(QByteArray, output);
     QFETCH(QString, before);
-    QFETCH(int, deed);
+    QFETCH(int, action);
     QFETCH(QString, after);
-    const Answer answer = adb_rules::answer(situation(adb_rules::AwaitingDevices, before),
-                                            QString::fromLatin1(output));
-    QCOMPARE(int(answer.deed), deed);
+    const Answer answer =
+        adb_rules::answer(stateIn(adb_rules::AwaitingDevices, before), QString::fromLatin1(output));
+    QCOMPARE(int(answer.action), action);
     QCOMPARE(answer.next.serial, after);
-    QCOMPARE(answer.next.state,
-             int(deed == Answer::SetUpPorts ? adb_rules::Forwarding : adb_rules::AwaitingDevices));
+    QCOMPARE(answer.next.state, int(action == Answer::SetUpPorts ? adb_rules::Forwarding
+                                                                 : adb_rules::AwaitingDevices));
 }
 
 void AdbRulesTest::onlyAnAnswerToTheListCounts_data()
@@ -222,19 +222,19 @@ void AdbRulesTest::onlyAnAnswerToTheListCounts()
 {
     QFETCH(int, state);
     QFETCH(QString, text);
-    const Answer answer = adb_rules::answer(situation(state), text);
-    QCOMPARE(answer.deed, Answer::Nothing);
+    const Answer answer = adb_rules::answer(stateIn(state), text);
+    QCOMPARE(answer.action, Answer::Nothing);
     QCOMPARE(answer.next.state, state);
     QCOMPARE(answer.next.serial, QString("wired"));
 }
 
 void AdbRulesTest::aSecondHeadsetReplacesTheFirstWithoutANewsOfItsEnd()
 {
-    const Answer first = adb_rules::answer(situation(adb_rules::AwaitingDevices),
+    const Answer first = adb_rules::answer(stateIn(adb_rules::AwaitingDevices),
                                            "List of devices attached\r\nA\tdevice\r\n\r\n");
     const Answer second =
         adb_rules::answer(first.next, "List of devices attached\r\nB\tdevice\r\n\r\n");
-    QCOMPARE(second.deed, Answer::ReportHeadset);
+    QCOMPARE(second.action, Answer::ReportHeadset);
     QCOMPARE(second.next.serial, QString("B"));
 }
 
