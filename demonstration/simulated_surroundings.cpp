@@ -123,7 +123,7 @@ void SimulatedSurroundings::Private::heedSignals(QQmlApplicationEngine &engine)
 // The one of the scenario, in front of the PC.
 void SimulatedSurroundings::Private::heedPerson(QQmlApplicationEngine &engine)
 {
-    thePc()->pc().onPerson([&engine](bool wired) {
+    thePc()->pc().modeChoice.set([&engine](bool wired) {
         QMetaObject::invokeMethod(
             &engine, [&engine, wired] { chooseMode(engine, wired); }, Qt::QueuedConnection);
     });
@@ -157,7 +157,7 @@ void SimulatedSurroundings::Private::demonstrate(QQmlApplicationEngine &engine,
 // What belongs to the event loop, or speaks to objects that go with it.
 void SimulatedSurroundings::Private::endWithTheEventLoop()
 {
-    thePc()->pc().onPerson({});
+    thePc()->pc().modeChoice.set({});
     closeSignals.reset();
     input.reset();
     if (scriptedUser)

@@ -63,7 +63,7 @@ QString installAdb(const AdbPlan &plan, const AdbPlace &place, SimPc &pc)
     pc.processes.setHostProcesses(adb_processes::onPort(port));
     pc.setSearchPath(plan.onPath ? place.programFolder : QString());
     const QString devices = folder + QStringLiteral("/devices");
-    pc.onCable([devices](const std::vector<SimHeadset> &cable) {
+    pc.usb.onCable([devices](const std::vector<SimHeadset> &cable) {
         writeFile(devices, deviceLines(cable));
     });
     return plan.runsFrom.isEmpty() ? QString() : startServer(plan, place, port);

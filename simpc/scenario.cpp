@@ -67,13 +67,13 @@ void apply(const PcChange &change, SimPc &pc, bool isNews)
         news(QStringLiteral("sound outputs: ") + waveOutText(*change.waveOuts));
     }
     if (change.cable) {
-        pc.setCable(*change.cable);
+        pc.usb.setCable(*change.cable);
         news(QStringLiteral("on the USB cable: ") + cableText(*change.cable));
     }
     if (change.wired) {
         news(QStringLiteral("the person chooses ") +
              (*change.wired ? QStringLiteral("USB") : QStringLiteral("Wi-Fi")));
-        pc.personChooses(*change.wired);
+        pc.modeChoice.tell(*change.wired);
     }
     for (const StartingProcess &process : change.starting) {
         const quint32 pid = pc.processes.start(process.name, process.path);

@@ -9,11 +9,13 @@
 #include "simpc/sim_cell.h"
 #include "simpc/sim_hardware.h"
 #include "simpc/sim_launches.h"
+#include "simpc/sim_listener.h"
 #include "simpc/sim_ports.h"
 #include "simpc/sim_processes.h"
 #include "simpc/sim_record.h"
 #include "simpc/sim_registry.h"
 #include "simpc/sim_timeline.h"
+#include "simpc/sim_usb.h"
 
 #include <QHash>
 #include <QMap>
@@ -37,13 +39,6 @@ enum class SimNetworkQuery {
     Answers,
     Missing, // there is no such program
     Hangs    // runs and never says anything
-};
-
-// A headset on the USB cable.
-struct SimHeadset
-{
-    QString serial;
-    QString state = QStringLiteral("device"); // as adb calls it
 };
 
 // The world. All members may be called from any thread; when things happen and
@@ -74,29 +69,15 @@ public:
     SimProcesses processes{timeline};
     SimPorts ports{timeline}; // a process loses its own when it ends
     SimLaunches launches{timeline, journal};
+    SimUsb usb{timeline};
+    // What the person in front of the PC chooses in the program: USB (true) or
+    // Wi-Fi.
+    SimListener<bool> modeChoice{timeline};
 
     // The folders, joined by ':', in which a command interpreter looks for
     // programs. They are the real machine's; empty: it finds none.
     void setSearchPath(const QString &folders);
     QString searchPath() const;
-
-    // A device interface arrives at this PC or leaves it. The listener is told
-    // its path, on whichever thread notices; never any more once it was
-    // replaced or taken away.
-    void usbChanged(const QString &interfacePath);
-    void onUsbChange(std::function<void(const QString &interfacePath)> listener);
-
-    // What is on the USB cable. Every headset that comes or goes is told of by
-    // usbChanged(). onCable() is told the new content before that, and at once
-    // what is there already; as a change.
-    void setCable(const std::vector<SimHeadset> &headsets);
-    std::vector<SimHeadset> cable() const;
-    void onCable(std::function<void(const std::vector<SimHeadset> &)> listener);
-
-    // The person in front of the PC chooses USB or Wi-Fi in the program. The
-    // listener is told on whichever thread notices.
-    void personChooses(bool wired);
-    void onPerson(std::function<void(bool wired)> listener);
 
     // Power line: 0 battery, 1 mains, 255 unknown; nothing: the question fails.
     void setAcLine(std::optional<int> status);
@@ -137,14 +118,8 @@ public:
     void setCell(std::unique_ptr<SimCell> cell);
 
 private:
-    // Guards what follows, but for the listeners that are called as a change;
-    // never held while calling back.
-    mutable std::mutex mutex_;
+    mutable std::mutex mutex_; // guards what follows
     QString searchPath_;
-    std::function<void(const QString &)> usbListener_; // as a change
-    std::vector<SimHeadset> cable_;
-    std::function<void(const std::vector<SimHeadset> &)> cableListener_; // as a change
-    std::function<void(bool)> personListener_;                           // as a change
     std::optional<int> acLine_ = 1;
     std::optional<quint32> tcpTableError_;
     QString osVersion_ = QStringLiteral("10");

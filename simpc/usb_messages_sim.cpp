@@ -49,7 +49,7 @@ struct UsbMessages::Private
 UsbMessages::UsbMessages(Changed changed) : d(std::make_unique<Private>())
 {
     d->changed = std::move(changed);
-    SimPc::current().onUsbChange([this](const QString &path) { d->post(path); });
+    SimPc::current().usb.onInterfaceChange([this](const QString &path) { d->post(path); });
     d->thread = std::thread([this] { d->run(); });
 }
 
@@ -62,7 +62,7 @@ bool UsbMessages::stop()
 {
     if (!d->thread.joinable())
         return false;
-    SimPc::current().onUsbChange({});
+    SimPc::current().usb.onInterfaceChange({});
     {
         const std::lock_guard<std::mutex> lock(d->mutex);
         d->exiting = true;

@@ -627,16 +627,16 @@ void ScenarioTest::theCableAndAdbAreAsDescribed()
     ManualClock clock;
     SimPc pc(clock);
     QStringList told;
-    pc.onPerson([&told](bool wired) { told << (wired ? "USB" : "Wi-Fi"); });
+    pc.modeChoice.set([&told](bool wired) { told << (wired ? "USB" : "Wi-Fi"); });
     scenario::build(scenario, pc);
-    QCOMPARE(pc.cable().size(), size_t(1));
-    QCOMPARE(pc.cable()[0].state, QString("offline"));
+    QCOMPARE(pc.usb.cable().size(), size_t(1));
+    QCOMPARE(pc.usb.cable()[0].state, QString("offline"));
     clock.advance(10000);
-    QCOMPARE(pc.cable().size(), size_t(2));
-    QCOMPARE(pc.cable()[1].serial, QString("C"));
-    QCOMPARE(pc.cable()[1].state, QString("device"));
+    QCOMPARE(pc.usb.cable().size(), size_t(2));
+    QCOMPARE(pc.usb.cable()[1].serial, QString("C"));
+    QCOMPARE(pc.usb.cable()[1].state, QString("device"));
     clock.advance(11000);
-    QVERIFY(pc.cable().empty());
+    QVERIFY(pc.usb.cable().empty());
     QCOMPARE(told, (QStringList{"USB", "Wi-Fi"}));
     QCOMPARE(pc.events.lines(),
              (QStringList{"on the USB cable: B, C", "on the USB cable: none",

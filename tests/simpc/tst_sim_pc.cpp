@@ -41,15 +41,15 @@ void SimPcTest::everyHeadsetThatComesOrGoesIsToldOf()
     ManualClock clock;
     SimPc pc(clock);
     QStringList told;
-    pc.onCable([&told](const std::vector<SimHeadset> &cable) {
+    pc.usb.onCable([&told](const std::vector<SimHeadset> &cable) {
         told << QString("cable of %1").arg(cable.size());
     });
-    pc.onUsbChange([&told](const QString &path) { told << path.section('#', 1, 2); });
-    pc.setCable({{"A"}, {"B"}});
-    pc.setCable({{"B"}, {"C"}});
-    pc.setCable({{"B", "offline"}, {"C"}}); // the same plugs
-    pc.onUsbChange({});
-    pc.setCable({});
+    pc.usb.onInterfaceChange([&told](const QString &path) { told << path.section('#', 1, 2); });
+    pc.usb.setCable({{"A"}, {"B"}});
+    pc.usb.setCable({{"B"}, {"C"}});
+    pc.usb.setCable({{"B", "offline"}, {"C"}}); // the same plugs
+    pc.usb.onInterfaceChange({});
+    pc.usb.setCable({});
     const QString identity = "VID_05C6&PID_903A#";
     QCOMPARE(told,
              (QStringList{"cable of 0", "cable of 2", identity + "A", identity + "B", "cable of 2",

@@ -424,7 +424,7 @@ void AdbMangerTest::aPluggedHeadsetMakesItCheckOnItsOwnThread()
     QThread *thread = nullptr;
     connect(adb.manager.get(), &AdbManger::checkdevice, adb.manager.get(),
             [&thread] { thread = QThread::currentThread(); });
-    pc.usbChanged(headsetPath);
+    pc.usb.changeInterface(headsetPath);
     QTRY_VERIFY(thread);
     QCOMPARE(thread, QThread::currentThread());
     clock_.advance(800);
@@ -438,9 +438,11 @@ void AdbMangerTest::otherDevicesMakeItDoNothing()
     adb.settle();
     int checks = 0;
     connect(adb.manager.get(), &AdbManger::checkdevice, adb.manager.get(), [&checks] { ++checks; });
-    pc.usbChanged(R"(\\?\USBSTOR#Disk&Ven_Acme#0123&0#{53f56307-b6bf-11d0-94f2-00a0c91efb8b})");
-    pc.usbChanged(R"(\\?\PCI#VEN_8086&DEV_15B8#3&1#{ad498944-762f-11d0-8dcb-00c04fc3358c})");
-    pc.usbChanged(headsetPath); // the last one of the three
+    pc.usb.changeInterface(
+        R"(\\?\USBSTOR#Disk&Ven_Acme#0123&0#{53f56307-b6bf-11d0-94f2-00a0c91efb8b})");
+    pc.usb.changeInterface(
+        R"(\\?\PCI#VEN_8086&DEV_15B8#3&1#{ad498944-762f-11d0-8dcb-00c04fc3358c})");
+    pc.usb.changeInterface(headsetPath); // the last one of the three
     QTRY_COMPARE(checks, 1);
     QCoreApplication::processEvents();
     QCOMPARE(checks, 1);
@@ -472,7 +474,7 @@ void AdbMangerTest::atItsEndItEndsAdb()
     QCOMPARE(adb.lines, QStringList());
     clock_.advance(10000); // nothing runs on
     QCOMPARE(adb.lines, QStringList());
-    pc.usbChanged(headsetPath); // nobody listens any more
+    pc.usb.changeInterface(headsetPath); // nobody listens any more
 }
 
 void AdbMangerTest::atItsEndItLeavesARunningServerWithoutPorts()
