@@ -146,6 +146,10 @@ void TestQuickScreen::windowInFrontComesFirst()
     toast().show();
     QVERIFY(screen().click({"inToast"}));
     QTRY_COMPARE(clicked(), QString("toast "));
+    const SmallWindow later(R"(Window { x: 300; y: 200; width: 20; height: 20
+        flags: Qt.ToolTip | Qt.WindowDoesNotAcceptFocus
+        Item { objectName: "row"; width: 20; height: 20 } })");
+    QCOMPARE(screen().middleOf({"row", 1}), QPoint(310, 210));
 }
 
 void TestQuickScreen::dialogIsNamedByItsFile()

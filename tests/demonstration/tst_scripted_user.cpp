@@ -195,6 +195,9 @@ void TestScriptedUser::whatWasStillToComeIsForgotten()
     seat.clock.advance(10000);
     QCOMPARE(seat.screen.deeds, QStringList("click dim 1"));
     QCOMPARE(seat.closed.count(), 1);
+    seat.user.hear("activate\n");
+    seat.clock.advance(10000);
+    QCOMPARE(seat.screen.deeds, QStringList({"click dim 1", "activate"}));
 }
 
 void TestScriptedUser::lineCountsWhenItsEndHasCome()
