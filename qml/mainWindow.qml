@@ -1,5 +1,4 @@
 import QtQuick 2.15
-import QtQuick.Layouts 1.15
 import QtHeron.Window 1.0
 import ORBManager 1.0
 import "."
@@ -16,9 +15,6 @@ FramelessWindow {
     readonly property var updater: typeof orbupdate === "undefined" ? null : orbupdate
     readonly property var road: typeof orbroad === "undefined" ? null : orbroad
     readonly property var checks: typeof orbchecks === "undefined" ? null : orbchecks
-    // Set by showTips(); empty while the banner speaks of how far things are.
-    property url tipIcon
-    property string tipText
     readonly property string windows: "qrc:/qml/windows/"
     // What these say has to be read: no other dialog takes their place.
     readonly property var blockingNotices: [windows + "UsePortProcessTips.qml",
@@ -31,19 +27,11 @@ FramelessWindow {
     readonly property bool dialogOpen: subWin.item !== null && subWin.item.visible
 
     function showToast(str, duration) {
-        toastContent.text = str;
-        toast.x = root.x + root.fixedWidth / 2 - toast.width / 2;
-        toast.y = root.y + 400;
-        toastTimer.interval = duration || 2000;
-        toastTimer.restart();
-        // What it announces may keep the program busy for seconds.
-        toast.showNow();
+        toast.announce(str, duration || 2000);
     }
 
     function showTips(icon, tips) {
-        tipIcon = icon;
-        tipText = tips;
-        banner.wanted = true;
+        banner.show(icon, tips);
     }
 
     // Shows another dialog instead of the one that is open, with these
@@ -133,9 +121,7 @@ FramelessWindow {
             subWin.item.reqActive();
     }
     Component.onCompleted: {
-        addIgnore(logo);
-        addIgnore(version);
-        addIgnore(filler);
+        titleRow.handles.forEach(item => addIgnore(item));
         selectMode.visible = !orb.isHideSelectPage();
         // Not before it has its size: the system places it by that.
         visible = true;
@@ -152,84 +138,24 @@ FramelessWindow {
         anchors.fill: parent
         color: utils.orb_backgroundcolor
 
-        RowLayout {
+        TitleRow {
             id: titleRow
             objectName: "titleRow"
             width: parent.width
             height: 90
-            spacing: 2 * utils.grid
-
-            Image {
-                id: logo
-                objectName: "logo"
-                source: root.currentLanguage === "zh" ? "qrc:/res/image/orb_icon.png"
-                                                      : "qrc:/res/image/orb_icon_en.png"
-                Layout.leftMargin: utils.margin
-                Accessible.role: Accessible.Graphic
-                Accessible.name: root.title
-            }
-            Label {
-                id: version
-                objectName: "version"
-                text: root.updater ? root.updater.version() : ""
-                font.bold: true
-            }
-            Item {
-                id: filler
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-            }
-            PushButton {
-                objectName: "help"
-                text: qsTr("使用帮助")
-                icon: "qrc:/res/image/orb_help.png"
-                boldUnlessHovered: true
-                radius: height / 2
-                Layout.preferredWidth: 140
-                onClicked: orb.gotoWeb(ORBManagerCLS.UserHelperUrl)
-            }
-            PushButton {
-                objectName: "feedback"
-                text: qsTr("用户反馈")
-                icon: "qrc:/res/image/orb_feedback.png"
-                boldUnlessHovered: true
-                radius: height / 2
-                Layout.preferredWidth: 140
-                onClicked: root.openDialog(root.windows + "FeedbackPage.qml")
-            }
-            PushButton {
-                objectName: "setting"
-                text: qsTr("设置")
-                icon: "qrc:/res/image/orb_setting.png"
-                boldUnlessHovered: true
-                radius: height / 2
-                visible: !selectMode.visible
-                Layout.preferredWidth: 140
-                onClicked: root.openDialog(root.windows + "SettingPage.qml")
-            }
-            TitleBarButton {
-                id: minimise
-                objectName: "minimise"
-                text: qsTr("最小化")
-                icon: "qrc:/res/image/orb_min.png"
-                onClicked: root.showMinimized()
-            }
-            TitleBarButton {
-                objectName: "close"
-                text: qsTr("关闭")
-                icon: "qrc:/res/image/orb_close.png"
-                hoverColor: utils.closeHovered
-                Layout.rightMargin: utils.margin - utils.grid
-                onClicked: root.leave()
-            }
+            title: root.title
+            versionText: root.updater ? root.updater.version() : ""
+            chinese: root.currentLanguage === "zh"
+            settingsOffered: !selectMode.visible
+            onHelpWanted: orb.gotoWeb(ORBManagerCLS.UserHelperUrl)
+            onFeedbackWanted: root.openDialog(root.windows + "FeedbackPage.qml")
+            onSettingsWanted: root.openDialog(root.windows + "SettingPage.qml")
+            onMinimiseWanted: root.showMinimized()
+            onCloseWanted: root.leave()
         }
-
-        Rectangle {
+        Banner {
             id: banner
             objectName: "banner"
-
-            property bool wanted: true
-
             anchors {
                 top: titleRow.bottom
                 left: parent.left
@@ -237,38 +163,9 @@ FramelessWindow {
                 leftMargin: utils.margin
                 rightMargin: utils.margin
             }
-            height: 56
             visible: wanted && !selectMode.visible
-            color: utils.orb_itemdowncolor
-            radius: utils.itemRadius
-
-            RowLayout {
-                anchors.fill: parent
-                anchors.leftMargin: 2 * utils.grid
-                anchors.rightMargin: 2 * utils.grid
-                spacing: 2 * utils.grid
-
-                Image {
-                    objectName: "bannerIcon"
-                    source: root.tipText ? root.tipIcon
-                          : steamPage.ready && headsetPage.connected
-                            ? "qrc:/res/image/orb_suc.png" : "qrc:/res/image/orb_tips.png"
-                }
-                Label {
-                    objectName: "bannerText"
-                    text: root.tipText ? root.tipText
-                        : headsetPage.connected
-                          ? qsTr("恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～")
-                          : qsTr("完成下列步骤，即可畅玩Steam游戏大作")
-                    Layout.fillWidth: true
-                }
-                LinkText {
-                    objectName: "bannerHide"
-                    text: qsTr("不再提示")
-                    textColor: utils.accent
-                    onClicked: banner.wanted = false
-                }
-            }
+            connected: headsetPage.connected
+            complete: steamPage.ready
         }
         Loader {
             objectName: "details"
@@ -366,7 +263,7 @@ FramelessWindow {
                 acceptedButtons: Qt.AllButtons
             }
             MouseArea {
-                width: minimise.x
+                width: titleRow.exitsAt
                 height: titleRow.height
                 hoverEnabled: true
                 acceptedButtons: Qt.AllButtons
@@ -411,31 +308,11 @@ FramelessWindow {
         function onAccepted() { root.switchLink(); }
     }
 
-    FramelessWindow {
+    Toast {
         id: toast
         objectName: "toast"
-
-        // It must neither take the focus from what the user does nor stand in
-        // the way of the mouse.
-        flags: Qt.FramelessWindowHint | Qt.Tool | Qt.WindowDoesNotAcceptFocus
-             | Qt.WindowTransparentForInput
-        needShadow: false
         parentWin: root
-        color: "transparent"
-        width: toastContent.implicitWidth
-        height: toastContent.implicitHeight
-        onCloseAll: visible = false
-
-        ToastContent {
-            id: toastContent
-            objectName: "toastContent"
-            anchors.fill: parent
-        }
-        ClockTimer {
-            id: toastTimer
-            objectName: "toastTimer"
-            onTriggered: toast.visible = false
-        }
+        spot: Qt.point(root.fixedWidth / 2, 400)
     }
 
     Connections {

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>Banner</name>
+    <message>
+        <source>恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～</source>
+        <translation>All steps are done. Put on your VR headset and enjoy the games!</translation>
+    </message>
+    <message>
+        <source>完成下列步骤，即可畅玩Steam游戏大作</source>
+        <translation>Complete the steps below to play your Steam games</translation>
+    </message>
+    <message>
+        <source>不再提示</source>
+        <translation>Don&apos;t show again</translation>
+    </message>
+</context>
+<context>
     <name>Checks</name>
     <message>
         <source>操作系统：</source>
@@ -874,6 +889,29 @@
     </message>
 </context>
 <context>
+    <name>TitleRow</name>
+    <message>
+        <source>使用帮助</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>用户反馈</source>
+        <translation>Feedback</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
     <name>UpdateGpuDriverTips</name>
     <message>
         <source>更新显卡驱动</source>
@@ -1008,44 +1046,12 @@
         <translation>Streaming Assistant</translation>
     </message>
     <message>
-        <source>使用帮助</source>
-        <translation>Help</translation>
-    </message>
-    <message>
-        <source>最小化</source>
-        <translation>Minimize</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～</source>
-        <translation>All steps are done. Put on your VR headset and enjoy the games!</translation>
-    </message>
-    <message>
-        <source>完成下列步骤，即可畅玩Steam游戏大作</source>
-        <translation>Complete the steps below to play your Steam games</translation>
-    </message>
-    <message>
-        <source>不再提示</source>
-        <translation>Don&apos;t show again</translation>
-    </message>
-    <message>
         <source>确定切换为无线串流</source>
         <translation>Switch to wireless streaming?</translation>
     </message>
     <message>
         <source>确定切换为有线串流</source>
         <translation>Switch to wired streaming?</translation>
-    </message>
-    <message>
-        <source>用户反馈</source>
-        <translation>Feedback</translation>
-    </message>
-    <message>
-        <source>设置</source>
-        <translation>Settings</translation>
     </message>
     <message>
         <source>正在退出</source>

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="zh_CN">
 <context>
+    <name>Banner</name>
+    <message>
+        <source>恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～</source>
+        <translation>すべての手順が完了しました。VRヘッドセットを装着してゲームを楽しみましょう！</translation>
+    </message>
+    <message>
+        <source>完成下列步骤，即可畅玩Steam游戏大作</source>
+        <translation>次の手順を完了すると、Steamのゲームをプレイできます</translation>
+    </message>
+    <message>
+        <source>不再提示</source>
+        <translation>今後表示しない</translation>
+    </message>
+</context>
+<context>
     <name>Checks</name>
     <message>
         <source>操作系统：</source>
@@ -874,6 +889,29 @@
     </message>
 </context>
 <context>
+    <name>TitleRow</name>
+    <message>
+        <source>使用帮助</source>
+        <translation>ヘルプ</translation>
+    </message>
+    <message>
+        <source>用户反馈</source>
+        <translation>ご意見</translation>
+    </message>
+    <message>
+        <source>设置</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>最小化</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>閉じる</translation>
+    </message>
+</context>
+<context>
     <name>UpdateGpuDriverTips</name>
     <message>
         <source>更新显卡驱动</source>
@@ -1008,44 +1046,12 @@
         <translation>ストリーミングアシスタント</translation>
     </message>
     <message>
-        <source>使用帮助</source>
-        <translation>ヘルプ</translation>
-    </message>
-    <message>
-        <source>最小化</source>
-        <translation>最小化</translation>
-    </message>
-    <message>
-        <source>关闭</source>
-        <translation>閉じる</translation>
-    </message>
-    <message>
-        <source>恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～</source>
-        <translation>すべての手順が完了しました。VRヘッドセットを装着してゲームを楽しみましょう！</translation>
-    </message>
-    <message>
-        <source>完成下列步骤，即可畅玩Steam游戏大作</source>
-        <translation>次の手順を完了すると、Steamのゲームをプレイできます</translation>
-    </message>
-    <message>
-        <source>不再提示</source>
-        <translation>今後表示しない</translation>
-    </message>
-    <message>
         <source>确定切换为无线串流</source>
         <translation>ワイヤレスストリーミングに切り替えますか？</translation>
     </message>
     <message>
         <source>确定切换为有线串流</source>
         <translation>有線ストリーミングに切り替えますか？</translation>
-    </message>
-    <message>
-        <source>用户反馈</source>
-        <translation>ご意見</translation>
-    </message>
-    <message>
-        <source>设置</source>
-        <translation>設定</translation>
     </message>
     <message>
         <source>正在退出</source>
