@@ -12,19 +12,11 @@ FramelessWindow {
     readonly property int fixedHeight: 875
     property bool ispullDown: false
     readonly property string currentLanguage: Qt.locale().name.split("_")[0]
-    readonly property var updater: typeof orbupdate === "undefined" ? null : orbupdate
-    readonly property var road: typeof orbroad === "undefined" ? null : orbroad
-    readonly property var checks: typeof orbchecks === "undefined" ? null : orbchecks
+    readonly property QtObject updater: typeof orbupdate === "undefined" ? null : orbupdate
+    readonly property QtObject road: typeof orbroad === "undefined" ? null : orbroad
+    readonly property QtObject checks: typeof orbchecks === "undefined" ? null : orbchecks
     readonly property string windows: "qrc:/qml/windows/"
-    // What these say has to be read: no other dialog takes their place.
-    readonly property var blockingNotices: [windows + "UsePortProcessTips.qml",
-                                            windows + "NetworkSetting.qml",
-                                            windows + "UpdateGpuDriverTips.qml"]
     property bool leaving: false
-    // The controller asks once a run which headset it shall be. When that comes
-    // while a blocking notice is read, it waits until that is closed.
-    property bool choiceWaits: false
-    readonly property bool dialogOpen: subWin.item !== null && subWin.item.visible
 
     function showToast(str, duration) {
         toast.announce(str, duration || 2000);
@@ -34,41 +26,17 @@ FramelessWindow {
         banner.show(icon, tips);
     }
 
-    // Shows another dialog instead of the one that is open, with these
-    // properties set; not while a blocking notice is read. Says whether it did.
-    function openDialog(page, properties) {
-        if (checkWin())
-            return false;
-        subWin.setSource(page, properties || {});
-        showSubWin();
-        return subWin.item !== null;
-    }
-
-    function chooseHeadset() {
-        choiceWaits = !openDialog(windows + "MoreSettingPage.qml");
-    }
-
-    function chooseLate() {
-        if (!choiceWaits || leaving || !visible)
-            return;
-        if (orb.wired || orb.vrIsConnect)
-            choiceWaits = false; // nobody is asked any more
-        else
-            chooseHeadset();
-    }
-
     function showSubWin() {
-        const dialog = subWin.item;
-        if (!dialog)
-            return;
-        dialog.x = x + fixedWidth / 2 - Math.round(dialog.width / 2);
-        dialog.y = y + 440 - Math.round(dialog.height / 2);
-        dialog.show();
-        dialog.reqActive();
+        dialogs.show();
     }
 
     function checkWin() {
-        return dialogOpen && blockingNotices.indexOf(subWin.source.toString()) >= 0;
+        return dialogs.isBlocked();
+    }
+
+    // Shows another dialog, unless a blocking one is read. Says whether it did.
+    function openDialog(page, properties) {
+        return dialogs.open(page, properties);
     }
 
     function askToSwitch(wired) {
@@ -81,20 +49,19 @@ FramelessWindow {
         orb.wired = !orb.wired;
     }
 
-    function closeDialog() {
-        if (dialogOpen)
-            subWin.item.close();
+    function closeAtOnce() {
+        dialogs.close();
+        close();
     }
 
     function leave() {
         if (leaving)
             return;
         leaving = true;
-        closeDialog();
+        dialogs.close();
         // Sends the last reports, and meanwhile the windows still work.
         orb.closeApp();
-        closeDialog();
-        close();
+        closeAtOnce();
     }
 
     title: qsTr("串流助手")
@@ -110,16 +77,6 @@ FramelessWindow {
         }
     }
     onCloseAll: leave()
-    // Not before the notice has done what it does while it closes.
-    onDialogOpenChanged: {
-        if (!dialogOpen)
-            Qt.callLater(chooseLate);
-    }
-    // The keyboard belongs to the dialog.
-    onActivityChanged: {
-        if (activity && dialogOpen)
-            subWin.item.reqActive();
-    }
     Component.onCompleted: {
         titleRow.handles.forEach(item => addIgnore(item));
         selectMode.visible = !orb.isHideSelectPage();
@@ -247,27 +204,23 @@ FramelessWindow {
             visible: false
             focus: visible
         }
-
-        Rectangle {
-            objectName: "dim"
+        DialogHost {
+            id: dialogs
             anchors.fill: parent
-            visible: root.dialogOpen
-            color: utils.orb_backgroundcolor
-            opacity: 0.8
-
-            // What is dimmed is out of reach, but for minimising and closing.
-            MouseArea {
-                anchors.fill: parent
-                anchors.topMargin: titleRow.height
-                hoverEnabled: true
-                acceptedButtons: Qt.AllButtons
-            }
-            MouseArea {
-                width: titleRow.exitsAt
-                height: titleRow.height
-                hoverEnabled: true
-                acceptedButtons: Qt.AllButtons
-            }
+            owner: root
+            reachable: Qt.rect(titleRow.exitsAt, 0, width - titleRow.exitsAt, titleRow.height)
+            middle: Qt.point(root.fixedWidth / 2, 440)
+            blockingPages: ["UsePortProcessTips.qml", "NetworkSetting.qml", "UpdateGpuDriverTips.qml"]
+                           .map(file => root.windows + file)
+            // Nobody has to choose a headset any more.
+            settled: orb.wired || orb.vrIsConnect
+            asks: root.visible && !root.leaving
+            onAccepted: root.switchLink()
+            onToast: root.showToast(text, duration)
+            onCloseMain: root.closeAtOnce()
+            // Leaving may take seconds in which the dialog's place is wanted: not
+            // before it has done what it is doing.
+            onLeaveProgram: Qt.callLater(root.leave)
         }
     }
 
@@ -278,36 +231,6 @@ FramelessWindow {
         running: root.leaving && root.visible
         onTriggered: root.openDialog(root.windows + "WaitPage.qml", { text: qsTr("正在退出"), limit: 0 })
     }
-    // The one place of a dialog. What a dialog may declare, and what it gets, is
-    // told in ARCHITECTURE.md.
-    Loader {
-        id: subWin
-        objectName: "subWin"
-        onLoaded: item.parentWin = root
-    }
-    // A dialog that is not seen is not kept. Whatever it still does while it
-    // closes, and that may take a while, is over by then.
-    ClockTimer {
-        objectName: "dropTimer"
-        interval: 1000
-        running: subWin.item !== null && !root.dialogOpen
-        onTriggered: subWin.source = ""
-    }
-    Connections {
-        target: subWin.item
-        ignoreUnknownSignals: true
-        function onToast(text, duration) { root.showToast(text, duration); }
-        function onOpenPage(page, properties) { root.openDialog(page, properties); }
-        function onCloseMain() {
-            root.closeDialog();
-            root.close();
-        }
-        // Leaving may take seconds in which the dialog's place is wanted: not
-        // before it has done what it is doing.
-        function onLeaveProgram() { Qt.callLater(root.leave); }
-        function onAccepted() { root.switchLink(); }
-    }
-
     Toast {
         id: toast
         objectName: "toast"
@@ -319,7 +242,8 @@ FramelessWindow {
         target: orb
         function onShowToast(tips, duration) { root.showToast(tips, duration); }
         function onShowPowerTip() { root.openDialog(root.windows + "PowerDownPage.qml"); }
-        function onShowMoreHMD() { root.chooseHeadset(); }
+        // It asks once a run.
+        function onShowMoreHMD() { dialogs.ask(root.windows + "MoreSettingPage.qml"); }
         function onShowNetWorkSetting() { root.openDialog(root.windows + "NetworkSetting.qml"); }
         function onShowUseProtPage(names) {
             root.openDialog(root.windows + "UsePortProcessTips.qml", { names: names });
@@ -327,10 +251,7 @@ FramelessWindow {
         function onShowUpdateGPUPage() {
             root.openDialog(root.windows + "UpdateGpuDriverTips.qml");
         }
-        function onCloseExe() {
-            root.closeDialog();
-            root.close();
-        }
+        function onCloseExe() { root.closeAtOnce(); }
     }
     Connections {
         target: root.updater

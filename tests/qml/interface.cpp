@@ -82,7 +82,7 @@ Interface::~Interface() = default;
 FramelessQuickWindow *Interface::load()
 {
     if (!realDialogs)
-        engine_.setUrlInterceptor(&standIns_);
+        standInPages();
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbroad"), &roadModel_);
     if (hasChecks)
@@ -90,6 +90,11 @@ FramelessQuickWindow *Interface::load()
     if (hasUpdate)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbupdate"), &update);
     return loadAlone(QStringLiteral("qrc:/qml/mainWindow.qml"));
+}
+
+void Interface::standInPages()
+{
+    engine_.setUrlInterceptor(&standIns_);
 }
 
 FramelessQuickWindow *Interface::loadAlone(const QString &url)

@@ -58,6 +58,9 @@ public:
 
     // Loads the main window. Null when it cannot be made.
     FramelessQuickWindow *load();
+    // Has stand-ins loaded for the dialogs from now on; load() does it unless
+    // `realDialogs`.
+    void standInPages();
     // Loads another window; it gets no controller.
     FramelessQuickWindow *loadAlone(const QString &url);
 

@@ -3,6 +3,7 @@
 #include "tests/support/test_case.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 
 namespace {
 
@@ -191,8 +192,12 @@ void TestDialogLoader::keyboardGoesBackToTheDialog()
     FramelessQuickWindow *window = pages.load();
     emit pages.orb.showPowerTip();
     QTRY_VERIFY(pages.dialog()->isActive());
+    bool returned = false;
+    connect(qApp, &QGuiApplication::focusWindowChanged, window,
+            [&](const QWindow *focused) { returned |= focused == window; });
     window->requestActivate();
-    QTRY_VERIFY(pages.dialog()->isActive());
+    QTRY_VERIFY(returned);
+    QTRY_COMPARE(QGuiApplication::focusWindow(), pages.dialog());
 }
 
 void TestDialogLoader::laterWishReplacesAnOrdinaryDialog_data()
