@@ -17,11 +17,11 @@ void UsbHeadset::watch()
     connect(&adb, &AdbManger::showAdbTipToast, this, &UsbHeadset::unreachable);
 }
 
-adb_rules::Situation UsbHeadset::look()
+adb_rules::AdbState UsbHeadset::look()
 {
     AdbManger &adb = adb_();
     adb.checkDevice();
-    return adb.situation();
+    return adb.adbState();
 }
 
 void UsbHeadset::stop()

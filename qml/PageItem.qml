@@ -24,8 +24,8 @@ Card {
         return PageItem.Searching;
     }
 
-    property var road: null
-    property var checks: null
+    property QtObject road: null
+    property QtObject checks: null
 
     // The user wants the other link type; `wired` is the present one.
     signal showConfirmPage(bool wired)

@@ -10,7 +10,7 @@ FramelessWindow {
 
     readonly property int fixedWidth: 1360
     readonly property int fixedHeight: 875
-    property bool ispullDown: false
+    property alias ispullDown: cards.pulledDown
     readonly property string currentLanguage: Qt.locale().name.split("_")[0]
     readonly property QtObject updater: typeof orbupdate === "undefined" ? null : orbupdate
     readonly property QtObject road: typeof orbroad === "undefined" ? null : orbroad
@@ -83,7 +83,7 @@ FramelessWindow {
         // Not before it has its size: the system places it by that.
         visible = true;
         orb.checkPortUsage();
-        systemPage.check();
+        cards.check();
     }
 
     Utils {
@@ -121,79 +121,23 @@ FramelessWindow {
                 rightMargin: utils.margin
             }
             visible: wanted && !selectMode.visible
-            connected: headsetPage.connected
-            complete: steamPage.ready
+            connected: cards.connected
+            complete: cards.ready
         }
-        Loader {
-            objectName: "details"
-            x: utils.margin
-            y: sheet.normalY
-            width: sheet.width
-            height: sheet.pulledDownY - y - 3 * utils.grid
-            active: root.ispullDown
-            sourceComponent: ConnectionDetails {
-                road: root.road
-                checks: root.checks
-            }
-        }
-        DrawerTab {
-            objectName: "drawerTab"
-            x: Math.round((parent.width - width) / 2)
-            y: sheet.y - height - 3
-            visible: headsetPage.connected && !selectMode.visible
-            open: root.ispullDown
-            onClicked: root.ispullDown = !root.ispullDown
-            onVisibleChanged: {
-                if (!visible)
-                    root.ispullDown = false;
-            }
-        }
-        Row {
-            id: sheet
-            objectName: "sheet"
-
-            readonly property int above: titleRow.height + (banner.visible ? banner.height : 0)
-            readonly property int normalY: above + 22
-            // The same place, with the banner and without.
-            readonly property int pulledDownY: above + (banner.visible ? 488 : 488 + 56)
-
-            readonly property int cardWidth: (width - 2 * spacing) / 3
-
-            x: utils.margin
-            y: root.ispullDown ? pulledDownY : normalY
-            width: root.fixedWidth - 2 * utils.margin
-            height: root.fixedHeight - y - 30
+        CardSheet {
+            id: cards
+            width: root.fixedWidth
+            height: root.fixedHeight
             visible: !selectMode.visible
-            spacing: 3 * utils.grid
-
-            SystemPageItem {
-                id: systemPage
-                objectName: "systemPage"
-                collapsed: root.ispullDown
-                width: sheet.cardWidth
-                height: sheet.height
-                onMore: root.openDialog(root.windows + "SystemInfoPage.qml")
-            }
-            SteamPageItem {
-                id: steamPage
-                objectName: "steamPage"
-                collapsed: root.ispullDown
-                width: sheet.cardWidth
-                height: sheet.height
-            }
-            PageItem {
-                id: headsetPage
-                objectName: "headsetPage"
-                collapsed: root.ispullDown
-                road: root.road
-                checks: root.checks
-                width: sheet.width - 2 * (sheet.cardWidth + sheet.spacing)
-                height: sheet.height
-                onToast: root.showToast(text)
-                onShowConfirmPage: root.askToSwitch(wired)
-            }
+            above: titleRow.height + (banner.visible ? banner.height : 0)
+            // The same place, with the banner and without.
+            drawerHeight: banner.visible ? 488 : 488 + 56
+            road: root.road
+            checks: root.checks
+            onMoreWanted: root.openDialog(root.windows + "SystemInfoPage.qml")
+            onToast: root.showToast(text)
+            onSwitchWanted: root.askToSwitch(wired)
         }
-
         SelectModePage {
             id: selectMode
             objectName: "selectMode"

@@ -51,7 +51,7 @@ public:
     void runAdb(const QString &command);
 
     // How it stands: what is waited for, whose adb it is, what was found.
-    const adb_rules::Situation &situation() const { return now_; }
+    const adb_rules::AdbState &adbState() const { return now_; }
 
     // What a chunk of standard output makes it do.
     void take(const QByteArray &output);

@@ -7,8 +7,8 @@ import ORBManager 1.0
 RowLayout {
     id: details
 
-    property var road: null
-    property var checks: null
+    property QtObject road: null
+    property QtObject checks: null
 
     spacing: 3 * utils.grid
 

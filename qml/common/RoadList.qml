@@ -5,7 +5,7 @@ import QtQuick.Layouts 1.15
 ColumnLayout {
     id: list
 
-    property var road: null
+    property QtObject road: null
 
     function time(since) {
         return since && !isNaN(since.getTime()) ? Qt.formatTime(since, "HH:mm:ss") : "";

@@ -5,7 +5,7 @@ import QtQuick 2.15
 Item {
     id: strip
 
-    property var road: null
+    property QtObject road: null
     readonly property string waitingFor: road ? road.waitingFor : ""
 
     implicitHeight: 6 * utils.grid

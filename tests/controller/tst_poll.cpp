@@ -223,7 +223,7 @@ private slots:
         // It is not asked for on the cable.
         QVERIFY(!facts.networkCategory);
         QVERIFY(facts.adb);
-        QCOMPARE(facts.adb->serial, p.pc.adb.situation().serial);
+        QCOMPARE(facts.adb->serial, p.pc.adb.adbState().serial);
         QCOMPARE(facts.wired, std::optional<bool>(true));
     }
 
