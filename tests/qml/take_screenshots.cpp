@@ -25,14 +25,12 @@ void take(const QDir &folder, const QString &name, const std::function<void(Inte
     if (!pages.load())
         qFatal("the main window cannot be made");
     set(pages);
-    QCoreApplication::processEvents();
+    pages.settle();
     QImage image = pages.window()->grabWindow();
     auto *toast = pages.window()->findChild<QQuickWindow *>(QStringLiteral("toast"));
     if (toast->isVisible())
         toast->grabWindow().save(folder.filePath(name + "_toast.png"));
     if (FramelessQuickWindow *dialog = pages.dialog()) {
-        pages.settle();
-        image = pages.window()->grabWindow();
         QPainter(&image).drawImage(dialog->position() - pages.window()->position(),
                                    dialog->grabWindow());
     }
@@ -106,13 +104,13 @@ int main(int argc, char *argv[])
         Interface pages;
         pages.orb.hideSelectPage = false;
         pages.load();
-        QCoreApplication::processEvents();
+        pages.settle();
         pages.window()->grabWindow().save(folder.filePath("6_select_mode.png"));
     }
     {
         Interface pages;
         pages.loadAlone(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml"));
-        QCoreApplication::processEvents();
+        pages.settle();
         pages.window()->grabWindow().save(folder.filePath("7_second_copy.png"));
     }
     return 0;
