@@ -110,10 +110,7 @@ FocusScope {
         }
     }
     Label {
-        x: flick.x
-        y: flick.y
-        width: flick.width
-        height: flick.height
+        anchors.fill: flick
         visible: edit.length === 0 && !edit.inputMethodComposing
         text: box.placeholder
         color: utils.textSecondary

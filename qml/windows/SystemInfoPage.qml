@@ -49,16 +49,23 @@ DialogWindow {
         Layout.fillWidth: true
         Layout.fillHeight: true
 
-        Repeater {
-            model: dialog.columns
+        Row {
+            anchors.fill: parent
+            spacing: table.gap
 
-            Rectangle {
-                x: index * (width + table.gap)
-                width: table.columnWidth
-                height: table.height
-                radius: utils.itemRadius
-                color: utils.orb_backgroundcolor
-                border { width: 1; color: index === 0 ? utils.accent : utils.orb_backgroundcolor }
+            Repeater {
+                model: dialog.columns
+
+                Rectangle {
+                    width: table.columnWidth
+                    height: table.height
+                    radius: utils.itemRadius
+                    color: utils.orb_backgroundcolor
+                    border {
+                        width: 1
+                        color: index === 0 ? utils.accent : utils.orb_backgroundcolor
+                    }
+                }
             }
         }
         // One grid, so that what belongs together is level in all columns.
