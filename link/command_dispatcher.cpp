@@ -13,8 +13,7 @@ constexpr quint32 forgetAfterBatches = 10;
 
 CommandDispatcher::CommandDispatcher(Callbacks callbacks) : callbacks_(std::move(callbacks)) {}
 
-CommandDispatcher::Reported
-CommandDispatcher::processBatch(const std::vector<std::string> &lines)
+CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<std::string> &lines)
 {
     Reported reported;
     if (lines.empty())
