@@ -40,6 +40,8 @@ void ConnectionFlow::stepWired(bool steamVRRunning)
 {
     system_.setDeviceSN(knownSerial_);
     connected_ = link_ && link_->isDeviceConnected() && steamVRRunning;
+    reportTaken_ = link_ && link_->hasReported(true);
+    wasConnectedByUsb_ = wasConnectedByUsb_ || (reportTaken_ && connected_);
     emit connectionChanged();
 }
 
@@ -53,6 +55,7 @@ void ConnectionFlow::stepWireless()
     knownSerial_ = link_ ? link_->deviceId() : QString();
     system_.setDeviceSN(knownSerial_);
     const HeadsetList headsets = link_ ? link_->hmdInfoList() : HeadsetList();
+    reportTaken_ = link_ && link_->hasReported(false);
     model_.refill(headsets, recent_);
 
     const QString previous = connectedSerial_;
@@ -81,6 +84,7 @@ void ConnectionFlow::firstContact(const HeadsetList &headsets)
         connectHeadset(headset.serial, headset.address, true);
     } else if (headsets.size() > 1) {
         firstContactHandled_ = true;
+        userAsked_ = true;
         emit severalHeadsets();
     }
 }
@@ -97,6 +101,8 @@ void ConnectionFlow::followHeadset(const HeadsetList &headsets, const QString &p
             makeCurrent(headset.serial);
             connectedAddress_ = headset.address;
             wantedSerial_ = headset.serial;
+            wishIsOfThisLink_ = true;
+            userAsked_ = false;
             return;
         }
         if (!wantedSerial_.isEmpty() && headset.serial == wantedSerial_) {
@@ -110,6 +116,8 @@ void ConnectionFlow::followHeadset(const HeadsetList &headsets, const QString &p
 
 void ConnectionFlow::connectHeadset(const QString &name, const QString &address, bool connect)
 {
+    wishIsOfThisLink_ = true;
+    userAsked_ = false;
     if (connect) {
         qInfo().noquote().nospace() << "connect VR" << connectedSerial_;
         if (!connectedSerial_.isEmpty()) {
@@ -170,4 +178,40 @@ void ConnectionFlow::forgetHeadset()
 {
     connectedSerial_.clear();
     firstContactHandled_ = false;
+    wishIsOfThisLink_ = false;
+    userAsked_ = false;
+}
+
+void ConnectionFlow::awaitReport()
+{
+    reportTaken_ = false;
+    wasConnectedByUsb_ = false;
+}
+
+connection::Facts ConnectionFlow::facts(LinkKind kind) const
+{
+    connection::Facts facts;
+    facts.wired = isWired(kind);
+    facts.server = link_ && link_->hasClient();
+    if (!facts.server || !reportTaken_ || !link_->hasReported(facts.wired))
+        return facts;
+    if (facts.wired) {
+        facts.connected = connected_;
+        facts.expected = wasConnectedByUsb_;
+    } else {
+        takeWirelessFacts(&facts);
+    }
+    return facts;
+}
+
+void ConnectionFlow::takeWirelessFacts(connection::Facts *facts) const
+{
+    facts->found = model_.rowCount() > 0;
+    facts->asked = userAsked_;
+    if (!wishIsOfThisLink_)
+        return;
+    facts->letGo = userDisconnected_;
+    facts->expected = !wantedSerial_.isEmpty();
+    facts->wanted = facts->expected && model_.contains(wantedSerial_);
+    facts->connected = connected_ && facts->expected && connectedSerial_ == wantedSerial_;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/link_kind.h"
+#include "controller/connection_state.h"
 #include "link/headset_link.h"
 
 #include <QObject>
@@ -51,6 +52,12 @@ public:
     // Wireless mode begins: the first-contact rule applies again.
     void forgetHeadset();
 
+    // The link or SteamVR has changed: nothing that was reported before says
+    // anything of the connection of the moment.
+    void awaitReport();
+    // What the server reported since then, and what the user wants.
+    connection::Facts facts(LinkKind kind) const;
+
     // Of the headset that is connected, or on the cable.
     QString connectedSerial() const { return connectedSerial_; }
     bool isConnected() const { return connected_; }
@@ -61,8 +68,6 @@ public:
     QString knownSerial() const { return knownSerial_; }
     QStringList recentHeadsets() const { return recent_; }
     void setRecentHeadsets(const QStringList &serials) { recent_ = serials; }
-
-    HeadsetLink *link() const { return link_; }
 
 signals:
     void connectionChanged();
@@ -79,6 +84,7 @@ private:
     void followHeadset(const HeadsetList &headsets, const QString &previous);
     void makeCurrent(const QString &serial);
     void takeUsbHeadset(const QString &serial);
+    void takeWirelessFacts(connection::Facts *facts) const;
 
     Clock &clock_;
     ConfigManager &config_;
@@ -92,6 +98,10 @@ private:
     bool skipNext_ = false;
     bool userDisconnected_ = false;
     bool firstContactHandled_ = false;
+    bool userAsked_ = false;         // which of several it shall be, and no answer yet
+    bool wishIsOfThisLink_ = false;  // the wanted serial, or that none is wanted
+    bool reportTaken_ = false;       // a step took one over since awaitReport()
+    bool wasConnectedByUsb_ = false; // since awaitReport()
     QString wantedSerial_;
     QStringList recent_;
     QString knownSerial_;

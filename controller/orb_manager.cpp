@@ -11,6 +11,8 @@
 #include "config/recent_headsets.h"
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
+#include "controller/connection_status.h"
+#include "controller/connection_tracker.h"
 #include "controller/feedback.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
@@ -71,6 +73,7 @@ void ORBManager::makeParts()
 
     model_ = new VRListModel(this);
     road_ = new ConnectionRoad(this);
+    status_ = new ConnectionStatus(this);
     flow_ = new ConnectionFlow(clock, config, system, *model_, this);
     checks_ = new CheckRunner(clock, checks::table(), this);
     steamWatch_ = new SteamWatch(steam, this);
@@ -81,7 +84,9 @@ void ORBManager::makeParts()
         {clock, config, *settings_, *flow_, *usb_,
          [this](const SettingsChoice &choice, LinkKind link) { startRun(choice, link); }},
         this);
-    poll_ = new Poll({clock, *steamWatch_, *flow_, *road_, system, *usb_, *checks_}, this);
+    tracker_ = new ConnectionTracker(
+        {clock, *steamWatch_, *flow_, *usb_, *road_, *status_, checks_->facts()}, this);
+    poll_ = new Poll({*steamWatch_, *flow_, system, *usb_, *tracker_, *checks_}, this);
 }
 
 ORBManager::~ORBManager()
@@ -136,6 +141,16 @@ void ORBManager::connectParts()
     connect(usb_, &UsbHeadset::attached, this, &ORBManager::onUsbAttached);
     connect(usb_, &UsbHeadset::detached, this, &ORBManager::onUsbDetached);
     connect(usb_, &UsbHeadset::unreachable, this, &ORBManager::onUsbUnreachable);
+
+    // After the parts above know.
+    connect(mode_, &LinkMode::wiredChanged, tracker_,
+            [this] { tracker_->linkChanged(mode_->kind()); });
+    connect(usb_, &UsbHeadset::attached, tracker_, &ConnectionTracker::update);
+    connect(usb_, &UsbHeadset::detached, tracker_, &ConnectionTracker::update);
+    connect(&deps_->steam(), &SteamManager::steamVRStopped, tracker_,
+            &ConnectionTracker::steamVRStopped);
+    connect(&deps_->steam(), &SteamManager::steamVRStarted, tracker_,
+            &ConnectionTracker::steamVRStarted);
 
     connect(poll_, &Poll::toast, this, &ORBManager::showToast);
     connect(poll_, &Poll::publicNetwork, this, &ORBManager::showNetWorkSetting);
@@ -286,6 +301,7 @@ void ORBManager::launchSteam(bool isVR)
 void ORBManager::connectVR(QString VRname, QString ip, bool vrState)
 {
     flow_->connectHeadset(VRname, ip, vrState);
+    tracker_->update();
 }
 
 void ORBManager::setupNewVersion()

@@ -16,6 +16,8 @@ class CheckModel;
 class CheckRunner;
 class ConnectionFlow;
 class ConnectionRoad;
+class ConnectionStatus;
+class ConnectionTracker;
 class LinkMode;
 class OrbDependencies;
 class PcCheck;
@@ -109,7 +111,9 @@ public:
 
     void setWiredOrWireless(bool wired);
 
-    // The road of the connection, for whoever wants to show it.
+    // Where the connection stands, and how far it has come, for whoever wants
+    // to show it.
+    ConnectionStatus &status() const { return *status_; }
     const ConnectionRoad &road() const { return *road_; }
     // What stands in the way of it; lives as long as this object.
     CheckModel &findings();
@@ -185,6 +189,8 @@ private:
     std::unique_ptr<PcCheck> pc_;
     VRListModel *model_ = nullptr;
     ConnectionRoad *road_ = nullptr;
+    ConnectionStatus *status_ = nullptr;
+    ConnectionTracker *tracker_ = nullptr;
     ConnectionFlow *flow_ = nullptr;
     SteamWatch *steamWatch_ = nullptr;
     SteamStarter *steamStarter_ = nullptr;

@@ -1,16 +1,13 @@
 #include "controller/poll.h"
 
-#include "base/clock.h"
 #include "checks/check_runner.h"
 #include "checks/steam_watch.h"
 #include "controller/connection_flow.h"
-#include "controller/connection_road.h"
+#include "controller/connection_tracker.h"
 #include "controller/usb_headset.h"
 #include "sysinfo/system_info.h"
 
 #include <QCoreApplication>
-
-#include <algorithm>
 
 Poll::Poll(const Dependencies &dependencies, QObject *parent) : QObject(parent), deps_(dependencies)
 {
@@ -19,7 +16,7 @@ Poll::Poll(const Dependencies &dependencies, QObject *parent) : QObject(parent),
 void Poll::run(LinkKind kind)
 {
     look(kind);
-    updateStages(kind);
+    deps_.tracker.update();
     deps_.checks.judge();
 }
 
@@ -60,27 +57,4 @@ void Poll::look(LinkKind kind)
         checkNetwork_ = false;
     }
     deps_.flow.stepWireless();
-}
-
-void Poll::updateStages(LinkKind kind)
-{
-    ConnectionRoad::State state;
-    state.steam = deps_.steam.steamRunning();
-    state.steamVR = deps_.steam.steamVRRunning();
-    state.linked = deps_.flow.isConnected();
-    if (const HeadsetLink *link = deps_.flow.link()) {
-        state.server = link->hasClient();
-        const HeadsetList headsets = link->hmdInfoList();
-        // One on the cable is not in the list of those on the network.
-        state.headset =
-            state.linked || std::any_of(headsets.begin(), headsets.end(),
-                                        [](const HeadsetRecord &h) { return !h.serial.isEmpty(); });
-    }
-    if (isWired(kind)) // adb finds it, and the streaming server need not know its name
-        state.headset = state.linked || !deps_.flow.connectedSerial().isEmpty();
-    deps_.road.update(state, deps_.clock.now());
-
-    Facts &facts = deps_.checks.facts();
-    facts.reached = deps_.road.firstMissing();
-    facts.wired = isWired(kind);
 }

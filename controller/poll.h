@@ -7,9 +7,8 @@
 #include <QObject>
 
 class CheckRunner;
-class Clock;
 class ConnectionFlow;
-class ConnectionRoad;
+class ConnectionTracker;
 class SteamWatch;
 class SystemInfo;
 class UsbHeadset;
@@ -23,12 +22,11 @@ public:
     // Everything outlives the object.
     struct Dependencies
     {
-        Clock &clock;
         SteamWatch &steam;
         ConnectionFlow &flow;
-        ConnectionRoad &road;
         SystemInfo &system;
         UsbHeadset &usb;
+        ConnectionTracker &tracker;
         CheckRunner &checks; // learns what the poll learns
     };
 
@@ -45,7 +43,6 @@ signals:
 
 private:
     void look(LinkKind kind);
-    void updateStages(LinkKind kind);
 
     Dependencies deps_;
     PowerTip powerTip_;

@@ -49,6 +49,12 @@ void VRListModel::refill(const HeadsetList &headsets, const QStringList &recentS
     endResetModel();
 }
 
+bool VRListModel::contains(const QString &name) const
+{
+    return std::any_of(items_.begin(), items_.end(),
+                       [&](const Item &item) { return item.name == name; });
+}
+
 QString VRListModel::firstName() const
 {
     return items_.empty() ? QString() : items_.front().name;

@@ -235,6 +235,7 @@ void SteamManager::startSteamVR()
     cell_.write(0);
     shell_launch::startDetached(QStringLiteral("explorer"),
                                 {QStringLiteral("steam://rungameid/250820")});
+    emit steamVRStarted();
     // The registration is only for the moment of the start: left in place, it
     // would load our driver whenever SteamVR is used without us.
     VrServerWatcher::start(this, env_.clock, cell_, [this] {
@@ -263,6 +264,7 @@ void SteamManager::stopSteamVR()
         env_.clock.sleep(pauseAfterStop);
     }
     qInfo("[steam] stopSteamVR");
+    emit steamVRStopped();
 }
 
 bool SteamManager::shutdownViaVrstartup()

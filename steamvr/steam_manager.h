@@ -72,6 +72,10 @@ public:
 signals:
     void steamAppChange(int sec, QString appName);
     void showToast(QString tips);
+    // We ended SteamVR, and whatever of it ran is gone; or told it to start,
+    // and nothing of it runs yet. On the object's thread.
+    void steamVRStopped();
+    void steamVRStarted();
 
 private:
     bool isSteamInstalled() const;

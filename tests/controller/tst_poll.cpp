@@ -3,6 +3,8 @@
 #include "checks/table.h"
 #include "controller/connection_flow.h"
 #include "controller/connection_road.h"
+#include "controller/connection_status.h"
+#include "controller/connection_tracker.h"
 #include "controller/poll.h"
 #include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
@@ -40,6 +42,12 @@ struct Polled
         return options;
     }
 
+    void useCable()
+    {
+        kind = LinkKind::Wired;
+        tracker.linkChanged(kind);
+    }
+
     QStringList run()
     {
         said.clear();
@@ -69,7 +77,9 @@ struct Polled
         return pc.adb;
     }};
     CheckRunner checks{pc.clock, ::checks::table()};
-    Poll poll{{pc.clock, steam, flow, road, pc.system, usb, checks}};
+    ConnectionStatus status;
+    ConnectionTracker tracker{{pc.clock, steam, flow, usb, road, status, checks.facts()}};
+    Poll poll{{steam, flow, pc.system, usb, tracker, checks}};
 };
 
 } // namespace
@@ -120,7 +130,7 @@ private slots:
         p.pc.pc.setNetworkProfileText("Public");
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
-        Poll poll({p.pc.clock, p.steam, p.flow, p.road, publicPc, p.usb, p.checks});
+        Poll poll({p.steam, p.flow, publicPc, p.usb, p.tracker, p.checks});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { p.said << "publicNetwork"; });
         QObject::connect(&poll, &Poll::powerTip, [&] { p.said << "powerTip"; });
         QObject::connect(&poll, &Poll::toast, [&] { p.said << "toast"; });
@@ -155,7 +165,7 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.kind = LinkKind::Wired;
+        p.useCable();
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
         QVERIFY(p.flow.requestReport(LinkKind::Wireless)); // a headset on Wi-Fi is known
         p.pc.server.usbConnected = true;
@@ -175,7 +185,7 @@ private slots:
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
         bool prompted = false;
-        Poll poll({p.pc.clock, p.steam, p.flow, p.road, publicPc, p.usb, p.checks});
+        Poll poll({p.steam, p.flow, publicPc, p.usb, p.tracker, p.checks});
         QObject::connect(&poll, &Poll::publicNetwork, [&] { prompted = true; });
         poll.run(LinkKind::Wired);
         QVERIFY(!prompted);
@@ -184,11 +194,12 @@ private slots:
     void onTheCableTheHeadsetIsFoundByAdb()
     {
         Polled p(dir());
-        p.kind = LinkKind::Wired;
+        p.useCable();
         p.pc.pc.processes.start("vrmonitor.exe");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
-        p.flow.usbAttached("PA7910");
+        p.usb.watch();
+        emit p.pc.adb.deviceConnect(true, "PA7910");
         p.run();
         QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
         p.pc.server.usbConnected = true;
@@ -214,7 +225,7 @@ private slots:
         QCOMPARE(facts.wired, std::optional<bool>(false));
         QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Headset));
 
-        p.kind = LinkKind::Wired;
+        p.useCable();
         p.pc.pc.setAcLine(1);
         p.pc.pc.setWaveOuts({{2, "Speakers"}});
         p.run();
