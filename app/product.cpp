@@ -60,12 +60,12 @@ public:
 
 ORBUpdate *makeUpdate(QGuiApplication *app)
 {
-    ORBUpdate::Environment environment;
-    environment.host = cloud::host();
-    environment.dataDir = dataFolder();
-    environment.start = [](const QString &path) { shell_launch::startDetached(path, {}); };
-    environment.peerCheck = cloud::builtPeerCheck();
-    return new ORBUpdate(environment, app);
+    ORBUpdate::Dependencies dependencies;
+    dependencies.host = cloud::host();
+    dependencies.dataDir = dataFolder();
+    dependencies.start = [](const QString &path) { shell_launch::startDetached(path, {}); };
+    dependencies.peerCheck = cloud::builtPeerCheck();
+    return new ORBUpdate(dependencies, app);
 }
 
 } // namespace
@@ -85,8 +85,8 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
     update_ = makeUpdate(app);
     roadModel_ = new RoadModel(orb_->road(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
-        HttpManager::instance().disconnectAll();
-        update->abandon();
+        HttpManager::instance().abortRequests();
+        update->abortRequests();
     });
 }
 

@@ -1,5 +1,6 @@
 #include "cloud/cloud_request.h"
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSslConfiguration>
 #include <QSslSocket>
@@ -75,6 +76,16 @@ std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most)
         }
     });
     return body;
+}
+
+void abortRequests(QNetworkAccessManager &network, QObject &receiver)
+{
+    const auto replies = network.findChildren<QNetworkReply *>();
+    for (QNetworkReply *reply : replies) {
+        reply->disconnect(&receiver);
+        delete reply;
+    }
+    network.clearConnectionCache();
 }
 
 } // namespace cloud

@@ -7,7 +7,9 @@
 
 #include <memory>
 
+class QNetworkAccessManager;
 class QNetworkReply;
+class QObject;
 
 namespace cloud {
 
@@ -34,5 +36,9 @@ void limitUnderWay(QNetworkReply *reply, qint64 bytes);
 // answer of more than `most` bytes is aborted, and nothing of it is kept: so no
 // server can fill the memory.
 std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most);
+
+// Drops all requests of `network` with their replies, of which `receiver` hears
+// no more, and closes its connections. On their thread.
+void abortRequests(QNetworkAccessManager &network, QObject &receiver);
 
 } // namespace cloud

@@ -54,25 +54,29 @@ QHttpPart namePart(const QString &fileName)
 
 } // namespace
 
-HttpManager::HttpManager(Environment environment, QObject *parent)
-    : QObject(parent), environment_(std::move(environment)),
+HttpManager::HttpManager(Dependencies dependencies, QObject *parent)
+    : QObject(parent), dependencies_(std::move(dependencies)),
       networkManager_(new QNetworkAccessManager(this))
 {
-    environment_.clock.startTimer(sendInterval, this);
+    dependencies_.clock.startTimer(sendInterval, this);
 }
 
 HttpManager &HttpManager::instance()
 {
-    static HttpManager manager({Clock::system(), [] { return SystemInfo::instance().toJson(); },
-                                QStringLiteral("https://") + cloud::host(),
-                                cloud::builtPeerCheck()});
+    static HttpManager manager([] {
+        Dependencies dependencies{Clock::system()};
+        dependencies.describePc = [] { return SystemInfo::instance().toJson(); };
+        dependencies.baseAddress = QStringLiteral("https://") + cloud::host();
+        dependencies.peerCheck = cloud::builtPeerCheck();
+        return dependencies;
+    }());
     return manager;
 }
 
 void HttpManager::addEvent(const QString &eventId, const QJsonObject &extraData)
 {
-    const QJsonObject record{{QStringLiteral("timestamp"), environment_.clock.epochMilliseconds()},
-                             {QStringLiteral("defaultData"), environment_.describePc()},
+    const QJsonObject record{{QStringLiteral("timestamp"), dependencies_.clock.epochMilliseconds()},
+                             {QStringLiteral("defaultData"), dependencies_.describePc()},
                              {QStringLiteral("eventId"), eventId},
                              {QStringLiteral("extraData"), extraData}};
     QByteArray text = QJsonDocument(record).toJson(QJsonDocument::Compact);
@@ -106,7 +110,7 @@ void HttpManager::sendEvents(bool asynchronous)
     if (batch.isEmpty())
         return;
     QNetworkRequest request =
-        cloud::request(QUrl(environment_.baseAddress + eventPath), environment_.peerCheck);
+        cloud::request(QUrl(dependencies_.baseAddress + eventPath), dependencies_.peerCheck);
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("application/json;charset=UTF-8"));
     QNetworkReply *const reply = networkManager_->post(request, batch);
@@ -154,7 +158,7 @@ void HttpManager::uploadFile(const QString &path, const QString &fileName)
     file.close();
     form->append(namePart(fileName));
     const QNetworkRequest request =
-        cloud::request(QUrl(environment_.baseAddress + uploadPath), environment_.peerCheck);
+        cloud::request(QUrl(dependencies_.baseAddress + uploadPath), dependencies_.peerCheck);
     QNetworkReply *const reply = networkManager_->post(request, form.get());
     form.release()->setParent(reply);
     const auto body = cloud::collectBody(reply, longestAnswer);
@@ -179,17 +183,12 @@ void HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body
 
 void HttpManager::abortAfter(int milliseconds, QNetworkReply *reply)
 {
-    environment_.clock.singleShot(milliseconds, reply, [reply] { reply->abort(); });
+    dependencies_.clock.singleShot(milliseconds, reply, [reply] { reply->abort(); });
 }
 
-void HttpManager::disconnectAll()
+void HttpManager::abortRequests()
 {
-    const auto replies = networkManager_->findChildren<QNetworkReply *>();
-    for (QNetworkReply *reply : replies) {
-        reply->disconnect(this);
-        delete reply;
-    }
-    networkManager_->clearConnectionCache();
+    cloud::abortRequests(*networkManager_, *this);
 }
 
 void HttpManager::timerEvent(QTimerEvent *)

@@ -26,16 +26,16 @@ class HttpManager : public QObject
     Q_OBJECT
 
 public:
-    struct Environment
+    struct Dependencies
     {
         Clock &clock;
         // This PC, for every event anew. Called on the thread of addEvent().
-        std::function<QJsonObject()> describePc;
-        QString baseAddress; // with the scheme, without a slash at the end
-        cloud::PeerCheck peerCheck;
+        std::function<QJsonObject()> describePc = {};
+        QString baseAddress = {}; // with the scheme, without a slash at the end
+        cloud::PeerCheck peerCheck = cloud::PeerCheck::On;
     };
 
-    explicit HttpManager(Environment environment, QObject *parent = nullptr);
+    explicit HttpManager(Dependencies dependencies, QObject *parent = nullptr);
 
     static HttpManager &instance();
 
@@ -51,9 +51,10 @@ public:
     // cloud calls it. A file that cannot be read is not sent.
     void uploadFile(const QString &path, const QString &fileName);
 
-    // Drops all requests and connections. For the end of the program, before
-    // the TLS library goes: the one instance outlives that.
-    void disconnectAll();
+    // Gives up whatever is under way, without a word to anybody, and closes the
+    // connections. For the end of the program, before the TLS library goes: the
+    // one instance outlives that.
+    void abortRequests();
 
 protected:
     void timerEvent(QTimerEvent *event) override;
@@ -64,7 +65,7 @@ private:
     void handleUploadReply(QNetworkReply *reply, const QByteArray &body);
     void abortAfter(int milliseconds, QNetworkReply *reply);
 
-    const Environment environment_;
+    const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
     // Each as the text that is sent, oldest first: so even a long queue is sent
     // without holding up the window.

@@ -54,8 +54,8 @@ bool isOnTheNet(const QUrl &url)
 
 } // namespace
 
-ORBUpdate::ORBUpdate(Environment environment, QObject *parent)
-    : QObject(parent), environment_(std::move(environment)),
+ORBUpdate::ORBUpdate(Dependencies dependencies, QObject *parent)
+    : QObject(parent), dependencies_(std::move(dependencies)),
       networkManager_(new QNetworkAccessManager(this))
 {
     fetchTable();
@@ -64,7 +64,7 @@ ORBUpdate::ORBUpdate(Environment environment, QObject *parent)
 
 QNetworkReply *ORBUpdate::get(const QUrl &url)
 {
-    return networkManager_->get(cloud::request(url, environment_.peerCheck));
+    return networkManager_->get(cloud::request(url, dependencies_.peerCheck));
 }
 
 void ORBUpdate::fetchTable()
@@ -72,7 +72,7 @@ void ORBUpdate::fetchTable()
     // Wherever the program works later, the rules are looked for where it
     // started.
     const QString target = QDir::currentPath() + QStringLiteral("/compare.json");
-    QNetworkReply *const reply = get(addressAt(environment_.host, tablePath));
+    QNetworkReply *const reply = get(addressAt(dependencies_.host, tablePath));
     const auto body = cloud::collectBody(reply, longestTable);
     connect(reply, &QNetworkReply::finished, this, [reply, body, target] {
         reply->deleteLater();
@@ -90,7 +90,7 @@ void ORBUpdate::fetchTable()
 void ORBUpdate::queryVersion()
 {
     QNetworkRequest request =
-        cloud::request(addressAt(environment_.host, versionPath), environment_.peerCheck);
+        cloud::request(addressAt(dependencies_.host, versionPath), dependencies_.peerCheck);
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("text/plain;charset=UTF-8"));
     QNetworkReply *const reply = networkManager_->post(request, QByteArrayLiteral("{}"));
@@ -104,14 +104,9 @@ void ORBUpdate::queryVersion()
     connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
 }
 
-void ORBUpdate::abandon()
+void ORBUpdate::abortRequests()
 {
-    const auto replies = networkManager_->findChildren<QNetworkReply *>();
-    for (QNetworkReply *reply : replies) {
-        reply->disconnect(this);
-        delete reply;
-    }
-    networkManager_->clearConnectionCache();
+    cloud::abortRequests(*networkManager_, *this);
 }
 
 void ORBUpdate::readVersion(QNetworkReply *reply)
@@ -146,7 +141,7 @@ void ORBUpdate::offer(const QJsonObject &latest)
     note_.replace(QLatin1String("/n"), QLatin1String("<br>"));
     downloadUrl_ = latest.value(QLatin1String("url")).toString();
 
-    const QString folder = environment_.dataDir + QStringLiteral("/download/");
+    const QString folder = dependencies_.dataDir + QStringLiteral("/download/");
     installerPath_ = folder + installerName(QUrl(downloadUrl_));
     if (QFileInfo(installerPath_).isFile()) {
         emit updateSignal(note_, isForce_);
@@ -165,7 +160,7 @@ void ORBUpdate::fetchInstaller()
         return;
     }
     QNetworkReply *const reply = get(url);
-    const auto body = cloud::collectBody(reply, environment_.longestInstaller);
+    const auto body = cloud::collectBody(reply, dependencies_.longestInstaller);
     connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
         if (total != 0)
             emit processStatus(static_cast<float>(received) / static_cast<float>(total));
@@ -189,7 +184,7 @@ bool ORBUpdate::setup()
     setupStarted_ = true;
     if (!QFileInfo(installerPath_).isFile())
         return false;
-    environment_.start(installerPath_);
+    dependencies_.start(installerPath_);
     return true;
 }
 

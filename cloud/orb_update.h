@@ -23,18 +23,18 @@ class ORBUpdate : public QObject
     Q_OBJECT
 
 public:
-    struct Environment
+    struct Dependencies
     {
         QString host;    // of the vendor cloud, see cloud::host()
         QString dataDir; // the installer is kept in "download" below it
         // Starts the program at `path`, which lives on by itself.
         std::function<void(const QString &path)> start;
-        cloud::PeerCheck peerCheck;
+        cloud::PeerCheck peerCheck = cloud::PeerCheck::On;
         // A longer installer is not taken: it is held in memory on the way.
         qint64 longestInstaller = 512LL << 20; // bytes
     };
 
-    explicit ORBUpdate(Environment environment, QObject *parent = nullptr);
+    explicit ORBUpdate(Dependencies dependencies, QObject *parent = nullptr);
 
 signals:
     // A newer installer is ready on disk.
@@ -51,9 +51,10 @@ public:
     // The assistant's version as it is shown, for example "v1.2.3".
     Q_INVOKABLE QString version();
 
-    // Gives up whatever is under way, without a word to anybody. To be called
-    // while the event loop still lives: the network's thread ends with it.
-    void abandon();
+    // Gives up whatever is under way, without a word to anybody, and closes the
+    // connections. To be called while the event loop still lives: the network's
+    // thread ends with it.
+    void abortRequests();
 
 private:
     QNetworkReply *get(const QUrl &url);
@@ -63,7 +64,7 @@ private:
     void offer(const QJsonObject &latest);
     void fetchInstaller();
 
-    const Environment environment_;
+    const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
     QString downloadUrl_;
     QString note_; // lines separated by "<br>"

@@ -55,7 +55,7 @@ class TestHttpManager : public TestCase
 
     void use(const QString &baseAddress, cloud::PeerCheck check = cloud::PeerCheck::Off)
     {
-        manager_ = std::make_unique<HttpManager>(HttpManager::Environment{
+        manager_ = std::make_unique<HttpManager>(HttpManager::Dependencies{
             *clock_,
             [] {
                 return QJsonObject{{"cpu", "c & é 中"}, {"ram", " 16 GB RAM"}};
@@ -348,7 +348,7 @@ private slots:
         manager_->addEvent("id", {});
         manager_->sendEvents(true);
         QTRY_COMPARE(cloud_->receivedCount(), 1);
-        manager_->disconnectAll();
+        manager_->abortRequests();
         QVERIFY(!isBusy());
         QVERIFY(logged().isEmpty());
     }

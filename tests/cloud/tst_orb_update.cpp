@@ -54,7 +54,7 @@ class TestOrbUpdate : public TestCase
     void make(const QString &host, cloud::PeerCheck check = cloud::PeerCheck::Off,
               qint64 longest = 512 << 20)
     {
-        update_ = std::make_unique<ORBUpdate>(ORBUpdate::Environment{
+        update_ = std::make_unique<ORBUpdate>(ORBUpdate::Dependencies{
             host, path("data"), [this](const QString &program) { started_ << program; }, check,
             longest});
         connect(update_.get(), &ORBUpdate::updateSignal, this,
@@ -459,7 +459,7 @@ private slots:
         cloud_->begin("silent");
         make(cloud_->host());
         QTRY_VERIFY(!update_->findChildren<QNetworkReply *>().isEmpty());
-        update_->abandon();
+        update_->abortRequests();
         QVERIFY(update_->findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(logged(), QStringList());
         QCOMPARE(offers_, QStringList());
