@@ -11,7 +11,10 @@ constexpr quint32 forgetAfterBatches = 10;
 
 } // namespace
 
-CommandDispatcher::CommandDispatcher(Callbacks callbacks) : callbacks_(std::move(callbacks)) {}
+CommandDispatcher::CommandDispatcher(Dependencies dependencies)
+    : dependencies_(std::move(dependencies))
+{
+}
 
 CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<std::string> &lines)
 {
@@ -68,19 +71,19 @@ void CommandDispatcher::act(command_protocol::HmdInfoBack &report)
     }
     if (registerFirewall) {
         qInfo("RegisterFireWall");
-        callbacks_.send(command_protocol::registerFirewall());
+        dependencies_.send(command_protocol::registerFirewall());
     }
 }
 
 void CommandDispatcher::act(const command_protocol::RestartSteamVR &)
 {
-    if (callbacks_.restartSteamVR)
-        callbacks_.restartSteamVR();
+    if (dependencies_.restartSteamVR)
+        dependencies_.restartSteamVR();
 }
 
 void CommandDispatcher::act(const command_protocol::Hello &)
 {
-    callbacks_.send(command_protocol::helloReply());
+    dependencies_.send(command_protocol::helloReply());
 }
 
 void CommandDispatcher::setRegisterFirewallPending()

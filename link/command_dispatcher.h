@@ -10,18 +10,18 @@
 #include <vector>
 
 // Knows nothing of sockets: lines come in through processBatch(), on one thread
-// (the link's worker); answers and the restart go out through the callbacks,
+// (the link's worker); answers and the restart go out through the dependencies,
 // on that thread and without any lock held. Everything else: any thread.
 class CommandDispatcher
 {
 public:
-    struct Callbacks
+    struct Dependencies
     {
         std::function<void(const QString &)> send;
         std::function<void()> restartSteamVR; // may block for seconds
     };
 
-    explicit CommandDispatcher(Callbacks callbacks);
+    explicit CommandDispatcher(Dependencies dependencies);
 
     // What a batch told.
     struct Reported
@@ -50,7 +50,7 @@ private:
     void act(const command_protocol::RestartSteamVR &);
     void act(const command_protocol::Hello &);
 
-    const Callbacks callbacks_;
+    const Dependencies dependencies_;
     mutable std::mutex mutex_; // guards everything below
     HeadsetList hmdInfoBack_;
     QString deviceId_;

@@ -56,7 +56,7 @@ const char *flag(bool value)
 
 } // namespace
 
-SteamManager::SteamManager(Environment environment) : env_(std::move(environment))
+SteamManager::SteamManager(Dependencies dependencies) : dependencies_(std::move(dependencies))
 {
     cell_.create();
     steamInstalled_ = isSteamInstalled();
@@ -71,9 +71,13 @@ SteamManager::~SteamManager()
 
 SteamManager &SteamManager::instance()
 {
-    static SteamManager manager(
-        {Clock::system(), ConfigManager::instance(), QCoreApplication::applicationDirPath(),
-         QDir::homePath(), [](const std::function<void()> &work) { QtConcurrent::run(work); }});
+    static SteamManager manager([] {
+        Dependencies dependencies{Clock::system(), ConfigManager::instance()};
+        dependencies.applicationDir = QCoreApplication::applicationDirPath();
+        dependencies.homeDir = QDir::homePath();
+        dependencies.pool = [](const std::function<void()> &work) { QtConcurrent::run(work); };
+        return dependencies;
+    }());
     return manager;
 }
 
@@ -100,9 +104,9 @@ QString SteamManager::steamInstallPath() const
         if (const auto path = registry::text(key, QStringLiteral("InstallLocation")))
             return *path;
     }
-    for (const QString &candidate :
-         {QStringLiteral("C:\\Program Files (x86)\\Steam"),
-          QStringLiteral("C:\\Program Files\\Steam"), env_.homeDir + QStringLiteral("\\Steam")}) {
+    for (const QString &candidate : {QStringLiteral("C:\\Program Files (x86)\\Steam"),
+                                     QStringLiteral("C:\\Program Files\\Steam"),
+                                     dependencies_.homeDir + QStringLiteral("\\Steam")}) {
         if (QFile::exists(candidate + QStringLiteral("\\Steam.exe")))
             return candidate;
     }
@@ -126,7 +130,8 @@ bool SteamManager::hasLaunchSteam()
     qInfo().noquote().nospace() << "[steam] " << (running ? "lanunched steam" : "not launch steam")
                                 << ",true num:" << seen << ",ret:" << flag(result)
                                 << "; external_drivers: "
-                                << flag(env_.config.hasExternalDrivers(env_.homeDir));
+                                << flag(dependencies_.config.hasExternalDrivers(
+                                       dependencies_.homeDir));
     return false;
 }
 
@@ -161,13 +166,13 @@ void SteamManager::startSteam()
         return;
     }
     starting_ = true;
-    env_.pool([this] { launchWorker(); });
+    dependencies_.pool([this] { launchWorker(); });
 }
 
 void SteamManager::launchWorker()
 {
-    env_.config.clearExternalDrivers(env_.homeDir);
-    env_.clock.sleep(pauseBeforeLaunch);
+    dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
+    dependencies_.clock.sleep(pauseBeforeLaunch);
     const bool ok = launchSteamExe();
     {
         const QMutexLocker lock(&startMutex_);
@@ -230,7 +235,8 @@ void SteamManager::startSteamVR()
         return;
     }
     QString runtimePath; // comes back with the registration; nobody needs it
-    env_.config.setExternalDrivers(env_.applicationDir, env_.homeDir, &runtimePath);
+    dependencies_.config.setExternalDrivers(dependencies_.applicationDir, dependencies_.homeDir,
+                                            &runtimePath);
     qInfo("[steam] startSteamVR");
     cell_.write(0);
     shell_launch::startDetached(QStringLiteral("explorer"),
@@ -238,9 +244,9 @@ void SteamManager::startSteamVR()
     emit steamVRStarted();
     // The registration is only for the moment of the start: left in place, it
     // would load our driver whenever SteamVR is used without us.
-    VrServerWatcher::start(this, env_.clock, cell_, [this] {
+    VrServerWatcher::start(this, dependencies_.clock, cell_, [this] {
         qInfo("[steam] vrserver.exe detected, clearing VR config");
-        env_.config.clearExternalDrivers(env_.homeDir);
+        dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
     });
 }
 
@@ -251,7 +257,7 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
-    env_.config.clearExternalDrivers(env_.homeDir);
+    dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
     if (timerId_ != 0) {
         qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
         killTimer(timerId_);
@@ -260,8 +266,8 @@ void SteamManager::stopSteamVR()
     if (anySteamVRProcess()) {
         shutdownViaVrstartup();
         while (anySteamVRProcess())
-            env_.clock.sleep(processCheckInterval);
-        env_.clock.sleep(pauseAfterStop);
+            dependencies_.clock.sleep(processCheckInterval);
+        dependencies_.clock.sleep(pauseAfterStop);
     }
     qInfo("[steam] stopSteamVR");
     emit steamVRStopped();
@@ -291,15 +297,15 @@ void SteamManager::restartSteamVR()
     }
     // The settings store belongs to the object's thread. Posted after the stop,
     // it is carried out after the stop.
-    const auto save = [this, serial] { env_.config.saveDeviceSettings(serial); };
+    const auto save = [this, serial] { dependencies_.config.saveDeviceSettings(serial); };
     if (QThread::currentThread() == thread())
         save();
     else
         QMetaObject::invokeMethod(this, save, Qt::QueuedConnection);
-    env_.clock.sleep(pauseInRestart);
-    env_.clock.singleShot(startAfterRestart, this, [this] { startSteamVR(); });
-    env_.clock.singleShot(restartToastDelay, this,
-                          [this] { emit showToast(QObject::tr("正在重启，请等待")); });
+    dependencies_.clock.sleep(pauseInRestart);
+    dependencies_.clock.singleShot(startAfterRestart, this, [this] { startSteamVR(); });
+    dependencies_.clock.singleShot(restartToastDelay, this,
+                                   [this] { emit showToast(QObject::tr("正在重启，请等待")); });
 }
 
 void SteamManager::setRestartSerial(const QString &serial)

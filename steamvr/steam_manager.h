@@ -23,16 +23,16 @@ public:
     using Pool = std::function<void(std::function<void()>)>;
 
     // What the object needs; everything outlives it.
-    struct Environment
+    struct Dependencies
     {
         Clock &clock;
         ConfigManager &config;
-        QString applicationDir; // registered as the streaming driver's folder
-        QString homeDir;        // of the user, for the OpenVR paths file
-        Pool pool;
+        QString applicationDir = {}; // registered as the streaming driver's folder
+        QString homeDir = {};        // of the user, for the OpenVR paths file
+        Pool pool = {};
     };
 
-    explicit SteamManager(Environment environment);
+    explicit SteamManager(Dependencies dependencies);
     ~SteamManager() override;
 
     static SteamManager &instance();
@@ -82,7 +82,7 @@ private:
     void launchWorker();
     bool shutdownViaVrstartup();
 
-    Environment env_;
+    Dependencies dependencies_;
     bool steamInstalled_ = false;
     int timerId_ = 0;
     QMutex countMutex_; // guards the counts

@@ -28,8 +28,8 @@ QString adbName()
 
 } // namespace
 
-AdbManger::AdbManger(const Environment &environment, QObject *parent)
-    : QObject(parent), clock_(environment.clock), start_(environment.start),
+AdbManger::AdbManger(const Dependencies &dependencies, QObject *parent)
+    : QObject(parent), clock_(dependencies.clock), start_(dependencies.start),
       process_(new QProcess(this))
 {
     // The same as QProcess::systemEnvironment(), but on Windows that one loses

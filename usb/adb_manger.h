@@ -28,7 +28,7 @@ class AdbManger : public QObject
     Q_OBJECT
 
 public:
-    struct Environment
+    struct Dependencies
     {
         Clock &clock;
         // Starts a command line in a folder (empty: this program's own) in
@@ -37,7 +37,7 @@ public:
     };
 
     // Decides which adb to use and begins to watch for headsets.
-    explicit AdbManger(const Environment &environment, QObject *parent = nullptr);
+    explicit AdbManger(const Dependencies &dependencies, QObject *parent = nullptr);
     // Ends adb, or when its server had been running before, only takes back
     // the ports.
     ~AdbManger() override;

@@ -117,7 +117,7 @@ PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const 
           writeVrPath(R"({"runtime":["C:\\SteamVR"],"external_drivers":null})"), clock)),
       config(dirName, [] { return SystemInfo::hasVirtualCable(); }),
       steam((installSteam(pc, withHome(options, dirName)), describe ? describe(pc) : void(),
-             SteamManager::Environment{
+             SteamManager::Dependencies{
                  clock, config, QStringLiteral("C:/KOLM"), dirName,
                  [this](std::function<void()> work) { pool.push_back(std::move(work)); }}))
 {

@@ -23,7 +23,7 @@ SteamFixture::~SteamFixture() = default;
 SteamManager &SteamFixture::steam()
 {
     if (!steam_) {
-        steam_ = std::make_unique<SteamManager>(SteamManager::Environment{
+        steam_ = std::make_unique<SteamManager>(SteamManager::Dependencies{
             clock, config, QStringLiteral("C:/KOLM"), home,
             [this](std::function<void()> work) { pool.push_back(std::move(work)); }});
     }

@@ -57,10 +57,10 @@ struct Adb
     QStringList folders;
     QStringList said;
     std::unique_ptr<AdbManger> manager = std::make_unique<AdbManger>(
-        AdbManger::Environment{clock, [this](const QString &line, const QString &folder) {
-                                   lines << line;
-                                   folders << folder;
-                               }});
+        AdbManger::Dependencies{clock, [this](const QString &line, const QString &folder) {
+                                    lines << line;
+                                    folders << folder;
+                                }});
 };
 
 } // namespace

@@ -107,7 +107,7 @@ void AdbProcessTest::folders() const
 
 void AdbProcessTest::start()
 {
-    manager_ = std::make_unique<AdbManger>(AdbManger::Environment{*clock_});
+    manager_ = std::make_unique<AdbManger>(AdbManger::Dependencies{*clock_});
     connect(manager_.get(), &AdbManger::deviceConnect, this,
             [this](bool connect, const QString &serial) {
                 said_ << (connect ? "connect " : "gone ") + serial;

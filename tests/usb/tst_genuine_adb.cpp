@@ -57,7 +57,7 @@ struct Pc
 
     void start()
     {
-        manager = std::make_unique<AdbManger>(AdbManger::Environment{clock});
+        manager = std::make_unique<AdbManger>(AdbManger::Dependencies{clock});
         QObject::connect(manager.get(), &AdbManger::deviceConnect,
                          [this](bool connect, const QString &serial) {
                              said << (connect ? "connect " : "gone ") + serial;

@@ -79,7 +79,7 @@ private:
 void UsbWatcherWinTest::initTestCase()
 {
     manager_ = std::make_unique<AdbManger>(
-        AdbManger::Environment{clock_, [](const QString &, const QString &) {}});
+        AdbManger::Dependencies{clock_, [](const QString &, const QString &) {}});
     connect(manager_.get(), &AdbManger::checkdevice, this, [this] {
         ++checks_;
         thread_ = QThread::currentThread();
