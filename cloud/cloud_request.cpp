@@ -55,7 +55,7 @@ bool isRedirect(const QNetworkReply &reply)
     }
 }
 
-void limitUnderWay(QNetworkReply *reply, qint64 bytes)
+void limitReadBuffer(QNetworkReply *reply, qint64 bytes)
 {
     // A request with a body starts with the next turn of the event loop, and
     // what is said to it before that is not heard.
@@ -66,7 +66,7 @@ void limitUnderWay(QNetworkReply *reply, qint64 bytes)
 std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most)
 {
     // Less of it would slow down a large one.
-    limitUnderWay(reply, most > (1 << 20) ? 1 << 18 : 1 << 16);
+    limitReadBuffer(reply, most > (1 << 20) ? 1 << 18 : 1 << 16);
     const auto body = std::make_shared<QByteArray>();
     QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, body, most] {
         body->append(reply->readAll());

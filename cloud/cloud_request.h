@@ -30,7 +30,7 @@ bool isRedirect(const QNetworkReply &reply);
 // Lets only so much of an answer be on its way to whoever reads it. For a new
 // reply. What Qt holds it holds in the pieces in which it came; a server may
 // choose them small, and many are slow to read.
-void limitUnderWay(QNetworkReply *reply, qint64 bytes);
+void limitReadBuffer(QNetworkReply *reply, qint64 bytes);
 
 // The body of an answer as it comes in; whole when the reply has finished. An
 // answer of more than `most` bytes is aborted, and nothing of it is kept: so no

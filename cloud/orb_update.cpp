@@ -1,8 +1,8 @@
 #include "cloud/orb_update.h"
 
-#include "cloud/body_file.h"
+#include "cloud/downloaded_file.h"
 #include "cloud/installer_name.h"
-#include "cloud/version_order.h"
+#include "cloud/version_comparison.h"
 #include "sysinfo/system_info.h"
 
 #include <QDebug>
@@ -81,7 +81,7 @@ void ORBUpdate::fetchTable()
         if (cloud::isRedirect(*reply)) {
             qInfo().noquote().nospace()
                 << reply->request().url().toString() << "Request was redirected.\n";
-        } else if (!saveBody(*body, target)) {
+        } else if (!saveDownload(*body, target)) {
             qInfo("down compare.json fail");
         }
     });
@@ -94,7 +94,7 @@ void ORBUpdate::queryVersion()
     request.setHeader(QNetworkRequest::ContentTypeHeader,
                       QStringLiteral("text/plain;charset=UTF-8"));
     QNetworkReply *const reply = networkManager_->post(request, QByteArrayLiteral("{}"));
-    cloud::limitUnderWay(reply, longestVersion);
+    cloud::limitReadBuffer(reply, longestVersion);
     // Read once: what does not come in one piece is not understood.
     connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
         reply->disconnect(this);
@@ -170,7 +170,7 @@ void ORBUpdate::fetchInstaller()
         if (!hasFailed(*reply)) {
             if (cloud::isRedirect(*reply))
                 qInfo("Request was redirected.\n");
-            else if (saveBody(*body, installerPath_))
+            else if (saveDownload(*body, installerPath_))
                 emit updateSignal(note_, isForce_);
         }
         emit downExeFinish();

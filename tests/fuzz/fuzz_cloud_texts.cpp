@@ -2,7 +2,7 @@
 // the address of the installer. Before the first NUL stands the one, behind it
 // the other.
 #include "cloud/installer_name.h"
-#include "cloud/version_order.h"
+#include "cloud/version_comparison.h"
 #include "tests/fuzz/require.h"
 
 #include <QString>

@@ -1,4 +1,4 @@
-#include "cloud/version_order.h"
+#include "cloud/version_comparison.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
-#include "cloud/version_order.h"
+#include "cloud/version_comparison.h"
 #include "tests/support/test_case.h"
 
-class TestVersionOrder : public TestCase
+class TestVersionComparison : public TestCase
 {
     Q_OBJECT
 
@@ -58,5 +58,5 @@ private slots:
     }
 };
 
-KOLM_TEST_MAIN(TestVersionOrder)
-#include "tst_version_order.moc"
+KOLM_TEST_MAIN(TestVersionComparison)
+#include "tst_version_comparison.moc"

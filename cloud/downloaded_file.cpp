@@ -1,10 +1,10 @@
-#include "cloud/body_file.h"
+#include "cloud/downloaded_file.h"
 
 #include <QSaveFile>
 
 #include <cstdio>
 
-bool saveBody(const QByteArray &body, const QString &path)
+bool saveDownload(const QByteArray &content, const QString &path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
@@ -14,5 +14,5 @@ bool saveBody(const QByteArray &body, const QString &path)
     }
     // commit() takes no notice of a flush that fails: on a full disk it would
     // put an empty file in the place of the old one.
-    return file.write(body) == body.size() && file.flush() && file.commit();
+    return file.write(content) == content.size() && file.flush() && file.commit();
 }
