@@ -1,6 +1,6 @@
 // Stands in for steam.exe. The first one stays; one that is given a URL passes
 // it on to the one that runs and ends.
-#include "peers/windows/together_win.h"
+#include "peers/windows/stand_in_win.h"
 
 namespace {
 
@@ -9,11 +9,11 @@ constexpr wchar_t steamVrUrl[] = L"steam://rungameid/250820";
 
 void openSteamVr()
 {
-    if (together::exists(together::closeEvent))
+    if (stand_in::exists(stand_in::closeEvent))
         return; // it runs already
     Sleep(steamVrAppears);
-    const HANDLE monitor = together::startProgram(
-        together::ownFolder() + L"\\steamapps\\common\\SteamVR\\bin\\win64\\vrmonitor.exe");
+    const HANDLE monitor = stand_in::startProgram(
+        stand_in::ownFolder() + L"\\steamapps\\common\\SteamVR\\bin\\win64\\vrmonitor.exe");
     if (monitor)
         CloseHandle(monitor);
 }
@@ -22,11 +22,11 @@ void openSteamVr()
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
 {
-    if (together::hasArgument(steamVrUrl)) {
-        const HANDLE asked = OpenEventW(EVENT_MODIFY_STATE, FALSE, together::steamEvent);
+    if (stand_in::hasArgument(steamVrUrl)) {
+        const HANDLE asked = OpenEventW(EVENT_MODIFY_STATE, FALSE, stand_in::steamEvent);
         return asked && SetEvent(asked) ? 0 : 1;
     }
-    const HANDLE asked = CreateEventW(nullptr, FALSE, FALSE, together::steamEvent);
+    const HANDLE asked = CreateEventW(nullptr, FALSE, FALSE, stand_in::steamEvent);
     if (!asked || GetLastError() == ERROR_ALREADY_EXISTS)
         return 0;
     while (WaitForSingleObject(asked, INFINITE) == WAIT_OBJECT_0)

@@ -2,7 +2,7 @@
 // starts. The driver that counts is a folder with streaming-server-sim.exe in
 // it, which lives as long as this program does. The environment variable
 // STAND_IN_SERVER_ARGUMENTS holds the rest of its command line.
-#include "peers/windows/together_win.h"
+#include "peers/windows/stand_in_win.h"
 
 #include <QDir>
 #include <QFile>
@@ -43,19 +43,19 @@ HANDLE lifeline()
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
 {
-    const together::Part part;
+    const stand_in::Part part;
     const QString server = serverOfDrivers();
     if (server.isEmpty() || part.closesWithin(driverLoads)) {
-        part.untilClosed(together::Turn::Server);
+        part.untilClosed(stand_in::Turn::Server);
         return 0;
     }
     const HANDLE job = lifeline();
-    const HANDLE process = together::startProgram(
+    const HANDLE process = stand_in::startProgram(
         server.toStdWString(), qEnvironmentVariable("STAND_IN_SERVER_ARGUMENTS").toStdWString());
     if (!process)
         return 1;
     AssignProcessToJobObject(job, process);
-    part.untilClosed(together::Turn::Server);
+    part.untilClosed(stand_in::Turn::Server);
     TerminateProcess(process, 0);
     return 0;
 }

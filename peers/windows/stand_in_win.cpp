@@ -1,8 +1,8 @@
-#include "peers/windows/together_win.h"
+#include "peers/windows/stand_in_win.h"
 
 #include <shellapi.h>
 
-namespace together {
+namespace stand_in {
 
 namespace {
 
@@ -65,4 +65,4 @@ bool Part::closesWithin(DWORD milliseconds) const
     return WaitForSingleObject(close_, milliseconds) == WAIT_OBJECT_0;
 }
 
-} // namespace together
+} // namespace stand_in

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace together {
+namespace stand_in {
 
 // The order in which the processes of SteamVR go when it closes, 250 ms apart.
 enum class Turn { Dashboard, WebHelper, Compositor, Server, Monitor };
@@ -41,4 +41,4 @@ private:
     HANDLE close_; // the system closes it with the process
 };
 
-} // namespace together
+} // namespace stand_in
