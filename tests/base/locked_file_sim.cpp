@@ -1,4 +1,4 @@
-#include "tests/base/obstacles.h"
+#include "tests/base/denied_access.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>

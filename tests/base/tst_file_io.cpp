@@ -1,5 +1,5 @@
 #include "base/file_io.h"
-#include "tests/base/obstacles.h"
+#include "tests/base/denied_access.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>

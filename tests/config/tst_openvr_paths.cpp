@@ -1,6 +1,6 @@
 #include "config/config_manager.h"
 #include "config/openvr_paths.h"
-#include "tests/base/obstacles.h"
+#include "tests/base/denied_access.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "config/config_manager.h"
 #include "config/session_file.h"
-#include "tests/base/obstacles.h"
+#include "tests/base/denied_access.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
