@@ -17,8 +17,8 @@ struct Answer
     quint32 level = 0;  // for example 0xb000 for 11_0; 0 when none was told
 };
 
-// Makes a hardware device with the first of `levels` that it can have, looks
-// at it and gives it back.
-Answer ask(const std::vector<quint32> &levels);
+// Makes a hardware device with the first of `levels` that it can have and gives
+// it back at once.
+Answer probe(const std::vector<quint32> &levels);
 
 } // namespace feature_level

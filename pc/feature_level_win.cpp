@@ -6,7 +6,7 @@
 
 namespace feature_level {
 
-Answer ask(const std::vector<quint32> &levels)
+Answer probe(const std::vector<quint32> &levels)
 {
     std::vector<D3D_FEATURE_LEVEL> wanted;
     for (const quint32 level : levels)

@@ -4,7 +4,7 @@
 
 namespace feature_level {
 
-Answer ask(const std::vector<quint32> &levels)
+Answer probe(const std::vector<quint32> &levels)
 {
     const SimDirect3D direct3D = SimPc::current().hardware().direct3D;
     if (direct3D.result != 0)

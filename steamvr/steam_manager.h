@@ -41,10 +41,10 @@ public:
     bool steamInstalled() const { return steamInstalled_; }
     QString steamInstallPath() const;
 
-    // Steam counts as running after four looks in a row found it, and at once
+    // Steam counts as running after four checks in a row found it, and at once
     // when it ran before this program.
     bool hasLaunchSteam();
-    // SteamVR counts as stopped after two looks in a row missed it.
+    // SteamVR counts as stopped after two checks in a row missed it.
     bool hasLaunchSteamVR();
 
     // Launches Steam without waiting for it; any thread.

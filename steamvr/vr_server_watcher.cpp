@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int lookInterval = 50; // ms
+constexpr int pollInterval = 50; // ms
 constexpr quint32 serverIsUp = 1;
 
 // Keeps a watcher on its own stack and ends with its owner.
@@ -27,7 +27,7 @@ public:
         done_.get_future().wait();
     }
 
-    // Returns when the watcher has had its timer: the first look counts from
+    // Returns when the watcher has had its timer: the first poll counts from
     // now, not from whenever the thread gets going.
     void startAndWait()
     {
@@ -76,7 +76,7 @@ void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell &cell
 
 void VrServerWatcher::begin()
 {
-    timerId_ = clock_.startTimer(lookInterval, this);
+    timerId_ = clock_.startTimer(pollInterval, this);
 }
 
 void VrServerWatcher::timerEvent(QTimerEvent *)

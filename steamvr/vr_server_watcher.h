@@ -9,7 +9,7 @@
 
 class SharedCell;
 
-// Looks at the cell every 50 ms on a thread of its own until it holds the
+// Polls the cell every 50 ms on a thread of its own until it holds the
 // value 1, without a limit in time.
 class VrServerWatcher : public QObject
 {

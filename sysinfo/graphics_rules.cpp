@@ -64,13 +64,13 @@ QString graphics_rules::videoMemoryText(quint64 bytes)
 }
 
 QString graphics_rules::directXText(
-    const std::function<feature_level::Answer(const std::vector<quint32> &levels)> &ask)
+    const std::function<feature_level::Answer(const std::vector<quint32> &levels)> &probe)
 {
     std::vector<quint32> levels = {0xb000, 0xa100, 0xa000, 0x9300, 0x9200, 0x9100};
-    const feature_level::Answer answer = ask(levels);
+    const feature_level::Answer answer = probe(levels);
     if (answer.result == feature_level::invalidArgument) {
         levels.erase(levels.begin());
-        ask(levels);
+        probe(levels);
         return QStringLiteral("Current operation system DirectX is not supported!");
     }
     return levelText(answer.level);

@@ -25,9 +25,9 @@ Graphics classify(const std::vector<graphics_adapters::Adapter> &adapters);
 // "8GB", "513M": the full units plus one.
 QString videoMemoryText(quint64 bytes);
 
-// The name of the highest Direct3D level that `ask` (feature_level::ask())
+// The name of the highest Direct3D level that `probe` (feature_level::probe())
 // reaches; a sentence when the system is too old for the question.
 QString
-directXText(const std::function<feature_level::Answer(const std::vector<quint32> &levels)> &ask);
+directXText(const std::function<feature_level::Answer(const std::vector<quint32> &levels)> &probe);
 
 } // namespace graphics_rules

@@ -82,7 +82,7 @@ void SystemInfo::probe()
     cpu_ =
         registryText("HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0", "ProcessorNameString");
     ram_ = ramTextOf(memory::totalPhysical());
-    directX_ = graphics_rules::directXText(&feature_level::ask);
+    directX_ = graphics_rules::directXText(&feature_level::probe);
     const graphics_rules::Graphics graphics = graphics_rules::classify(graphics_adapters::list());
     integratedGraphics_ = graphics.integrated;
     discreteGraphics_ = graphics.discrete;

@@ -15,7 +15,7 @@ using adb_rules::Check;
 namespace {
 
 constexpr int versionGrace = 400;      // ms for the answer to the version query
-constexpr int askDelay = 800;          // ms from a check to its question
+constexpr int queryDelay = 800;        // ms from a check to its query
 constexpr int forwardDelay = 200;      // ms until the ports are set up
 constexpr int listDelay = 1000;        // ms after that until they are listed
 constexpr int idleDelay = 600;         // ms from any output to the idle state
@@ -119,7 +119,7 @@ void AdbManger::checkDevice()
             now_.grace = adb_rules::Over;
         });
     } else if (check.action == Check::AskForDevices) {
-        clock_.singleShot(askDelay, this,
+        clock_.singleShot(queryDelay, this,
                           [this] { runAdb(QStringLiteral("adb devices && adb forward --list")); });
     }
 }

@@ -132,17 +132,17 @@ private slots:
         const quint32 own = device->GetFeatureLevel();
         device->Release();
         const feature_level::Answer answer =
-            feature_level::ask({0xb000, 0xa100, 0xa000, 0x9300, 0x9200, 0x9100});
+            feature_level::probe({0xb000, 0xa100, 0xa000, 0x9300, 0x9200, 0x9100});
         QCOMPARE(answer.result, 0U);
         QCOMPARE(answer.level, qMin(own, 0xb000U));
         // Each level that it can have is given when it is asked for first.
-        QCOMPARE(feature_level::ask({0x9100}).level, 0x9100U);
-        QCOMPARE(feature_level::ask({0xa000, 0xb000}).level, qMin(own, 0xa000U));
+        QCOMPARE(feature_level::probe({0x9100}).level, 0x9100U);
+        QCOMPARE(feature_level::probe({0xa000, 0xb000}).level, qMin(own, 0xa000U));
     }
 
     void aLevelThatDoesNotExistIsAnError()
     {
-        const feature_level::Answer answer = feature_level::ask({0xf000});
+        const feature_level::Answer answer = feature_level::probe({0xf000});
         QVERIFY(answer.result != 0);
         QCOMPARE(answer.level, 0U);
     }
