@@ -19,7 +19,7 @@ Call call(const QString &line)
 {
     const QString script =
         QStringLiteral("PATH=%1; export PATH; [ -x ./adb.exe ] && adb() { ./adb.exe \"$@\"; }; %2")
-            .arg(quoted(SimPc::current().searchPath()), line);
+            .arg(quoted(SimPc::current().facts.searchPath.get()), line);
     return {QStringLiteral("sh"), {QStringLiteral("-c"), script}};
 }
 

@@ -61,7 +61,7 @@ QString installAdb(const AdbPlan &plan, const AdbPlace &place, SimPc &pc)
     if (plan.hangs)
         writeFile(folder + QStringLiteral("/hang"), {});
     pc.processes.setHostProcesses(adb_processes::onPort(port));
-    pc.setSearchPath(plan.onPath ? place.programFolder : QString());
+    pc.facts.searchPath.set(plan.onPath ? place.programFolder : QString());
     const QString devices = folder + QStringLiteral("/devices");
     pc.usb.onCable([devices](const std::vector<SimHeadset> &cable) {
         writeFile(devices, deviceLines(cable));

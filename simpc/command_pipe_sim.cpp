@@ -37,10 +37,16 @@ bool runDetached(const QByteArray &script, int output)
 } // namespace
 
 // What a command prints is the simulated PC's to say; that it prints it, into
-// a real pipe and from a process of its own, is not simulated.
+// a real pipe and from a process of its own, is not simulated. What is run is
+// written into the journal ("command netsh ...").
 CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Private>())
 {
-    const std::optional<QByteArray> script = SimPc::current().runCommand(commandLine);
+    SimPc &pc = SimPc::current();
+    const QString line = QString::fromUtf8(commandLine);
+    pc.timeline.settle();
+    pc.journal.add("command " + line);
+    const SimCommands commands = pc.facts.commands.get();
+    const auto script = commands.constFind(line.section(' ', 0, 0));
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         failure_ = NoPipe;
@@ -48,7 +54,7 @@ CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Pri
     }
     d->readEnd = ends[0];
     failure_ = NoProcess;
-    if (script && runDetached(*script, ends[1]))
+    if (script != commands.constEnd() && runDetached(*script, ends[1]))
         failure_ = None;
     ::close(ends[1]);
 }

@@ -1,106 +1,88 @@
 #include "simpc/scenario.h"
 
+#include "simpc/scenario_keys.h"
+#include "simpc/sim_pc.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonObject>
+
+// The macro has to stand outside any namespace.
+static void initScenarioResources()
+{
+    Q_INIT_RESOURCE(simpc);
+}
+
 namespace {
 
-QString acLineText(const std::optional<int> &status)
-{
-    if (!status)
-        return QStringLiteral("fails");
-    return *status == 0   ? QStringLiteral("offline")
-           : *status == 1 ? QStringLiteral("online")
-                          : QStringLiteral("unknown");
-}
-
-// As the system's query prints it.
-QString networkText(const QStringList &categories)
-{
-    QStringList lines;
-    for (const QString &category : categories)
-        lines.append(QStringLiteral("NetworkCategory  : ") + category);
-    return lines.join('\n');
-}
-
-QString listText(const QStringList &names)
-{
-    return names.isEmpty() ? QStringLiteral("none") : names.join(", ");
-}
-
-QString waveOutText(const std::vector<SimWaveOut> &devices)
-{
-    QStringList names;
-    for (const SimWaveOut &device : devices)
-        names.append(QStringLiteral("%1 (%2 channels)").arg(device.name).arg(device.channels));
-    return listText(names);
-}
-
-QString cableText(const std::vector<SimHeadset> &cable)
-{
-    QStringList names;
-    for (const SimHeadset &headset : cable)
-        names.append(headset.serial + (headset.state == QLatin1String("device")
-                                           ? QString()
-                                           : QStringLiteral(" (%1)").arg(headset.state)));
-    return listText(names);
-}
-
-// The beginning is no news; every later change is.
-void apply(const PcChange &change, SimPc &pc, bool isNews)
-{
-    const auto news = [&pc, isNews](const QString &line) {
-        if (isNews)
-            pc.events.add(line);
-    };
-    if (change.acLine) {
-        pc.setAcLine(*change.acLine);
-        news(QStringLiteral("power line: ") + acLineText(*change.acLine));
-    }
-    if (change.network) {
-        pc.setNetworkProfileText(networkText(*change.network));
-        news(QStringLiteral("network: ") + listText(*change.network));
-    }
-    if (change.recordingDevices) {
-        pc.setRecordingDevices(*change.recordingDevices);
-        news(QStringLiteral("recording devices: ") + listText(*change.recordingDevices));
-    }
-    if (change.waveOuts) {
-        pc.setWaveOuts(*change.waveOuts);
-        news(QStringLiteral("sound outputs: ") + waveOutText(*change.waveOuts));
-    }
-    if (change.cable) {
-        pc.usb.setCable(*change.cable);
-        news(QStringLiteral("on the USB cable: ") + cableText(*change.cable));
-    }
-    if (change.wired) {
-        news(QStringLiteral("the person chooses ") +
-             (*change.wired ? QStringLiteral("USB") : QStringLiteral("Wi-Fi")));
-        pc.modeChoice.tell(*change.wired);
-    }
-    for (const StartingProcess &process : change.starting) {
-        const quint32 pid = pc.processes.start(process.name, process.path);
-        for (const quint16 port : process.ports)
-            pc.ports.open(pid, port);
-        news(process.name + QStringLiteral(" starts"));
-    }
-    for (const QString &name : change.ending) {
-        pc.processes.endAll(name);
-        news(name + QStringLiteral(" ends"));
-    }
-}
+const QString resourceFolder = QStringLiteral(":/simpc/scenarios");
 
 } // namespace
 
+Scenario scenario::parse(const QByteArray &text, const QString &name, QString *error)
+{
+    error->clear();
+    Scenario scenario;
+    scenario.name = name;
+    const JsonDocument json = parseJson(text);
+    if (!json.ok()) {
+        *error = QStringLiteral("not JSON at byte %1: %2")
+                     .arg(json.error.offset)
+                     .arg(json.error.errorString());
+        return scenario;
+    }
+    if (!json.document.isObject()) {
+        *error = QStringLiteral("a scenario is a JSON object");
+        return scenario;
+    }
+    ObjectReader root(json.document.object(), QString(), error);
+    for (const ScenarioKey &key : scenarioKeys())
+        key.read(root, json, &scenario);
+    root.done();
+    return scenario;
+}
+
+QStringList scenario::names()
+{
+    initScenarioResources();
+    QStringList names;
+    for (const QString &file : QDir(resourceFolder).entryList(QDir::Files, QDir::Name))
+        names.append(QFileInfo(file).completeBaseName());
+    return names;
+}
+
+Scenario scenario::load(const QString &nameOrPath, QString *error)
+{
+    initScenarioResources();
+    const QString suffix = QStringLiteral(".json");
+    QString name = nameOrPath;
+    if (name.endsWith(suffix))
+        name.chop(suffix.size());
+    const QString compiledIn = resourceFolder + '/' + name + suffix;
+    const bool isCompiledIn = !name.contains('/') && QFile::exists(compiledIn);
+    QFile file(isCompiledIn ? compiledIn : nameOrPath);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("no scenario \"%1\", neither a file (%2) nor one of: %3")
+                     .arg(nameOrPath, file.errorString(), names().join(", "));
+        return {};
+    }
+    Scenario scenario = parse(file.readAll(), QFileInfo(file).completeBaseName(), error);
+    if (!error->isEmpty())
+        error->prepend(QStringLiteral("scenario %1: ").arg(nameOrPath));
+    return scenario;
+}
+
 void scenario::build(const Scenario &scenario, SimPc &pc)
 {
-    for (const RegistryValue &value : scenario.registry)
-        pc.registry.setText(value.key, value.name, value.text);
-    pc.setTotalMemory(scenario.memory);
-    pc.setOsVersion(scenario.osVersion);
-    pc.setHardware(scenario.hardware);
-    pc.setNetworkQuery(scenario.networkQuery);
-    for (auto command = scenario.commands.begin(); command != scenario.commands.end(); ++command)
-        pc.setCommand(command.key(), command.value());
-    apply(scenario.beginning, pc, false);
+    // The beginning is no news; every later change is.
+    for (const PcChange &change : scenario.beginning)
+        change(pc, [](const QString &) {});
     installSteam(pc, scenario.steam);
-    for (const TimelineEntry &entry : scenario.timeline)
-        pc.timeline.after(entry.at, [&pc, change = entry.change] { apply(change, pc, true); });
+    for (const TimelineEntry &entry : scenario.timeline) {
+        pc.timeline.after(entry.at, [&pc, changes = entry.changes] {
+            for (const PcChange &change : changes)
+                change(pc, [&pc](const QString &event) { pc.events.add(event); });
+        });
+    }
 }

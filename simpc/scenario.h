@@ -3,75 +3,30 @@
 #pragma once
 
 #include "simpc/adb_world.h"
+#include "simpc/scenario_files.h"
+#include "simpc/scenario_pc.h"
 #include "simpc/server_plan.h"
-#include "simpc/sim_pc.h"
 #include "simpc/steam_world.h"
 
 #include <QByteArray>
-#include <QMap>
 #include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <vector>
 
-// A process of a scenario, and the TCP ports that it holds.
-struct StartingProcess
-{
-    QString name;
-    QString path;
-    std::vector<quint16> ports;
-};
-
-// What a scenario says about the state of the PC, at the beginning or at one
-// moment; what it does not mention stays as it is.
-struct PcChange
-{
-    // The inner value as in SimPc::setAcLine().
-    std::optional<std::optional<int>> acLine;
-    std::optional<QStringList> network; // a category for each connection
-    std::optional<QStringList> recordingDevices;
-    std::optional<std::vector<SimWaveOut>> waveOuts;
-    std::optional<std::vector<SimHeadset>> cable;
-    std::optional<bool> wired; // what the person chooses
-    std::vector<StartingProcess> starting;
-    QStringList ending;
-};
+class SimPc;
 
 struct TimelineEntry
 {
     int at = 0; // ms from the beginning
-    PcChange change;
-};
-
-struct RegistryValue
-{
-    QString key;
-    QString name;
-    QString text;
-};
-
-// A file that is there before the program starts.
-struct ScenarioFile
-{
-    enum Place { Home, Work };
-    Place place = Work;
-    QString path; // relative to the place
-    bool exists = true;
-    QByteArray content;
+    PcChanges changes;
 };
 
 struct Scenario
 {
     QString name;  // of the file, without ".json"
     QString title; // what a person sees, one line
-    std::vector<RegistryValue> registry;
-    quint64 memory = 0; // bytes
-    QString osVersion;
-    SimHardware hardware;
-    SimNetworkQuery networkQuery = SimNetworkQuery::Answers;
-    QMap<QString, QByteArray> commands; // names and scripts of SimPc::setCommand()
-    PcChange beginning;
+    PcChanges beginning;
     SteamOptions steam;
     ServerPlan server;
     AdbPlan adb;

@@ -1,5 +1,5 @@
 // simpc-seed: lays out the files that a scenario wants to be there.
-#include "simpc/scenario_files.h"
+#include "simpc/scenario.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -93,7 +93,7 @@ int main(int argc, char *argv[])
     QString error;
     const Scenario scenario = scenario::load(names.first(), &error);
     if (!error.isEmpty() ||
-        !scenario::layOutFiles(scenario, parser.value(home), parser.value(work), &error))
+        !scenario::layOutFiles(scenario.files, parser.value(home), parser.value(work), &error))
         return complain(error);
     return 0;
 }

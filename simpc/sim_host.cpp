@@ -56,9 +56,17 @@ SimSettings SimSettings::fromEnvironment(QString *error)
 struct SimHost::Private
 {
     Private(const Scenario &from, const Options &with)
-        : scenario(from), options(with), pc(*options.clock), began(pc.timeline.now()),
+        : scenario(from), options(with), pc(*options.clock, makeCell()), began(pc.timeline.now()),
           timer(std::make_shared<ChangeTimer>(pc.timeline, thread))
     {
+    }
+
+    // The streaming server's process and this one share a file.
+    bool sharesCell() const { return scenario.server.kind == ServerPlan::Program; }
+    QString cellFile() const { return folder.filePath(QStringLiteral("cell")); }
+    std::unique_ptr<SimCell> makeCell() const
+    {
+        return sharesCell() ? std::make_unique<SimCell>(cellFile()) : std::make_unique<SimCell>();
     }
 
     void fillIn();
@@ -87,8 +95,7 @@ void SimHost::Private::fillIn()
     SteamOptions &steam = scenario.steam;
     steam.homeDir = options.homeDir;
     steam.driverFolder = options.driverFolder.isEmpty() ? programFolder() : options.driverFolder;
-    if (scenario.server.kind == ServerPlan::Program) {
-        pc.setCell(std::make_unique<SimCell>(folder.filePath(QStringLiteral("cell"))));
+    if (sharesCell()) {
         steam.startServer = [this] { beginServer(); };
         steam.stopServer = [this] { endServer(); };
     }
@@ -118,8 +125,8 @@ void SimHost::Private::beginServer()
         firstStart = pc.timeline.now();
     const SimSettings &settings = options.settings;
     QStringList arguments = scenario.server.arguments(pc.timeline.now() - *firstStart);
-    arguments << QStringLiteral("--cell") << folder.filePath(QStringLiteral("cell"))
-              << QStringLiteral("--speed") << QString::number(settings.speed);
+    arguments << QStringLiteral("--cell") << cellFile() << QStringLiteral("--speed")
+              << QString::number(settings.speed);
     if (!settings.serverLog.isEmpty())
         arguments << QStringLiteral("--log") << settings.serverLog;
     arguments += options.serverArguments;

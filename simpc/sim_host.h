@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simpc/scenario.h"
+#include "simpc/sim_pc.h"
 
 #include <QString>
 #include <QStringList>

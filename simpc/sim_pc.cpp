@@ -1,12 +1,14 @@
 #include "simpc/sim_pc.h"
 
+#include <utility>
+
 namespace {
 
 SimPc *currentPc = nullptr;
 
 } // namespace
 
-SimPc::SimPc(Clock &clock) : timeline(clock), cell_(std::make_unique<SimCell>())
+SimPc::SimPc(Clock &clock, std::unique_ptr<SimCell> cell) : timeline(clock), cell_(std::move(cell))
 {
     Q_ASSERT(!currentPc);
     currentPc = this;
@@ -30,14 +32,8 @@ bool SimPc::exists()
     return currentPc != nullptr;
 }
 
-void SimPc::setSearchPath(const QString &folders)
+SimCell &SimPc::cell() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    searchPath_ = folders;
-}
-
-QString SimPc::searchPath() const
-{
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return searchPath_;
+    timeline.settle();
+    return *cell_;
 }

@@ -6,13 +6,10 @@ namespace tcp_table {
 
 Table read()
 {
-    Table table;
-    if (const std::optional<quint32> error = SimPc::current().tcpTableError()) {
-        table.failure = *error == 0 ? Table::NoMemory : Table::NotAnswered;
-        table.error = *error;
-        return table;
-    }
-    table.rows = SimPc::current().ports.rows();
+    const SimPc &pc = SimPc::current();
+    Table table = pc.facts.tcpTable.get();
+    if (table.failure == Table::None)
+        table.rows = pc.ports.rows();
     return table;
 }
 

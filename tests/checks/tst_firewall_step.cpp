@@ -69,7 +69,7 @@ private slots:
         QFETCH(QByteArray, script);
         QFETCH(bool, has);
         PcFixture f(dir());
-        f.pc.setCommand("netsh", script);
+        f.pc.facts.commands.set({{"netsh", script}});
         NotingLink link;
         firewall_step::run(steamVR, f.steam, [&]() -> HeadsetLink & { return link; });
         QCOMPARE(f.pc.journal.lines(), QStringList{QString::fromLatin1(question)});
@@ -88,14 +88,15 @@ private slots:
     void aRuleInAFolderWithChineseIsFound()
     {
         PcFixture f(dir());
-        f.pc.setCommand("netsh", printsRuleFor("D:\\游戏\\SteamVR\\bin\\win64\\vrserver.exe"));
+        f.pc.facts.commands.set(
+            {{"netsh", printsRuleFor("D:\\游戏\\SteamVR\\bin\\win64\\vrserver.exe")}});
         QVERIFY(f.steam.hasFirewallRule("D:\\游戏\\SteamVR"));
     }
 
     void theLinkIsNotMadeForARuleThatIsThere()
     {
         PcFixture f(dir());
-        f.pc.setCommand("netsh", printsRuleFor("C:\\VR\\bin\\win64\\vrserver.exe"));
+        f.pc.facts.commands.set({{"netsh", printsRuleFor("C:\\VR\\bin\\win64\\vrserver.exe")}});
         bool made = false;
         NotingLink link;
         firewall_step::run("C:\\VR", f.steam, [&]() -> HeadsetLink & {
@@ -108,7 +109,7 @@ private slots:
     void theMissingRuleIsRequestedWithTheNextReportAndOnce()
     {
         ControllerFixture f(dir());
-        f.pc.setCommand("netsh", "true");
+        f.pc.facts.commands.set({{"netsh", "true"}});
         firewall_step::run(steamVR, f.steam, [&]() -> HeadsetLink & { return f.server; });
         QVERIFY(f.server.received.isEmpty());
         f.server.requestHmdInfo();

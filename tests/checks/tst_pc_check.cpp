@@ -30,7 +30,7 @@ struct ScenarioPc
     {
         QString error;
         const Scenario scenario = scenario::load(name, &error);
-        if (!error.isEmpty() || !scenario::layOutFiles(scenario, dir, dir, &error))
+        if (!error.isEmpty() || !scenario::layOutFiles(scenario.files, dir, dir, &error))
             qFatal("%s", qPrintable(error));
         scenario::build(scenario, pc);
     }
@@ -177,7 +177,7 @@ private slots:
         QFETCH(QString, version);
         QFETCH(bool, enough);
         ScenarioPc pc("one-headset", dir());
-        pc.pc.setOsVersion(version);
+        pc.pc.facts.osVersion.set(version);
         const SystemInfo system;
         PcCheck check(system);
         check.rememberNames();

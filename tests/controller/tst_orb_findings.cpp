@@ -63,11 +63,9 @@ private slots:
         QFETCH(QString, finding);
         writeFile("compare.json", rules);
         ControllerFixture f(dir(), steamRunning(), [&](SimPc &pc) {
-            SimHardware hardware;
-            hardware.adapters = {{0x10DE, 1, "NVIDIA GeForce RTX 3060", 0}};
-            hardware.displayDevices = {{true, {{"NVIDIA", driver}}}};
-            pc.setHardware(hardware);
-            pc.setOsVersion(system);
+            pc.facts.adapters.set({{0x10DE, 1, "NVIDIA GeForce RTX 3060", 0}});
+            pc.facts.displayDevices.set({{{true, {{"NVIDIA", driver}}}}});
+            pc.facts.osVersion.set(system);
         });
         // Answered beside all this, too.
         QTRY_VERIFY(!logged().filter("powershellcmd res:").isEmpty());
@@ -99,11 +97,11 @@ private slots:
         ControllerFixture f(dir(), steamRunning());
         f.pc.processes.start("vrmonitor.exe");
         f.orb();
-        f.pc.setAcLine(0);
+        f.pc.facts.acLine.set(power::AcLine::Offline);
         QVERIFY(!found(f).contains("on-battery"));
         f.pass(5000);
         QVERIFY(found(f).contains("on-battery"));
-        f.pc.setAcLine(1);
+        f.pc.facts.acLine.set(power::AcLine::Online);
         f.pass(5000);
         QVERIFY(!found(f).contains("on-battery"));
     }

@@ -31,10 +31,8 @@ PcFixture::Describe goodPc(quint64 driver)
         pc.registry.setText(
             "HKEY_LOCAL_MACHINE\\HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
             "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
-        SimHardware hardware;
-        hardware.adapters = {{0x10de, 1, "NVIDIA GeForce RTX 4070", 1}};
-        hardware.displayDevices = {{true, {{"NVIDIA", driver}}}};
-        pc.setHardware(hardware);
+        pc.facts.adapters.set({{0x10de, 1, "NVIDIA GeForce RTX 4070", 1}});
+        pc.facts.displayDevices.set({{{true, {{"NVIDIA", driver}}}}});
     };
 }
 
@@ -565,10 +563,10 @@ private slots:
                                 "in C:/KOLM";
         QCOMPARE(f.pc.journal.lines(), QStringList{started});
         // A second cable goes by another name.
-        f.pc.setRecordingDevices({"CABLE Output (2- VB-Audio Virtual Cable)"});
+        f.pc.facts.recordingDevices.set({"CABLE Output (2- VB-Audio Virtual Cable)"});
         QVERIFY(!f.orb().installAudio());
         QCOMPARE(f.pc.journal.lines(), QStringList({started, started}));
-        f.pc.setRecordingDevices({"CABLE Output (VB-Audio Virtual Cable)"});
+        f.pc.facts.recordingDevices.set({"CABLE Output (VB-Audio Virtual Cable)"});
         QVERIFY(f.orb().installAudio());
         QCOMPARE(f.pc.journal.lines().size(), 2);
     }
@@ -647,7 +645,7 @@ private slots:
         announce("cpu or gpu not match");
         QCOMPARE(f.orb().pcHardware(), ORBManager::NotCanRun);
         QCOMPARE(f.events.last().second, (QJsonObject{{"is_available", false}}));
-        f.pc.setOsVersion("8.1");
+        f.pc.facts.osVersion.set("8.1");
         announce("system not match");
         QCOMPARE(f.orb().pcHardware(), ORBManager::NotCanRun);
         QCOMPARE(f.events.size(), 4);

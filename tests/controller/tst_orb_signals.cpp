@@ -103,7 +103,7 @@ private slots:
     {
         storeMode(wireless);
         ControllerFixture f(dir(), steamRunning());
-        f.pc.setWaveOuts({});
+        f.pc.facts.waveOuts.set({});
         f.orb();
         f.clock.advance(5000);
         const QStringList warning{
@@ -121,11 +121,11 @@ private slots:
         f.orb();
         f.clock.advance(5000);
         QCOMPARE(f.count("showPowerTip") + f.count("closePowerTip"), 0);
-        f.pc.setAcLine(0);
+        f.pc.facts.acLine.set(power::AcLine::Offline);
         f.pass(15000);
         QCOMPARE(f.count("showPowerTip"), 1);
         QCOMPARE(f.count("closePowerTip"), 0);
-        f.pc.setAcLine(1);
+        f.pc.facts.acLine.set(power::AcLine::Online);
         f.pass(15000);
         QCOMPARE(f.count("showPowerTip"), 1);
         QCOMPARE(f.count("closePowerTip"), 1);
@@ -135,7 +135,7 @@ private slots:
     {
         storeMode(wireless);
         ControllerFixture f(dir(), steamRunning(),
-                            [](SimPc &pc) { pc.setNetworkProfileText("Public"); });
+                            [](SimPc &pc) { pc.facts.network.set({"Public"}); });
         QTRY_COMPARE(f.system.networkCategory(), QString("Public"));
         f.orb();
         f.pass(15000);

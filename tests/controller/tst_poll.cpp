@@ -96,7 +96,7 @@ private slots:
         announce("[steam] hasLaunchSteamVR:false; switch: 2");
         announce("[steam] hasLaunchSteamVR:false; switch: 3");
         p.run(); // one miss is none
-        p.pc.pc.setWaveOuts({});
+        p.pc.pc.facts.waveOuts.set({});
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
         QVERIFY(p.flow.requestReport(LinkKind::Wireless)); // the headset is known, but nobody looks
         p.pc.server.received.clear();
@@ -114,10 +114,10 @@ private slots:
         announce("[steam] hasLaunchSteamVR:false; switch: 3");
         announce("[steam] hasLaunchSteamVR:false; switch: 4");
         p.run();
-        p.pc.pc.setAcLine(0);
+        p.pc.pc.facts.acLine.set(power::AcLine::Offline);
         QCOMPARE(p.run(), QStringList({"powerTip", "steamVR"}));
         QCOMPARE(p.run(), QStringList());
-        p.pc.pc.setAcLine(1);
+        p.pc.pc.facts.acLine.set(power::AcLine::Online);
         QCOMPARE(p.run(), QStringList{"closePowerTip"});
     }
 
@@ -125,9 +125,9 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.pc.pc.setAcLine(std::nullopt);
-        p.pc.pc.setWaveOuts({{6, "Cinema"}});
-        p.pc.pc.setNetworkProfileText("Public");
+        p.pc.pc.facts.acLine.set(std::nullopt);
+        p.pc.pc.facts.waveOuts.set({{6, "Cinema"}});
+        p.pc.pc.facts.network.set({"Public"});
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
         Poll poll({p.steam, p.flow, publicPc, p.usb, p.tracker, p.checks});
@@ -147,10 +147,10 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.pc.pc.setWaveOuts({});
+        p.pc.pc.facts.waveOuts.set({});
         QVERIFY(p.run().contains(audioWarning));
         QVERIFY(p.run().contains(audioWarning));
-        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        p.pc.pc.facts.waveOuts.set({{2, "Speakers"}});
         QVERIFY(!p.run().contains(audioWarning));
     }
 
@@ -181,7 +181,7 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.pc.pc.setNetworkProfileText("Public");
+        p.pc.pc.facts.network.set({"Public"});
         SystemInfo publicPc;
         QTRY_COMPARE(publicPc.networkCategory(), QString("Public"));
         bool prompted = false;
@@ -212,8 +212,8 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.pc.pc.setAcLine(std::nullopt);
-        p.pc.pc.setWaveOuts({});
+        p.pc.pc.facts.acLine.set(std::nullopt);
+        p.pc.pc.facts.waveOuts.set({});
         p.run();
         Facts &facts = p.checks.facts();
         QCOMPARE(facts.power, std::optional<power::AcLine>(power::AcLine::Unknown));
@@ -226,8 +226,8 @@ private slots:
         QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Headset));
 
         p.useCable();
-        p.pc.pc.setAcLine(1);
-        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        p.pc.pc.facts.acLine.set(power::AcLine::Online);
+        p.pc.pc.facts.waveOuts.set({{2, "Speakers"}});
         p.run();
         QCOMPARE(facts.power, std::optional<power::AcLine>(power::AcLine::Online));
         QCOMPARE(facts.stereoOutput, std::optional<bool>(true));
@@ -241,7 +241,7 @@ private slots:
     void whatItDoesNotGetToIsNotKnown()
     {
         Polled p(dir());
-        p.pc.pc.setWaveOuts({});
+        p.pc.pc.facts.waveOuts.set({});
         announce("[steam] hasLaunchSteamVR:false; switch: 1");
         announce("[steam] hasLaunchSteamVR:false; switch: 2");
         p.run();
@@ -259,14 +259,14 @@ private slots:
     {
         Polled p(dir());
         p.pc.pc.processes.start("vrmonitor.exe");
-        p.pc.pc.setWaveOuts({});
+        p.pc.pc.facts.waveOuts.set({});
         p.run();
         QCOMPARE(p.findings(), QStringList{"no-stereo-output"});
-        p.pc.pc.setAcLine(0);
+        p.pc.pc.facts.acLine.set(power::AcLine::Offline);
         p.run();
         QCOMPARE(p.findings(), QStringList({"on-battery", "no-stereo-output"}));
-        p.pc.pc.setAcLine(1);
-        p.pc.pc.setWaveOuts({{2, "Speakers"}});
+        p.pc.pc.facts.acLine.set(power::AcLine::Online);
+        p.pc.pc.facts.waveOuts.set({{2, "Speakers"}});
         p.run();
         QCOMPARE(p.findings(), QStringList());
     }

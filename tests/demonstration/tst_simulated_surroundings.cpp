@@ -155,9 +155,9 @@ void TestSimulatedSurroundings::signalClosesTheProgram()
 
 void TestSimulatedSurroundings::personOfTheScenarioChoosesTheLink()
 {
-    SimPc::current().personChooses(true);
+    SimPc::current().modeChoice.tell(true);
     QTRY_COMPARE(orb_.property("wired").toBool(), true);
-    SimPc::current().personChooses(false);
+    SimPc::current().modeChoice.tell(false);
     QTRY_COMPARE(orb_.property("wired").toBool(), false);
 }
 
@@ -191,7 +191,7 @@ void TestSimulatedSurroundings::nothingIsHeardOnceTheEventLoopHasEnded()
     struct sigaction action = {};
     sigaction(SIGTERM, nullptr, &action);
     QVERIFY(action.sa_handler == SIG_DFL);
-    SimPc::current().personChooses(true);
+    SimPc::current().modeChoice.tell(true);
     tell("click button\n");
     QCoreApplication::processEvents();
     QCOMPARE(orb_.property("wired").toBool(), false);

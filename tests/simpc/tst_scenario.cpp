@@ -1,6 +1,8 @@
 #include "simpc/scenario.h"
 
 #include "base/manual_clock.h"
+#include "pc/network_profile.h"
+#include "simpc/sim_pc.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -35,6 +37,12 @@ const ScenarioFile &fileOf(const Scenario &scenario, const QString &name)
             return file;
     }
     qFatal("no file %s", qPrintable(name));
+}
+
+// What the system's query for the network prints.
+QString networkAnswer()
+{
+    return network_profile::query().arguments.value(1);
 }
 
 } // namespace
@@ -118,8 +126,20 @@ void ScenarioTest::theCompiledInScenariosAreThoseOfTheFolderAndDiffer()
     QVERIFY(load("steamvr-restart").server.restart > 0);
     QVERIFY(!load("no-steam").steam.steamInstalled);
     QVERIFY(!load("no-steam").steam.steamVrInstalled);
-    QCOMPARE(load("on-battery").beginning.acLine.value().value_or(-1), 0);
-    QCOMPARE(load("on-battery").timeline.at(0).change.acLine.value().value_or(-1), 1);
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        scenario::build(load("on-battery"), pc);
+        QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
+        clock.advance(load("on-battery").timeline.at(0).at);
+        QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Online));
+    }
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        scenario::build(load("public-network"), pc);
+        QVERIFY(pc.facts.network.get().contains("Public"));
+    }
     QCOMPARE(load("slow-steam").steam.steamAppears, 20000);
     QCOMPARE(load("slow-steam").steam.launcherEnds, -1);
     QCOMPARE(load("server-never-comes").server.kind, ServerPlan::Never);
@@ -132,7 +152,6 @@ void ScenarioTest::theCompiledInScenariosAreThoseOfTheFolderAndDiffer()
     QVERIFY(load("steam-already-running").steam.steamRunning);
     QVERIFY(!load("steam-already-running").steam.steamVrRunning);
     QVERIFY(load("leftover-steamvr").steam.steamVrRunning);
-    QVERIFY(load("public-network").beginning.network.value().contains("Public"));
     QVERIFY(!fileOf(load("first-run"), "set.json").exists);
     QVERIFY(fileOf(load("one-headset"), "set.json").exists);
     QCOMPARE(error, QString());
@@ -326,11 +345,11 @@ void ScenarioTest::leftOutKeysHaveTheirDefaults()
     ManualClock clock;
     SimPc pc(clock);
     scenario::build(scenario, pc);
-    QCOMPARE(pc.acLine().value_or(-1), 1);
-    QCOMPARE(pc.totalMemory(), quint64(17179869183));
-    QCOMPARE(pc.networkProfileText(), QString("NetworkCategory  : Private"));
-    QCOMPARE(pc.waveOuts().size(), size_t(1));
-    QCOMPARE(pc.waveOuts()[0].channels, 2);
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Online));
+    QCOMPARE(pc.facts.memoryBytes.get(), quint64(17179869183));
+    QCOMPARE(networkAnswer(), QString("NetworkCategory  : Private"));
+    QCOMPARE(pc.facts.waveOuts.get().size(), size_t(1));
+    QCOMPARE(pc.facts.waveOuts.get()[0].channels, 2);
     QVERIFY(pc.processes.list().empty());
 }
 
@@ -357,15 +376,15 @@ void ScenarioTest::everyKeyOfThePcArrives()
     QCOMPARE(pc.registry.text("HKEY_CURRENT_USER\\Software\\X", "a").value_or("-"), QString("1"));
     QCOMPARE(pc.registry.text("HKEY_CURRENT_USER\\Software\\X", "").value_or("-"),
              QString("default"));
-    QCOMPARE(pc.totalMemory(), quint64(8589934592));
-    QCOMPARE(pc.acLine().value_or(-1), 255);
-    QCOMPARE(pc.networkProfileText(),
-             QString("NetworkCategory  : Private\nNetworkCategory  : Public"));
-    QCOMPARE(pc.recordingDevices(), QStringList({"Mic", "CABLE Output (VB-Audio Virtual Cable)"}));
-    QCOMPARE(pc.waveOuts().size(), size_t(2));
-    QCOMPARE(pc.waveOuts()[0].name, QString("TV"));
-    QCOMPARE(pc.waveOuts()[0].channels, 6);
-    QCOMPARE(pc.waveOuts()[1].channels, 2);
+    QCOMPARE(pc.facts.memoryBytes.get(), quint64(8589934592));
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Unknown));
+    QCOMPARE(networkAnswer(), QString("NetworkCategory  : Private\nNetworkCategory  : Public"));
+    QCOMPARE(pc.facts.recordingDevices.get(),
+             QStringList({"Mic", "CABLE Output (VB-Audio Virtual Cable)"}));
+    QCOMPARE(pc.facts.waveOuts.get().size(), size_t(2));
+    QCOMPARE(pc.facts.waveOuts.get()[0].name, QString("TV"));
+    QCOMPARE(pc.facts.waveOuts.get()[0].channels, 6);
+    QCOMPARE(pc.facts.waveOuts.get()[1].channels, 2);
     QCOMPARE(pc.processes.list().size(), size_t(2));
     QCOMPARE(pc.processes.list()[0].name, QString("adb.exe"));
     QCOMPARE(pc.processes.modulePath(pc.processes.list()[0].pid), QString("C:\\adb.exe"));
@@ -385,26 +404,28 @@ void ScenarioTest::everyKeyOfTheHardwareArrives()
     ManualClock clock;
     SimPc pc(clock);
     scenario::build(scenario, pc);
-    QCOMPARE(pc.osVersion(), QString("8.1"));
-    QCOMPARE(pc.networkQuery(), SimNetworkQuery::Hangs);
-    const SimHardware hardware = pc.hardware();
-    QCOMPARE(hardware.adapters.size(), size_t(2));
-    QCOMPARE(hardware.adapters[0].vendorId, 0x1002U);
-    QCOMPARE(hardware.adapters[0].deviceId, 29695U);
-    QCOMPARE(hardware.adapters[0].name, QString("RX"));
-    QCOMPARE(hardware.adapters[0].memory, quint64(8573157376));
-    QCOMPARE(hardware.adapters[1].vendorId, 0x1414U);
-    QCOMPARE(hardware.direct3D.highestLevel, 0xa100U);
-    QCOMPARE(hardware.direct3D.result, 0U);
-    QCOMPARE(hardware.displayDevices.value().size(), size_t(1));
-    const std::vector<SimDriver> drivers = hardware.displayDevices.value()[0].drivers;
+    QCOMPARE(pc.facts.osVersion.get(), QString("8.1"));
+    QCOMPARE(pc.facts.networkQuery.get(), SimNetworkQuery::Hangs);
+    const answers::Adapters adapters = pc.facts.adapters.get();
+    QCOMPARE(adapters.size(), size_t(2));
+    QCOMPARE(adapters[0].vendorId, 0x1002U);
+    QCOMPARE(adapters[0].deviceId, 29695U);
+    QCOMPARE(adapters[0].name, QString("RX"));
+    QCOMPARE(adapters[0].dedicatedMemory, quint64(8573157376));
+    QCOMPARE(adapters[1].vendorId, 0x1414U);
+    QCOMPARE(pc.facts.direct3D.get().level, 0xa100U);
+    QCOMPARE(pc.facts.direct3D.get().result, 0U);
+    const answers::DisplayDevices devices = pc.facts.displayDevices.get();
+    QCOMPARE(devices.value().size(), size_t(1));
+    QVERIFY(devices.value()[0].listed);
+    const std::vector<display_drivers::Driver> drivers = devices.value()[0].drivers;
     QCOMPARE(drivers.size(), size_t(2));
     QCOMPARE(drivers[0].manufacturer, QString("NVIDIA"));
     QCOMPARE(drivers[0].version, quint64(0x001f'0000'000f'1438));
     QCOMPARE(drivers[1].manufacturer, QString("AMD"));
     QCOMPARE(drivers[1].version, quint64(0x0001'0002'0003'0004));
-    QCOMPARE(pc.runCommand("netsh show").value(), QByteArray("printf %s 'it'\\''s 100%s\n'"));
-    QVERIFY(!pc.runCommand("other"));
+    QCOMPARE(pc.facts.commands.get(),
+             SimCommands({{"netsh", QByteArray("printf %s 'it'\\''s 100%s\n'")}}));
     QCOMPARE(pc.ports.rows().size(), size_t(2));
     QCOMPARE(pc.ports.rows()[0].localPort, quint16(9943));
     QCOMPARE(pc.ports.rows()[1].localPort, quint16(80));
@@ -427,9 +448,11 @@ void ScenarioTest::whatDirect3DAnswersIsAWord_data()
 void ScenarioTest::whatDirect3DAnswersIsAWord()
 {
     QFETCH(QByteArray, word);
-    const Scenario scenario = parsed("\"pc\":{\"direct3D\":\"" + word + "\"}");
-    QTEST(scenario.hardware.direct3D.result, "result");
-    QTEST(scenario.hardware.direct3D.highestLevel, "level");
+    ManualClock clock;
+    SimPc pc(clock);
+    scenario::build(parsed("\"pc\":{\"direct3D\":\"" + word + "\"}"), pc);
+    QTEST(pc.facts.direct3D.get().result, "result");
+    QTEST(pc.facts.direct3D.get().level, "level");
 }
 
 void ScenarioTest::everyPowerLineWordHasItsStatus_data()
@@ -449,7 +472,8 @@ void ScenarioTest::everyPowerLineWordHasItsStatus()
     ManualClock clock;
     SimPc pc(clock);
     scenario::build(parsed("\"pc\":{\"acLine\":\"" + word + "\"}"), pc);
-    QCOMPARE(pc.acLine().value_or(-1), status);
+    const answers::AcLine line = pc.facts.acLine.get();
+    QCOMPARE(line ? static_cast<int>(*line) : -1, status);
 }
 
 void ScenarioTest::everyKeyOfSteamAndSteamVrArrives()
@@ -584,23 +608,23 @@ void ScenarioTest::theTimelineChangesThePcAndTellsSo()
         {"seconds":40.5,"end":["a.exe","steam.exe"],"acLine":"fails","recordingDevices":"Mic"}])"),
                     pc);
     clock.advance(19999);
-    QCOMPARE(pc.acLine().value_or(-1), 1);
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Online));
     QCOMPARE(pc.events.lines(), QStringList());
     clock.advance(1);
-    QCOMPARE(pc.acLine().value_or(-1), 0);
-    QCOMPARE(pc.networkProfileText(), QString("NetworkCategory  : Public"));
-    QCOMPARE(pc.waveOuts()[0].channels, 6);
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
+    QCOMPARE(networkAnswer(), QString("NetworkCategory  : Public"));
+    QCOMPARE(pc.facts.waveOuts.get()[0].channels, 6);
     QVERIFY(pc.processes.isRunning("a.exe"));
     QVERIFY(!pc.processes.isRunning("b.exe"));
     clock.advance(10000);
-    QVERIFY(pc.waveOuts().empty());
+    QVERIFY(pc.facts.waveOuts.get().empty());
     QVERIFY(pc.processes.isRunning("b.exe"));
     clock.advance(10499);
     QVERIFY(pc.processes.isRunning("a.exe"));
     clock.advance(1);
     QVERIFY(!pc.processes.isRunning("a.exe"));
-    QVERIFY(!pc.acLine());
-    QCOMPARE(pc.recordingDevices(), QStringList({"Mic"}));
+    QVERIFY(!pc.facts.acLine.get());
+    QCOMPARE(pc.facts.recordingDevices.get(), QStringList({"Mic"}));
     QCOMPARE(pc.events.lines(),
              QStringList(
                  {"power line: offline", "network: Public", "sound outputs: TV (6 channels)",

@@ -289,7 +289,7 @@ void SimHostTest::beforeTheStartThingsHappenOnlyWhenAskedFor()
     Watcher watcher(host.pc());
     clock.advance(1000);
     QCOMPARE(watcher.lines(), QStringList());
-    QCOMPARE(host.pc().acLine().value_or(-1), 0);
+    QCOMPARE(host.pc().facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
     QCOMPARE(watcher.lines().size(), 1);
     // The time runs from the beginning, not from the start.
     host.start();
@@ -307,7 +307,7 @@ void SimHostTest::afterTheEndNothingHappensByItself()
     host.stop();
     clock.advance(5000);
     QCOMPARE(watcher.lines(), QStringList());
-    QCOMPARE(host.pc().acLine().value_or(-1), 0);
+    QCOMPARE(host.pc().facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
 }
 
 void SimHostTest::inRealTimeThingsHappenToo()

@@ -235,12 +235,12 @@ void SimPcTest::changesHappenInTheOrderOfTheirTimesBeforeTheNextAnswer()
     pc.timeline.after(300, [&] { order.append("late"); });
     pc.timeline.after(100, [&] {
         order.append("early");
-        pc.setAcLine(0);
+        pc.facts.acLine.set(power::AcLine::Offline);
     });
     clock.advance(99);
-    QCOMPARE(pc.acLine().value_or(-1), 1);
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Online));
     clock.advance(1);
-    QCOMPARE(pc.acLine().value_or(-1), 0);
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
     QCOMPARE(order, QStringList({"early"}));
     clock.advance(1000);
     pc.timeline.settle();
@@ -287,13 +287,13 @@ void SimPcTest::aQuestionWithinAChangeDoesNotStartTheNextOne()
 {
     ManualClock clock;
     SimPc pc(clock);
-    int acLineSeen = -1;
-    pc.timeline.after(10, [&] { acLineSeen = pc.acLine().value_or(-1); });
-    pc.timeline.after(20, [&] { pc.setAcLine(0); });
+    answers::AcLine acLineSeen;
+    pc.timeline.after(10, [&] { acLineSeen = pc.facts.acLine.get(); });
+    pc.timeline.after(20, [&] { pc.facts.acLine.set(power::AcLine::Offline); });
     clock.advance(30);
     pc.timeline.settle();
-    QCOMPARE(acLineSeen, 1);
-    QCOMPARE(pc.acLine().value_or(-1), 0);
+    QCOMPARE(acLineSeen, answers::AcLine(power::AcLine::Online));
+    QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
 }
 
 void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
@@ -303,7 +303,7 @@ void SimPcTest::nobodyIsAnsweredWhileAnotherThreadLetsSomethingHappen()
     Semaphore halfway;
     Semaphore goOn;
     pc.timeline.after(10, [&] {
-        pc.setAcLine(0);
+        pc.facts.acLine.set(power::AcLine::Offline);
         halfway.release();
         QVERIFY(goOn.acquire());
         pc.processes.start("steam.exe");
@@ -351,7 +351,7 @@ void SimPcTest::theJournalHoldsTheProgramsDeedsOnly()
     QStringList heard;
     pc.journal.onLine([&](const QString &line) { heard.append(line); });
     pc.journal.add("cell write 0");
-    pc.setAcLine(0);
+    pc.facts.acLine.set(power::AcLine::Offline);
     pc.processes.start("steam.exe");
     pc.events.add("Steam appears");
     QCOMPARE(pc.journal.lines(), QStringList({"cell write 0"}));
@@ -381,8 +381,8 @@ void SimPcTest::aFailingPowerQuestionHasNoAnswer()
 {
     ManualClock clock;
     SimPc pc(clock);
-    pc.setAcLine(std::nullopt);
-    QVERIFY(!pc.acLine());
+    pc.facts.acLine.set(std::nullopt);
+    QVERIFY(!pc.facts.acLine.get());
 }
 
 KOLM_TEST_MAIN(SimPcTest)

@@ -39,7 +39,7 @@ private slots:
         QFETCH(QByteArray, script);
         ManualClock clock;
         SimPc pc(clock);
-        pc.setCommand("tool", script);
+        pc.facts.commands.set({{"tool", script}});
         QTEST(SystemInfo::runCommand("tool"), "output");
     }
 
@@ -47,7 +47,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setCommand("netsh", "true");
+        pc.facts.commands.set({{"netsh", "true"}});
         SystemInfo::runCommand("netsh show rule name=\"a b\"");
         QCOMPARE(pc.journal.lines(), QStringList{"command netsh show rule name=\"a b\""});
     }
@@ -57,7 +57,7 @@ private slots:
         ManualClock clock;
         SimPc pc(clock);
         // Characters of three bytes fall across the pieces that are read.
-        pc.setCommand("tool", "yes 规则名称 | head -c 13631488");
+        pc.facts.commands.set({{"tool", "yes 规则名称 | head -c 13631488"}});
         const QString output = SystemInfo::runCommand("tool");
         const QString line = "规则名称\n";
         QCOMPARE(output.size(), 13631488 / 13 * 5);
@@ -68,7 +68,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setCommand("tool", "printf 'a\\377b'");
+        pc.facts.commands.set({{"tool", "printf 'a\\377b'"}});
         QCOMPARE(SystemInfo::runCommand("tool"), QString("a\uFFFDb"));
     }
 
@@ -85,7 +85,8 @@ private slots:
         ManualClock clock;
         SimPc pc(clock);
         QVERIFY(!::mkfifo("gate", 0600));
-        pc.setCommand("tool", "echo early; exec >&- 2>&-; read line <gate; echo \"$line\" >late");
+        pc.facts.commands.set(
+            {{"tool", "echo early; exec >&- 2>&-; read line <gate; echo \"$line\" >late"}});
         QCOMPARE(SystemInfo::runCommand("tool"), QString("early\n"));
         // It still runs: it hears of this.
         writeFile("gate", "on\n");
@@ -99,7 +100,8 @@ private slots:
         QVERIFY(!::mkfifo("gate", 0600));
         QVERIFY(!::mkfifo("gone", 0600));
         // The command ends at once; a child of it keeps the pipe.
-        pc.setCommand("tool", "(read line <gate; echo \"$line\") & echo first; echo >gone");
+        pc.facts.commands.set(
+            {{"tool", "(read line <gate; echo \"$line\") & echo first; echo >gone"}});
         std::future<QString> output =
             std::async(std::launch::async, [] { return SystemInfo::runCommand("tool"); });
         QCOMPARE(readFile("gone"), QByteArray("\n"));

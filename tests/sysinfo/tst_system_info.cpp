@@ -31,6 +31,7 @@ private slots:
                             "0f-1e");
         pc.registry.setText(localMachine + "HARDWARE\\DESCRIPTION\\System\\CentralProcessor\\0",
                             "ProcessorNameString", "Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz");
+        pc.facts.adapters.set({});
         SystemInfo info;
         const QJsonObject expected{{"streamingAssistantVersion", KOLM_VERSION},
                                    {"GUID", "0f-1e"},
@@ -50,11 +51,9 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        SimHardware hardware;
-        hardware.adapters = {{0x8086, 0x3e9b, "Intel(R) UHD Graphics 630", 128U << 20},
-                             {0x10de, 0x1f08, "NVIDIA GeForce RTX 2060", 6ULL * (1U << 30) - 1},
-                             {0x1414, 0x8c, "Microsoft Basic Render Driver", 0}};
-        pc.setHardware(hardware);
+        pc.facts.adapters.set({{0x8086, 0x3e9b, "Intel(R) UHD Graphics 630", 128U << 20},
+                               {0x10de, 0x1f08, "NVIDIA GeForce RTX 2060", 6ULL * (1U << 30) - 1},
+                               {0x1414, 0x8c, "Microsoft Basic Render Driver", 0}});
         const SystemInfo info;
         QCOMPARE(info.gpuNames(),
                  QStringList({"NVIDIA GeForce RTX 2060", "Intel(R) UHD Graphics 630"}));
@@ -65,7 +64,7 @@ private slots:
         QCOMPARE(info.directXText(), QString("DirectX 11.0"));
 
         // Asked once: a card that comes later is not seen.
-        pc.setHardware({});
+        pc.facts.adapters.set({});
         QCOMPARE(info.gpuNames().size(), 2);
         QVERIFY(SystemInfo().gpuNames().isEmpty());
     }
@@ -83,9 +82,7 @@ private slots:
         QFETCH(quint32, vendor);
         ManualClock clock;
         SimPc pc(clock);
-        SimHardware hardware;
-        hardware.adapters = {{vendor, 0x8c, "Card", 0}};
-        pc.setHardware(hardware);
+        pc.facts.adapters.set({{vendor, 0x8c, "Card", 0}});
         QTEST(SystemInfo().gpuNames(), "names");
     }
 
@@ -93,12 +90,9 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        SimHardware hardware;
-        hardware.direct3D.result = 0x887a0004;
-        pc.setHardware(hardware);
+        pc.facts.direct3D.set({0x887a0004, 0});
         QCOMPARE(SystemInfo().directXText(), QString("Unknown DirectX version"));
-        hardware.direct3D.result = 0x80070057;
-        pc.setHardware(hardware);
+        pc.facts.direct3D.set({feature_level::invalidArgument, 0});
         QCOMPARE(SystemInfo().directXText(),
                  QString("Current operation system DirectX is not supported!"));
     }
@@ -186,7 +180,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setNetworkProfileText("NetworkCategory  : Public");
+        pc.facts.network.set({"Public"});
         SystemInfo info;
         QCOMPARE(info.networkCategory(), QString("Private"));
         QTRY_COMPARE(info.networkCategory(), QString("Public"));
@@ -197,7 +191,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setNetworkProfileText("NetworkCategory  : DomainAuthenticated");
+        pc.facts.network.set({"DomainAuthenticated"});
         SystemInfo info;
         QTRY_COMPARE(info.networkCategory(), QString());
     }
@@ -206,7 +200,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setNetworkQuery(SimNetworkQuery::Missing);
+        pc.facts.networkQuery.set(SimNetworkQuery::Missing);
         SystemInfo info;
         auto *query = info.findChild<QProcess *>();
         QVERIFY(query);
@@ -219,7 +213,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setNetworkQuery(SimNetworkQuery::Hangs);
+        pc.facts.networkQuery.set(SimNetworkQuery::Hangs);
         qint64 pid = 0;
         {
             SystemInfo info;
@@ -252,10 +246,10 @@ private slots:
         QFETCH(bool, supported);
         ManualClock clock;
         SimPc pc(clock);
-        std::vector<SimWaveOut> devices;
+        answers::WaveOuts devices;
         for (int count : channels)
             devices.push_back({count, "Speakers"});
-        pc.setWaveOuts(devices);
+        pc.facts.waveOuts.set(devices);
         SystemInfo info;
         QCOMPARE(info.isAudioOutputSupported(), supported);
     }
@@ -264,14 +258,14 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setWaveOuts({{6, "Cinema"}});
+        pc.facts.waveOuts.set({{6, "Cinema"}});
         SystemInfo info;
         QVERIFY(!info.isAudioOutputSupported());
-        pc.setWaveOuts({{2, "Headphones"}});
+        pc.facts.waveOuts.set({{2, "Headphones"}});
         QVERIFY(info.isAudioOutputSupported());
         QCOMPARE(loggedCount("audio supoort :6Cinema"), 1);
         QCOMPARE(loggedCount("audio supoort :2Headphones"), 1);
-        pc.setWaveOuts({});
+        pc.facts.waveOuts.set({});
         QVERIFY(info.isAudioOutputSupported());
     }
 
@@ -294,7 +288,7 @@ private slots:
         QFETCH(bool, present);
         ManualClock clock;
         SimPc pc(clock);
-        pc.setRecordingDevices(devices);
+        pc.facts.recordingDevices.set(devices);
         QCOMPARE(SystemInfo::hasVirtualCable(), present);
     }
 
@@ -302,7 +296,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        pc.setRecordingDevices({"Microphone", "Microphone", "Line In"});
+        pc.facts.recordingDevices.set({"Microphone", "Microphone", "Line In"});
         QVERIFY(!SystemInfo::hasVirtualCable());
         QCOMPARE(logged(), QStringList{"(\"Microphone\", \"Line In\")"});
     }
@@ -392,9 +386,7 @@ private slots:
     {
         ManualClock clock;
         SimPc pc(clock);
-        SimHardware hardware;
-        hardware.displayDevices.reset();
-        pc.setHardware(hardware);
+        pc.facts.displayDevices.set(std::nullopt);
         QCOMPARE(SystemInfo::nvidiaDriverVersions(), QStringList());
         QCOMPARE(logged(), QStringList{"SetupDiGetClassDevs failed"});
         QVERIFY(!SystemInfo::needGpuDriverUpdate());
@@ -412,9 +404,7 @@ private slots:
         QFETCH(quint64, version);
         ManualClock clock;
         SimPc pc(clock);
-        SimHardware hardware;
-        hardware.displayDevices = {{false, {}}, {true, {{"NVIDIA", version}}}};
-        pc.setHardware(hardware);
+        pc.facts.displayDevices.set({{{false, {}}, {true, {{"NVIDIA", version}}}}});
         QTEST(SystemInfo::needGpuDriverUpdate(), "needed");
     }
 
@@ -438,19 +428,26 @@ private slots:
 
     void aTableThatCannotBeReadIsLoggedAndNamesNobody_data()
     {
+        QTest::addColumn<int>("failure");
         QTest::addColumn<quint32>("error");
         QTest::addColumn<QString>("log");
-        QTest::newRow("no memory") << 0U << "Error allocating memory\n";
-        QTest::newRow("no answer") << 122U << "\tGetTcpTable2 failed with 122\n";
+        QTest::newRow("no memory")
+            << int(tcp_table::Table::NoMemory) << 0U << "Error allocating memory\n";
+        QTest::newRow("no answer")
+            << int(tcp_table::Table::NotAnswered) << 122U << "\tGetTcpTable2 failed with 122\n";
     }
     void aTableThatCannotBeReadIsLoggedAndNamesNobody()
     {
-        QFETCH(quint32, error);
+        QFETCH(int, failure);
         QFETCH(QString, log);
+        answers::TcpTable table;
+        table.failure = static_cast<tcp_table::Table::Failure>(failure);
+        QFETCH(quint32, error);
+        table.error = error;
         ManualClock clock;
         SimPc pc(clock);
         pc.ports.open(pc.processes.start("node.exe"), 9943);
-        pc.failTcpTable(error);
+        pc.facts.tcpTable.set(table);
         QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}), QStringList());
         QCOMPARE(logged(), QStringList{log});
     }

@@ -27,5 +27,5 @@ void AdbPcPlatform::letFind(const QString &program)
 
 void AdbPcPlatform::setSearchPath(const QString &folder)
 {
-    d->pc.setSearchPath(folder);
+    d->pc.facts.searchPath.set(folder);
 }

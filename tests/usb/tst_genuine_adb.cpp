@@ -39,7 +39,7 @@ struct Pc
     {
         for (const char *name : names)
             qputenv(name, adb.environment().value(name).toLocal8Bit());
-        pc.setSearchPath(GenuineAdb::folder());
+        pc.facts.searchPath.set(GenuineAdb::folder());
         pc.processes.setHostProcesses(
             adb_processes::onPort(static_cast<quint16>(adb.port().toInt())));
     }
