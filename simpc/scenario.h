@@ -52,4 +52,7 @@ Scenario parse(const QByteArray &text, const QString &name, QString *error);
 // to it from now on.
 void build(const Scenario &scenario, SimPc &pc);
 
+// All keys of a scenario file, as the README has them.
+QString keysText();
+
 } // namespace scenario

@@ -62,6 +62,25 @@ void takeFiles(ObjectReader &root, const JsonDocument &whole, Scenario *scenario
     scenario->files = scenario::readFiles(root.object(QStringLiteral("files")), whole);
 }
 
+void addTable(QString *text, const QString &title, const KeyRows &rows)
+{
+    bool anyChanges = false;
+    for (const KeyRow &row : rows)
+        anyChanges = anyChanges || row.changes;
+    *text += QStringLiteral("\n### ") + title + QStringLiteral("\n\n| key | type | default |");
+    *text += anyChanges ? QStringLiteral(" `at` |") : QString();
+    *text += QStringLiteral(" meaning |\n|---|---|---|---|");
+    *text += anyChanges ? QStringLiteral("---|\n") : QStringLiteral("\n");
+    for (const KeyRow &row : rows) {
+        const QString otherwise = row.otherwise.isEmpty() ? QStringLiteral("empty") : row.otherwise;
+        QStringList cells{'`' + row.key + '`', row.type, otherwise};
+        if (anyChanges)
+            cells.append(row.changes ? QStringLiteral("yes") : QString());
+        cells.append(row.meaning);
+        *text += QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
+    }
+}
+
 } // namespace
 
 const std::vector<scenario::ScenarioKey> &scenario::scenarioKeys()
@@ -85,4 +104,25 @@ const std::vector<scenario::ScenarioKey> &scenario::scenarioKeys()
         {{"files", "object", "below", "the files for `simpc-seed`"}, takeFiles},
     };
     return keys;
+}
+
+QString scenario::keysText()
+{
+    KeyRows whole;
+    for (const ScenarioKey &key : scenarioKeys())
+        whole.push_back(key.row);
+    KeyRows moment{{seconds, "time", "required", "from the start of the assistant"}};
+    for (const KeyRow &row : momentKeys())
+        moment.push_back({row.key, row.type, row.otherwise, row.meaning});
+    QString text = QStringLiteral("## The keys of a scenario\n");
+    addTable(&text, QStringLiteral("The whole file"), whole);
+    addTable(&text, QStringLiteral("`pc`"), pcKeys());
+    addTable(&text, QStringLiteral("`at`, with those of `pc` that say so"), moment);
+    addTable(&text, QStringLiteral("`steam`"), steamKeys().rows());
+    addTable(&text, QStringLiteral("`steamVR`"), steamVrKeys().rows());
+    addTable(&text, QStringLiteral("`streamingServer`"), serverKeys().rows());
+    addTable(&text, QStringLiteral("`headsets` of `streamingServer`"), headsetKeys().rows());
+    addTable(&text, QStringLiteral("`adb`"), adbKeys().rows());
+    addTable(&text, QStringLiteral("`files`"), fileKeys());
+    return text;
 }

@@ -41,6 +41,14 @@ int list()
     return 0;
 }
 
+int printKeys()
+{
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    out << scenario::keysText();
+    return 0;
+}
+
 int sayCloud(const QString &name)
 {
     QString error;
@@ -69,17 +77,22 @@ int main(int argc, char *argv[])
                                   QStringLiteral("DIR"));
     const QCommandLineOption listing(QStringLiteral("list"),
                                      QStringLiteral("Lists the compiled-in scenarios."));
+    const QCommandLineOption keys(
+        QStringLiteral("keys"),
+        QStringLiteral("Prints the tables of all keys, as simpc/README.md ends with them."));
     const QCommandLineOption cloud(
         QStringLiteral("cloud"),
         QStringLiteral("Only says what the scenario's cloud answers (cloud-sim --answers), or "
                        "\"absent\"."));
-    parser.addOptions({home, work, listing, cloud});
+    parser.addOptions({home, work, listing, keys, cloud});
     parser.addPositionalArgument(QStringLiteral("SCENARIO"),
                                  QStringLiteral("A scenario's name, or the path of a file."));
     parser.process(app);
 
     if (parser.isSet(listing))
         return list();
+    if (parser.isSet(keys))
+        return printKeys();
     const QStringList names = parser.positionalArguments();
     if (names.size() == 1 && parser.isSet(cloud))
         return sayCloud(names.first());

@@ -26,6 +26,7 @@ private slots:
     void replacesItsFilesAndLeavesOthersAlone();
     void listsEveryScenarioWithItsTitle();
     void saysWhatTheCloudAnswers();
+    void theReadmeEndsWithTheKeys();
     void refusesWhatItCannotDo_data();
     void refusesWhatItCannotDo();
     void leavesTheRealHomeAlone();
@@ -114,6 +115,18 @@ void SimpcSeedTest::saysWhatTheCloudAnswers()
     QCOMPARE(result.output, QString("newer\n"));
     QCOMPARE(seed({"--cloud", "nothing-such"}).code, 2);
     QVERIFY(QDir(dir()).isEmpty());
+}
+
+void SimpcSeedTest::theReadmeEndsWithTheKeys()
+{
+    const Result result = seed({"--keys"});
+    QCOMPARE(result.code, 0);
+    QVERIFY(result.output.contains("| `acLine` |"));
+    QFile file(KOLM_SOURCE_DIR "/simpc/README.md");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString readme = QString::fromUtf8(file.readAll());
+    const QString keys = readme.mid(readme.indexOf("## The keys of a scenario"));
+    QVERIFY2(keys == result.output, "let simpc/README.md end with what simpc-seed --keys prints");
 }
 
 void SimpcSeedTest::refusesWhatItCannotDo_data()
