@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTest>
 
 namespace {
 
@@ -166,4 +167,23 @@ const std::vector<DialogState> &dialogStates()
          }},
     };
     return states;
+}
+
+void showDialog(Interface &pages, const QString &state)
+{
+    QVERIFY(pages.load());
+    for (const DialogState &known : dialogStates()) {
+        if (state == QLatin1String(known.name))
+            known.show(pages);
+    }
+    QVERIFY(pages.dialog());
+    pages.settle();
+    pages.orb.calls.clear();
+}
+
+void dialogRows()
+{
+    QTest::addColumn<QString>("state");
+    for (const DialogState &state : dialogStates())
+        QTest::newRow(state.name) << QString(state.name);
 }

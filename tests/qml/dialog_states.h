@@ -14,5 +14,12 @@ struct DialogState
 
 const std::vector<DialogState> &dialogStates();
 
+// Loads the main window and has it show the dialog so. The calls so far are
+// forgotten.
+void showDialog(Interface &pages, const QString &state);
+
+// The rows of a test of every dialog: a column "state" with its name.
+void dialogRows();
+
 // What the controller has to say about a PC, in the language of the interface.
 QString systemInfoText();

@@ -76,7 +76,7 @@ void FakeOrb::becomeSteamVR(bool running)
 void FakeOrb::becomeConnected(bool connected, const QString &vrName)
 {
     vrIsConnect_ = connected;
-    vrName_ = vrName.isEmpty() ? QString::fromUtf8("星程之光眼镜") : vrName;
+    vrName_ = vrName.isEmpty() ? zh("星程之光眼镜") : vrName;
     emit vrIsConnectChange();
 }
 

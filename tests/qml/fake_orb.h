@@ -3,6 +3,7 @@
 #pragma once
 
 #include "controller/vr_list_model.h"
+#include "tests/support/zh.h"
 
 #include <QObject>
 #include <QStringList>
@@ -193,7 +194,7 @@ private:
     HardwareState hardware_ = NotCanRun;
     Settings settings_;
     SteamState steamState_ = NoneSteam;
-    QString vrName_ = QString::fromUtf8("星程之光眼镜");
+    QString vrName_ = zh("星程之光眼镜");
     bool vrIsConnect_ = false;
     bool steam_ = false;
     bool steamVR_ = false;

@@ -130,6 +130,16 @@ QQuickItem *Interface::inDialog(const QString &objectName) const
     return nullptr;
 }
 
+QQuickItem *Interface::option(const QString &setting, int value) const
+{
+    const QList<QQuickItem *> items = shownItems(inDialog(setting));
+    for (QQuickItem *item : items) {
+        if (item->objectName() == QStringLiteral("option%1").arg(value))
+            return item;
+    }
+    return nullptr;
+}
+
 QObject *Interface::find(const QString &objectName) const
 {
     if (QObject *found = window_->findChild<QObject *>(objectName))
@@ -184,6 +194,13 @@ void Interface::settle() const
     }
 }
 
+void Interface::activate() const
+{
+    settle();
+    window_->requestActivate();
+    QTRY_VERIFY(window_->isActive());
+}
+
 void Interface::click(const QString &objectName)
 {
     QQuickItem *found = item(objectName);
@@ -208,6 +225,18 @@ QQuickItem *Interface::button(const QString &text, QQuickItem *root) const
             return item;
     }
     return nullptr;
+}
+
+QStringList Interface::texts(QQuickItem *root)
+{
+    QStringList found;
+    const QList<QQuickItem *> items = shownItems(root);
+    for (const QQuickItem *item : items) {
+        const QString text = item->property("text").toString();
+        if (item->inherits("QQuickText") && !text.isEmpty())
+            found.append(text);
+    }
+    return found;
 }
 
 QList<QQuickItem *> Interface::shownItems(QQuickItem *root)

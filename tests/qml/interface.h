@@ -73,6 +73,8 @@ public:
     QString dialogFile() const;
     // A named item that the open dialog shows; null if there is none.
     QQuickItem *inDialog(const QString &objectName) const;
+    // The choice of this value among those of a named setting in the open dialog.
+    QQuickItem *option(const QString &setting, int value) const;
     // A named object of the window; null if there is none. Also finds what a
     // list or repeater made.
     QObject *find(const QString &objectName) const;
@@ -88,6 +90,8 @@ public:
     // Places everything. Layouts and lists do so only when a frame is about to
     // be drawn, and one may follow another.
     void settle() const;
+    // Settles and then waits until the window has the keyboard.
+    void activate() const;
     // Works the item with the mouse, in its middle.
     void click(const QString &objectName);
     void click(QQuickItem *item);
@@ -96,6 +100,8 @@ public:
 
     // All shown items below `root`, itself included.
     static QList<QQuickItem *> shownItems(QQuickItem *root);
+    // All texts that are shown below `root`, in the order of the items.
+    static QStringList texts(QQuickItem *root);
 
 private:
     RoadModel roadModel_{road};

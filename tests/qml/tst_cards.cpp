@@ -4,11 +4,6 @@
 
 namespace {
 
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
 const QString configuration = QStringLiteral("[[\"CPU:\",\"Some i7\"],[\"GPU:\",\"<b>Card</b>\"]]");
 
 } // namespace
@@ -78,18 +73,6 @@ private slots:
     void modePageIsShownOnFirstRunOnly();
     void modePageStoresTheChoiceAndGoes_data();
     void modePageStoresTheChoiceAndGoes();
-
-private:
-    static QStringList texts(QQuickItem *root)
-    {
-        QStringList found;
-        for (QQuickItem *item : Interface::shownItems(root)) {
-            const QString text = item->property("text").toString();
-            if (item->inherits("QQuickText") && !text.isEmpty())
-                found.append(text);
-        }
-        return found;
-    }
 };
 
 void TestCards::pcIsLookedAtFirst()
@@ -170,7 +153,7 @@ void TestCards::configurationIsListed()
     Interface pages;
     pages.load();
     pages.orb.becomeSystemInfo("[]", configuration);
-    const QStringList shown = texts(pages.item("systemPage"));
+    const QStringList shown = Interface::texts(pages.item("systemPage"));
     QCOMPARE(shown.mid(shown.indexOf("CPU:")),
              (QStringList{"CPU:", "Some i7", "GPU:", "<b>Card</b>", zh("查看更多配置")}));
 }
@@ -312,8 +295,8 @@ void TestCards::steamRowsFollowTheController()
     pages.orb.becomeSteam(steam);
     pages.orb.becomeSteamVR(steamVR);
 
-    QCOMPARE(texts(pages.item("steamItem")).join('|'), steamRow);
-    QCOMPARE(texts(pages.item("steamVRItem")).join('|'), steamVRRow);
+    QCOMPARE(Interface::texts(pages.item("steamItem")).join('|'), steamRow);
+    QCOMPARE(Interface::texts(pages.item("steamVRItem")).join('|'), steamVRRow);
     QCOMPARE(pages.text("steamPage", "status"), status);
     QCOMPARE(pages.item("steamPage")->property("ready").toBool(), steam && steamVR);
 }
@@ -540,10 +523,10 @@ void TestCards::listShowsNameAddressAndMark()
     pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", true, true},
                              {"D2B1118C7A0E04", "192.168.1.42", false, false}});
     pages.settle();
-    QCOMPARE(texts(pages.item("headsets")),
+    QCOMPARE(Interface::texts(pages.item("headsets")),
              (QStringList{"D3A0017C4B2F91", "192.168.1.23", zh("上次使用"), zh("已连接"),
                           "D2B1118C7A0E04", "192.168.1.42", zh("连接")}));
-    QVERIFY(texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+    QVERIFY(Interface::texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
 }
 
 void TestCards::listIsHiddenWhileEmptyOrWired()
@@ -551,12 +534,12 @@ void TestCards::listIsHiddenWhileEmptyOrWired()
     Interface pages;
     pages.load();
     QVERIFY(!pages.shown("headsets"));
-    QVERIFY(!texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+    QVERIFY(!Interface::texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
     pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", false, false}});
     QVERIFY(pages.shown("headsets"));
     pages.orb.becomeWired(true);
     QVERIFY(!pages.shown("headsets"));
-    QVERIFY(!texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
+    QVERIFY(!Interface::texts(pages.item("headsetPage")).contains(zh("可用的VR眼镜")));
 }
 
 void TestCards::rowConnectsAndDisconnects()
@@ -646,9 +629,9 @@ void TestCards::badgeNamesTheLink()
 {
     Interface pages;
     pages.load();
-    QCOMPARE(texts(pages.item("linkBadge")), QStringList(zh("无线")));
+    QCOMPARE(Interface::texts(pages.item("linkBadge")), QStringList(zh("无线")));
     pages.orb.becomeWired(true);
-    QCOMPARE(texts(pages.item("linkBadge")), QStringList(zh("有线")));
+    QCOMPARE(Interface::texts(pages.item("linkBadge")), QStringList(zh("有线")));
 }
 
 void TestCards::roadSaysWhatIsWaitedFor()
@@ -656,9 +639,10 @@ void TestCards::roadSaysWhatIsWaitedFor()
     Interface pages;
     pages.load();
     const QDateTime noon({2024, 1, 1}, {12, 0, 5});
-    QCOMPARE(texts(pages.item("roadStrip")), QStringList(zh("正在等待：Steam")));
+    QCOMPARE(Interface::texts(pages.item("roadStrip")), QStringList(zh("正在等待：Steam")));
     pages.road.update({true, true, false, false, false}, noon);
-    QCOMPARE(texts(pages.item("roadStrip")), QStringList(zh("正在等待：串流服务（自 12:00:05）")));
+    QCOMPARE(Interface::texts(pages.item("roadStrip")),
+             QStringList(zh("正在等待：串流服务（自 12:00:05）")));
     QStringList marks;
     for (QQuickItem *item : Interface::shownItems(pages.item("roadStrip"))) {
         if (item->inherits("QQuickImage"))
@@ -700,7 +684,8 @@ void TestCards::detailsAreBehindTheTab()
     QVERIFY(pages.item("details")->property("item").value<QObject *>());
     QCOMPARE(pages.text("tabArrow", "source"), QStringLiteral("qrc:/res/image/orb_arrow_up.png"));
     // How things are stays in sight, and so does what ends them.
-    QVERIFY(texts(pages.item("headsetPage")).contains(zh("已连接，戴上眼镜开始串流吧！")));
+    QVERIFY(
+        Interface::texts(pages.item("headsetPage")).contains(zh("已连接，戴上眼镜开始串流吧！")));
     QVERIFY(pages.shown("stopStreaming"));
     QVERIFY(!pages.shown("steamItem"));
 
@@ -746,7 +731,7 @@ void TestCards::detailsShowEveryStageSinceWhen()
     pages.click("drawerTab");
     pages.road.update({true, true, false, false, false}, noon.addSecs(10));
     pages.settle();
-    QCOMPARE(texts(pages.item("roadList")),
+    QCOMPARE(Interface::texts(pages.item("roadList")),
              (QStringList{"Steam", zh("已就绪"), zh("自 12:00:05"), "SteamVR", zh("已就绪"),
                           zh("自 12:00:15"), zh("串流服务"), zh("等待中"), zh("自 12:00:05"),
                           zh("VR眼镜"), zh("未就绪"), zh("自 12:00:05"), zh("串流连接"),
@@ -810,7 +795,8 @@ void TestCards::stepsFollowTheLink()
     pages.load();
     pages.orb.becomeWired(wired);
     pages.orb.becomeEnumerated(enumerated);
-    QCOMPARE(texts(pages.item("steps")).mid(0, 3), (QStringList{zh("连接步骤"), "1.", firstStep}));
+    QCOMPARE(Interface::texts(pages.item("steps")).mid(0, 3),
+             (QStringList{zh("连接步骤"), "1.", firstStep}));
     pages.orb.becomeConnected(true);
     QVERIFY(!pages.shown("steps"));
 }

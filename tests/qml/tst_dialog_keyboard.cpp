@@ -1,42 +1,12 @@
+#include "tests/qml/accessibility.h"
 #include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
-#include <QQmlProperty>
-
 namespace {
 
 constexpr qreal smallestTarget = 32;
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-QVariant accessible(QQuickItem *item, const char *property)
-{
-    return QQmlProperty::read(item, QStringLiteral("Accessible.") + QLatin1String(property),
-                              qmlContext(item));
-}
-
-QString nameOf(QQuickItem *item)
-{
-    return item ? accessible(item, "name").toString() : QStringLiteral("(nothing)");
-}
-
-// The ring is drawn by the item or by what it is the inner part of.
-bool hasRing(QQuickItem *item)
-{
-    for (QQuickItem *around = item; around; around = around->parentItem()) {
-        const QList<QQuickItem *> children = around->childItems();
-        for (QQuickItem *child : children) {
-            if (child->objectName() == QLatin1String("focusRing") && child->isVisible())
-                return true;
-        }
-    }
-    return false;
-}
 
 } // namespace
 
@@ -50,11 +20,11 @@ private slots:
 
     void tabulatorGoesRound_data();
     void tabulatorGoesRound();
-    void focusIsSeenFromTheStart_data() { states(); }
+    void focusIsSeenFromTheStart_data() { dialogRows(); }
     void focusIsSeenFromTheStart();
-    void everythingThatCanBePressedHasANameAndARole_data() { states(); }
+    void everythingThatCanBePressedHasANameAndARole_data() { dialogRows(); }
     void everythingThatCanBePressedHasANameAndARole();
-    void targetsAreLargeEnough_data() { states(); }
+    void targetsAreLargeEnough_data() { dialogRows(); }
     void targetsAreLargeEnough();
     void longTextsScrollByKeys();
     void shortTextsAreNoStop();
@@ -64,33 +34,16 @@ private slots:
     void screenReadersCanWorkTheControls();
 
 private:
-    static void states()
+    static void show(Interface &pages, const QString &state)
     {
-        QTest::addColumn<int>("state");
-        for (int state = 0; state < int(dialogStates().size()); ++state)
-            QTest::addRow("%s", dialogStates()[size_t(state)].name) << state;
-    }
-    static void show(Interface &pages, const QString &name)
-    {
-        QVERIFY(pages.load());
-        for (const DialogState &state : dialogStates()) {
-            if (name == QLatin1String(state.name))
-                state.show(pages);
-        }
-        QVERIFY(pages.dialog());
-        pages.settle();
+        showDialog(pages, state);
         pages.dialog()->requestActivate();
         QTRY_VERIFY(pages.dialog()->isActive());
-        pages.orb.calls.clear();
-    }
-    static void show(Interface &pages, int state)
-    {
-        show(pages, QLatin1String(dialogStates()[size_t(state)].name));
     }
     static QString focused(Interface &pages)
     {
         QQuickItem *item = pages.dialog()->activeFocusItem();
-        return hasRing(item) ? nameOf(item) : nameOf(item) + " (without ring)";
+        return hasRing(item) ? accessibleName(item) : accessibleName(item) + " (without ring)";
     }
     // What can be worked with the mouse, other than a whole window.
     static QList<QQuickItem *> pressable(Interface &pages)
@@ -101,14 +54,6 @@ private:
                 found.append(item->parentItem());
         }
         return found;
-    }
-    static QQuickItem *option(Interface &pages, const QString &setting, int value)
-    {
-        for (QQuickItem *item : Interface::shownItems(pages.inDialog(setting))) {
-            if (item->objectName() == QStringLiteral("option%1").arg(value))
-                return item;
-        }
-        return nullptr;
     }
 };
 
@@ -171,7 +116,7 @@ void TestDialogKeyboard::tabulatorGoesRound()
 
 void TestDialogKeyboard::focusIsSeenFromTheStart()
 {
-    QFETCH(int, state);
+    QFETCH(QString, state);
     Interface pages;
     show(pages, state);
     if (pages.dialogFile() == "WaitPage.qml") // there is nothing to do in it
@@ -181,23 +126,25 @@ void TestDialogKeyboard::focusIsSeenFromTheStart()
 
 void TestDialogKeyboard::everythingThatCanBePressedHasANameAndARole()
 {
-    QFETCH(int, state);
+    QFETCH(QString, state);
     Interface pages;
     show(pages, state);
     for (QQuickItem *item : pressable(pages)) {
-        QVERIFY2(!nameOf(item).isEmpty(), item->metaObject()->className());
-        QVERIFY2(accessible(item, "role").toInt() != 0, qPrintable(nameOf(item)));
+        QVERIFY2(!accessibleName(item).isEmpty(), item->metaObject()->className());
+        QVERIFY2(accessible(item, "role").toInt() != 0, qPrintable(accessibleName(item)));
     }
 }
 
 void TestDialogKeyboard::targetsAreLargeEnough()
 {
-    QFETCH(int, state);
+    QFETCH(QString, state);
     Interface pages;
     show(pages, state);
     for (QQuickItem *item : pressable(pages)) {
-        const QString size =
-            QStringLiteral("%1: %2 x %3").arg(nameOf(item)).arg(item->width()).arg(item->height());
+        const QString size = QStringLiteral("%1: %2 x %3")
+                                 .arg(accessibleName(item))
+                                 .arg(item->width())
+                                 .arg(item->height());
         QVERIFY2(item->width() >= smallestTarget && item->height() >= smallestTarget,
                  qPrintable(size));
     }
@@ -239,7 +186,7 @@ void TestDialogKeyboard::choicesTellWhatIsChosen()
     Interface pages;
     show(pages, "settings, standard");
     for (int value : {0, 1}) {
-        QQuickItem *item = option(pages, "fps", value);
+        QQuickItem *item = pages.option("fps", value);
         QCOMPARE(accessible(item, "checked").toBool(), value == 1);
         QCOMPARE(accessible(item, "description").toString(), zh("帧率"));
     }
@@ -282,7 +229,7 @@ void TestDialogKeyboard::screenReadersCanWorkTheControls()
         QVERIFY(attached);
         QVERIFY(QMetaObject::invokeMethod(attached, signal));
     };
-    act(option(pages, "fps", 0), "pressAction");
+    act(pages.option("fps", 0), "pressAction");
     QCOMPARE(pages.inDialog("fps")->property("value").toInt(), 0);
     auto *track = pages.inDialog("bitRate")->findChild<QQuickItem *>("track");
     act(track, "increaseAction");

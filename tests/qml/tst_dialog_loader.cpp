@@ -5,15 +5,6 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
-
 // Which dialog the main window opens when, and what becomes of it. The dialogs
 // themselves are stand-ins.
 class TestDialogLoader : public TestCase

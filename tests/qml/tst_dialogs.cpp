@@ -5,15 +5,6 @@
 
 #include <QCloseEvent>
 
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
-
 // What each dialog says and what it asks of the controller.
 class TestDialogs : public TestCase
 {
@@ -22,7 +13,7 @@ class TestDialogs : public TestCase
 private slots:
     void initTestCase() { registerInterface(); }
 
-    void everyDialogHasTheSameFrame_data() { states(); }
+    void everyDialogHasTheSameFrame_data() { dialogRows(); }
     void everyDialogHasTheSameFrame();
     void everyWayOutAsksForNothing_data();
     void everyWayOutAsksForNothing();
@@ -55,40 +46,18 @@ private slots:
     void programIsLeftOnce();
 
 private:
-    static void states()
-    {
-        QTest::addColumn<int>("state");
-        for (int state = 0; state < int(dialogStates().size()); ++state)
-            QTest::addRow("%s", dialogStates()[size_t(state)].name) << state;
-    }
-    static void show(Interface &pages, const QString &name)
-    {
-        QVERIFY(pages.load());
-        for (const DialogState &state : dialogStates()) {
-            if (name == QLatin1String(state.name))
-                state.show(pages);
-        }
-        QVERIFY(pages.dialog());
-        pages.settle();
-        pages.orb.calls.clear();
-    }
     static QStringList texts(Interface &pages)
     {
-        QStringList texts;
-        for (QQuickItem *item : Interface::shownItems(pages.dialog()->contentItem())) {
-            if (item->inherits("QQuickText"))
-                texts.append(item->property("text").toString());
-        }
-        return texts;
+        return Interface::texts(pages.dialog()->contentItem());
     }
     static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
 };
 
 void TestDialogs::everyDialogHasTheSameFrame()
 {
-    QFETCH(int, state);
+    QFETCH(QString, state);
     Interface pages;
-    show(pages, QLatin1String(dialogStates()[size_t(state)].name));
+    showDialog(pages, state);
     const FramelessQuickWindow *dialog = pages.dialog();
     QVERIFY(!dialog->needShadow());
     QVERIFY(dialog->titleBar());
@@ -123,7 +92,7 @@ void TestDialogs::everyWayOutAsksForNothing()
     QFETCH(QString, way);
 
     Interface pages;
-    show(pages, state);
+    showDialog(pages, state);
     if (way == "Escape") {
         press(pages, Qt::Key_Escape);
     } else if (way == "icon") {
@@ -166,7 +135,7 @@ void TestDialogs::mainButtonDoesWhatItSays()
     QFETCH(bool, byKey);
 
     Interface pages;
-    show(pages, state);
+    showDialog(pages, state);
     if (byKey)
         press(pages, Qt::Key_Return);
     else
@@ -179,7 +148,7 @@ void TestDialogs::switchIsOnlyAskedForWhenTheDialogIsGone()
 {
     // The switch keeps the windows from drawing for seconds.
     Interface pages;
-    show(pages, "confirm wired");
+    showDialog(pages, "confirm wired");
     bool shown = true;
     pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
     press(pages, Qt::Key_Return);
@@ -189,7 +158,7 @@ void TestDialogs::switchIsOnlyAskedForWhenTheDialogIsGone()
 void TestDialogs::batteryNoticeGoesWithTheBattery()
 {
     Interface pages;
-    show(pages, "power");
+    showDialog(pages, "power");
     emit pages.orb.closePowerTip();
     QVERIFY(!pages.dialog());
 }
@@ -197,7 +166,7 @@ void TestDialogs::batteryNoticeGoesWithTheBattery()
 void TestDialogs::driverNoticeLeadsToTheHelp()
 {
     Interface pages;
-    show(pages, "driver");
+    showDialog(pages, "driver");
     pages.click(pages.inDialog("help"));
     QCOMPARE(pages.orb.calls, QStringList("gotoWeb 1"));
     QVERIFY(pages.dialog());
@@ -226,18 +195,13 @@ void TestDialogs::programsAreListed()
     QVERIFY(pages.load());
     emit pages.orb.showUseProtPage(names);
     pages.settle();
-    QStringList listed;
-    for (QQuickItem *item : Interface::shownItems(pages.inDialog("programs"))) {
-        if (item->inherits("QQuickText"))
-            listed.append(item->property("text").toString());
-    }
-    QCOMPARE(listed, shown);
+    QCOMPARE(Interface::texts(pages.inDialog("programs")), shown);
 }
 
 void TestDialogs::portsThatAreStillTakenKeepTheNotice()
 {
     Interface pages;
-    show(pages, "ports");
+    showDialog(pages, "ports");
     pages.orb.portHolders = "python.exe";
     pages.click(pages.inDialog("confirm"));
     pages.settle();
@@ -250,7 +214,7 @@ void TestDialogs::portsThatAreStillTakenKeepTheNotice()
 void TestDialogs::portsThatAreFreeAreAnnounced()
 {
     Interface pages;
-    show(pages, "ports");
+    showDialog(pages, "ports");
     press(pages, Qt::Key_Return);
     pages.settle();
     QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
@@ -264,7 +228,7 @@ void TestDialogs::portsThatAreFreeAreAnnounced()
 void TestDialogs::installedUpdateClosesTheProgram()
 {
     Interface pages;
-    show(pages, "update");
+    showDialog(pages, "update");
     pages.click(pages.inDialog("confirm"));
     QCOMPARE(pages.orb.calls, (QStringList{"setup", "shutdownADB"}));
     QVERIFY(!pages.dialog());
@@ -275,7 +239,7 @@ void TestDialogs::failedUpdateMayBeTriedAgain()
 {
     Interface pages;
     pages.update.setupSucceeds = false;
-    show(pages, "update");
+    showDialog(pages, "update");
     press(pages, Qt::Key_Return);
     QCOMPARE(pages.orb.calls, QStringList("setup"));
     QCOMPARE(pages.text("toastContent"), zh("安装失败请重试！"));
@@ -297,7 +261,7 @@ void TestDialogs::optionalUpdateMayWait()
 {
     QFETCH(bool, byKey);
     Interface pages;
-    show(pages, "update");
+    showDialog(pages, "update");
     QVERIFY(!pages.inDialog("leave"));
     if (byKey)
         press(pages, Qt::Key_Escape);
@@ -311,7 +275,7 @@ void TestDialogs::optionalUpdateMayWait()
 void TestDialogs::forcedUpdateCannotBePutOff()
 {
     Interface pages;
-    show(pages, "update, forced");
+    showDialog(pages, "update, forced");
     QVERIFY(!pages.inDialog("cancel"));
     QVERIFY(!pages.inDialog("close"));
     press(pages, Qt::Key_Escape);
@@ -330,7 +294,7 @@ void TestDialogs::declinedForcedUpdateLeavesTheProgram()
 {
     QFETCH(bool, byRequest);
     Interface pages;
-    show(pages, "update, forced");
+    showDialog(pages, "update, forced");
     if (byRequest) {
         QCloseEvent request;
         QCoreApplication::sendEvent(pages.dialog(), &request);
@@ -355,7 +319,7 @@ void TestDialogs::noteIsShownLineByLineAndUnread()
 void TestDialogs::downloadShowsHowFarItIs()
 {
     Interface pages;
-    show(pages, "update");
+    showDialog(pages, "update");
     QVERIFY(!pages.inDialog("progress"));
     emit pages.update.processStatus(0.37F);
     pages.settle();
@@ -371,7 +335,7 @@ void TestDialogs::downloadShowsHowFarItIs()
 void TestDialogs::systemIsShownInThreeColumns()
 {
     Interface pages;
-    show(pages, "system");
+    showDialog(pages, "system");
     const QStringList shown = texts(pages);
     QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
     QCOMPARE(shown.mid(1, 7),
@@ -400,7 +364,7 @@ void TestDialogs::systemIsShownInThreeColumns()
 void TestDialogs::systemFollowsTheCheck()
 {
     Interface pages;
-    show(pages, "system, unknown");
+    showDialog(pages, "system, unknown");
     QVERIFY(pages.inDialog("empty"));
     QVERIFY(!pages.inDialog("table"));
     pages.orb.becomeSystemInfo(systemInfoText(), "[]");
@@ -412,7 +376,7 @@ void TestDialogs::systemFollowsTheCheck()
 void TestDialogs::waitEndsByItself()
 {
     Interface pages;
-    show(pages, "wait");
+    showDialog(pages, "wait");
     auto *timer = pages.dialog()->findChild<QObject *>("limitTimer");
     QCOMPARE(timer->property("interval").toInt(), 30000);
     QVERIFY(timer->property("running").toBool());
@@ -425,7 +389,7 @@ void TestDialogs::waitEndsByItself()
 void TestDialogs::waitCannotBeSkipped()
 {
     Interface pages;
-    show(pages, "wait");
+    showDialog(pages, "wait");
     QVERIFY(!pages.inDialog("close"));
     press(pages, Qt::Key_Escape);
     press(pages, Qt::Key_Return);

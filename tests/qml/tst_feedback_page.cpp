@@ -2,15 +2,6 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
-
 // What the user writes to us: its limits, and what is sent.
 class TestFeedbackPage : public TestCase
 {

@@ -2,15 +2,6 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
-
 // Several headsets were found, and the user picks one.
 class TestHeadsetChoice : public TestCase
 {

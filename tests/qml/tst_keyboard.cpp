@@ -1,32 +1,9 @@
+#include "tests/qml/accessibility.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
 #include <QAccessible>
-#include <QQmlProperty>
-
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-QString accessibleName(QQuickItem *item)
-{
-    return QQmlProperty::read(item, QStringLiteral("Accessible.name"), qmlContext(item)).toString();
-}
-
-bool hasRing(QQuickItem *item)
-{
-    for (QQuickItem *shown : Interface::shownItems(item)) {
-        if (shown->objectName() == QLatin1String("focusRing"))
-            return true;
-    }
-    return false;
-}
-
-} // namespace
 
 // Everything can be done without a mouse and is named for those who cannot see.
 class TestKeyboard : public TestCase
@@ -49,12 +26,6 @@ private slots:
     void everythingThatCanBePressedHasAName();
 
 private:
-    static void activate(Interface &pages)
-    {
-        pages.settle();
-        pages.window()->requestActivate();
-        QTRY_VERIFY(pages.window()->isActive());
-    }
     // The names of all controls in the order of the tabulator, each of which
     // must show that it has the focus.
     static QStringList walk(Interface &pages)
@@ -63,10 +34,10 @@ private:
         for (int i = 0; i < 40; ++i) {
             QTest::keyClick(pages.window(), Qt::Key_Tab);
             QQuickItem *item = pages.window()->activeFocusItem();
-            const QString name = item ? accessibleName(item) : QString();
+            const QString name = accessibleName(item);
             if (!names.isEmpty() && name == names.first())
                 break;
-            names.append(item && hasRing(item) ? name : name + " (without ring)");
+            names.append(hasRing(item) ? name : name + " (without ring)");
         }
         return names;
     }
@@ -80,7 +51,7 @@ void TestKeyboard::tabReachesEveryControl()
     pages.orb.becomeSteam(true);
     pages.orb.becomeConnected(true);
     pages.orb.headsets.fill({{"A", "10.0.0.1", true, true}, {"B", "10.0.0.2", false, false}});
-    activate(pages);
+    pages.activate();
 
     QCOMPARE(walk(pages), (QStringList{zh("使用帮助"), zh("用户反馈"), zh("设置"), zh("最小化"),
                                        zh("关闭"), zh("不再提示"), zh("展开连接详情"),
@@ -93,7 +64,7 @@ void TestKeyboard::tabReachesBothModes()
     Interface pages;
     pages.orb.hideSelectPage = false;
     pages.load();
-    activate(pages);
+    pages.activate();
     QCOMPARE(accessibleName(pages.window()->activeFocusItem()), zh("有线串流"));
     QTest::keyClick(pages.window(), Qt::Key_Tab);
     QCOMPARE(accessibleName(pages.window()->activeFocusItem()), zh("无线串流"));
@@ -124,7 +95,7 @@ void TestKeyboard::keysPressTheControl()
 
     Interface pages;
     pages.load();
-    activate(pages);
+    pages.activate();
     pages.orb.calls.clear();
     pages.item(name)->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(pages.window(), Qt::Key(key));
@@ -137,7 +108,7 @@ void TestKeyboard::disabledButtonsArePassedOver()
     pages.load();
     pages.orb.becomeSteam(true);
     pages.orb.becomeSteamVR(true);
-    activate(pages);
+    pages.activate();
     QVERIFY(!walk(pages).join('|').contains(zh("已启动")));
 }
 
@@ -148,7 +119,7 @@ void TestKeyboard::arrowsChooseAHeadset()
     pages.orb.headsets.fill({{"A", "10.0.0.1", false, false},
                              {"B", "10.0.0.2", false, false},
                              {"C", "10.0.0.3", true, false}});
-    activate(pages);
+    pages.activate();
     pages.item("headsets")->forceActiveFocus(Qt::TabFocusReason);
     pages.orb.calls.clear();
 
@@ -166,7 +137,7 @@ void TestKeyboard::chosenHeadsetIsToldToThoseWhoCannotSee()
     Interface pages;
     pages.load();
     pages.orb.headsets.fill({{"A", "10.0.0.1", false, false}, {"B", "10.0.0.2", false, false}});
-    activate(pages);
+    pages.activate();
     pages.settle();
     const auto selected = [&pages] {
         QStringList names;
@@ -194,7 +165,7 @@ void TestKeyboard::chosenHeadsetStaysChosenWhenTheListIsFilledAnew()
     Interface pages;
     pages.load();
     pages.orb.headsets.fill({{"A", "10.0.0.1", false, false}, {"B", "10.0.0.2", false, false}});
-    activate(pages);
+    pages.activate();
     pages.item("headsets")->forceActiveFocus(Qt::TabFocusReason);
     QTest::keyClick(pages.window(), Qt::Key_Down);
 
@@ -214,7 +185,7 @@ void TestKeyboard::clickLeavesNoRing()
 {
     Interface pages;
     pages.load();
-    activate(pages);
+    pages.activate();
     pages.click("help");
     QVERIFY(!hasRing(pages.window()->contentItem()));
 }

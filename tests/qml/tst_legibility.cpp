@@ -1,3 +1,4 @@
+#include "tests/qml/contrast.h"
 #include "tests/qml/dialog_states.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
@@ -9,36 +10,8 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
-
-double channel(double value)
-{
-    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor &colour)
-{
-    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
-           0.0722 * channel(colour.blueF());
-}
-
-// 1 for two equal colours, 21 for black and white.
-double contrast(const QColor &a, const QColor &b)
-{
-    const double first = luminance(a) + 0.05;
-    const double second = luminance(b) + 0.05;
-    return qMax(first, second) / qMin(first, second);
-}
-
-QColor over(const QColor &above, const QColor &below)
-{
-    const double alpha = above.alphaF();
-    return QColor::fromRgbF(above.redF() * alpha + below.redF() * (1 - alpha),
-                            above.greenF() * alpha + below.greenF() * (1 - alpha),
-                            above.blueF() * alpha + below.blueF() * (1 - alpha));
-}
 
 // What lies behind the item, as far as the surfaces around it tell.
 QColor ground(const QQuickItem *item)
@@ -53,7 +26,7 @@ QColor ground(const QQuickItem *item)
     }
     QColor colour = Qt::black;
     for (const QColor &layer : qAsConst(layers))
-        colour = over(layer, colour);
+        colour = contrast::over(layer, colour);
     return colour;
 }
 
@@ -121,7 +94,8 @@ void TestLegibility::textsStandOut()
             item->parentItem()->objectName() == "bannerHide") // the accent itself, which is dimmer
             continue;
         ++texts;
-        const double found = contrast(item->property("color").value<QColor>(), ground(item));
+        const double found =
+            contrast::between(item->property("color").value<QColor>(), ground(item));
         if (found < 4.5)
             dim.append(item->property("text").toString() + ' ' + QString::number(found));
     }

@@ -1,3 +1,4 @@
+#include "tests/qml/contrast.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
@@ -9,38 +10,7 @@
 #include <QRawFont>
 #include <QXmlStreamReader>
 
-#include <cmath>
 #include <memory>
-
-namespace {
-
-qreal channel(qreal value)
-{
-    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-qreal luminance(const QColor &color)
-{
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) +
-           0.0722 * channel(color.blueF());
-}
-
-qreal contrast(const QColor &one, const QColor &other)
-{
-    const qreal a = luminance(one);
-    const qreal b = luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-QColor over(const QColor &top, const QColor &below)
-{
-    const qreal alpha = top.alphaF();
-    return QColor::fromRgbF(top.redF() * alpha + below.redF() * (1 - alpha),
-                            top.greenF() * alpha + below.greenF() * (1 - alpha),
-                            top.blueF() * alpha + below.blueF() * (1 - alpha));
-}
-
-} // namespace
 
 // The constants of the look, and that one can read what is written in them.
 class TestLook : public TestCase
@@ -111,8 +81,8 @@ void TestLook::textsCanBeRead()
 {
     QFETCH(QString, text);
     QFETCH(QString, surface);
-    const QColor below = over(color(surface), color("orb_itemdowncolor"));
-    const qreal found = contrast(color(text), below);
+    const QColor below = contrast::over(color(surface), color("orb_itemdowncolor"));
+    const double found = contrast::between(color(text), below);
     QVERIFY2(found >= 4.5, qPrintable(QString::number(found)));
 }
 
@@ -127,7 +97,7 @@ void TestLook::signsCanBeSeen()
 {
     QFETCH(QString, sign);
     for (const char *surface : {"orb_backgroundcolor", "orb_itemdowncolor"}) {
-        const qreal found = contrast(color(sign), color(surface));
+        const double found = contrast::between(color(sign), color(surface));
         QVERIFY2(found >= 3, qPrintable(QString::number(found)));
     }
 }

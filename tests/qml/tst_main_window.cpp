@@ -55,7 +55,7 @@ void TestMainWindow::opensWithItsFixedSize()
     QVERIFY(window);
     QCOMPARE(window->size(), QSize(1360, 875));
     QCOMPARE(pages.firstSize(), QSize(1360, 875));
-    QCOMPARE(window->title(), QString::fromUtf8("串流助手"));
+    QCOMPARE(window->title(), zh("串流助手"));
     QCOMPARE(window->color(), QColor(Qt::transparent));
     QVERIFY(window->isVisible());
     QVERIFY(window->needShadow());
@@ -218,7 +218,7 @@ void TestMainWindow::labelsOfPillButtonsAreBoldUnlessHovered()
     }
     QQuickItem *label = nullptr;
     for (QQuickItem *item : Interface::shownItems(help)) {
-        if (item != help && item->property("text").toString() == QString::fromUtf8("使用帮助"))
+        if (item != help && item->property("text").toString() == zh("使用帮助"))
             label = item;
     }
     QVERIFY(label);
@@ -284,8 +284,8 @@ void TestMainWindow::bannerSaysHowFarThingsAre_data()
     QTest::addColumn<QString>("icon");
     QTest::addColumn<QString>("text");
 
-    const QString todo = QString::fromUtf8("完成下列步骤，即可畅玩Steam游戏大作");
-    const QString done = QString::fromUtf8("恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～");
+    const QString todo = zh("完成下列步骤，即可畅玩Steam游戏大作");
+    const QString done = zh("恭喜您完成所有步骤，戴上VR设备开始畅玩游戏吧！～");
     QTest::newRow("nothing") << false << false << false << "orb_tips.png" << todo;
     QTest::newRow("Steam") << true << false << false << "orb_tips.png" << todo;
     QTest::newRow("Steam and SteamVR") << true << true << false << "orb_tips.png" << todo;
@@ -318,7 +318,7 @@ void TestMainWindow::bannerCanBeSentAway()
 {
     Interface pages;
     pages.load();
-    QCOMPARE(pages.text("bannerHide"), QString::fromUtf8("不再提示"));
+    QCOMPARE(pages.text("bannerHide"), zh("不再提示"));
     QCOMPARE(pages.item("bannerHide")->property("textColor").value<QColor>(), QColor("#1E68FF"));
 
     pages.click("bannerHide");

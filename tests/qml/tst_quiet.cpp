@@ -59,12 +59,6 @@ private:
         }
         return false;
     }
-    static void activate(Interface &pages)
-    {
-        pages.settle();
-        pages.window()->requestActivate();
-        QTRY_VERIFY(pages.window()->isActive());
-    }
     static void connectAll(Interface &pages)
     {
         pages.orb.becomeSystemInfo("[]", "[[\"CPU\",\"fast\"]]");
@@ -83,7 +77,7 @@ void TestQuiet::nothingMovesOnceEverythingIsDone()
     Interface pages;
     pages.load();
     connectAll(pages);
-    activate(pages);
+    pages.activate();
     QCOMPARE(moving(pages), QStringList());
 }
 
@@ -92,7 +86,7 @@ void TestQuiet::somethingTurnsWhileItSearches()
     Interface pages;
     pages.load();
     pages.orb.becomeSteam(true);
-    activate(pages);
+    pages.activate();
     QVERIFY(moving(pages).contains("QQuickRotationAnimator"));
 }
 
@@ -101,7 +95,7 @@ void TestQuiet::nothingTurnsInAWindowThatIsNotInFront()
     Interface pages;
     pages.load();
     pages.orb.becomeSteam(true);
-    activate(pages);
+    pages.activate();
     QVERIFY(!moving(pages).isEmpty());
 
     QWindow game;
@@ -117,7 +111,7 @@ void TestQuiet::nothingTurnsInAHiddenPart()
     Interface pages;
     pages.orb.hideSelectPage = false;
     pages.load();
-    activate(pages);
+    pages.activate();
     QCOMPARE(moving(pages), QStringList());
 }
 
@@ -136,7 +130,7 @@ void TestQuiet::pollWithoutNewsDrawsNothing()
     pages.load();
     pages.orb.becomeWired(true);
     connectAll(pages);
-    activate(pages);
+    pages.activate();
     pages.window()->setProperty("ispullDown", details);
     pages.settle();
     QVERIFY(comesToRest(pages));

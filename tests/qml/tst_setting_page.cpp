@@ -5,15 +5,6 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-namespace {
-
-QString zh(const char *text)
-{
-    return QString::fromUtf8(text);
-}
-
-} // namespace
-
 // The streaming settings: what is shown, what is asked of the controller, in
 // which order, and what the user is told before.
 class TestSettingPage : public TestCase
@@ -83,15 +74,7 @@ private:
     }
     static void choose(Interface &pages, const QString &setting, int value)
     {
-        pages.click(option(pages, setting, value));
-    }
-    static QQuickItem *option(Interface &pages, const QString &setting, int value)
-    {
-        for (QQuickItem *item : Interface::shownItems(pages.inDialog(setting))) {
-            if (item->objectName() == QStringLiteral("option%1").arg(value))
-                return item;
-        }
-        return nullptr;
+        pages.click(pages.option(setting, value));
     }
     static int chosen(Interface &pages, const QString &setting, const char *property = "value")
     {
@@ -365,12 +348,7 @@ void TestSettingPage::encodersDependOnTheGraphicsCard()
     settings.nvidia = nvidia;
     settings.av1 = av1;
     open(pages, settings);
-    QStringList shown;
-    for (QQuickItem *item : Interface::shownItems(pages.inDialog("encoder"))) {
-        if (item->inherits("QQuickText"))
-            shown.append(item->property("text").toString());
-    }
-    QCOMPARE(shown, names);
+    QCOMPARE(Interface::texts(pages.inDialog("encoder")), names);
 }
 
 void TestSettingPage::eachEncoderHasItsIndex()
@@ -502,13 +480,13 @@ void TestSettingPage::announcedSettingsLeaveWhatTheUserIsAt()
     open(pages, settings);
     slide(pages, "bitRate", 95);
     choose(pages, "encoder", 3);
-    QQuickItem *focused = option(pages, "encoder", 3);
+    QQuickItem *focused = pages.option("encoder", 3);
     focused->forceActiveFocus(Qt::TabFocusReason);
     pages.orb.becomeSettings(settings); // as each poll does
     pages.settle();
     QCOMPARE(chosen(pages, "bitRate"), 95);
     QCOMPARE(chosen(pages, "encoder"), 3);
-    QCOMPARE(option(pages, "encoder", 3), focused);
+    QCOMPARE(pages.option("encoder", 3), focused);
     QVERIFY(focused->hasActiveFocus());
 }
 

@@ -37,16 +37,11 @@ void TestSingleAppTip::saysThatTheProgramRunsAlready()
     QVERIFY(window->isVisible());
     QCOMPARE(window->size(), QSize(400, 300));
     QCOMPARE(pages.firstSize(), QSize(400, 300));
-    QCOMPARE(window->title(), QString::fromUtf8("提示"));
+    QCOMPARE(window->title(), zh("提示"));
     QVERIFY(!window->needShadow());
     QVERIFY(window->titleBar());
-    QStringList texts;
-    for (QQuickItem *item : Interface::shownItems(window->contentItem())) {
-        if (item->inherits("QQuickText"))
-            texts.append(item->property("text").toString());
-    }
-    QCOMPARE(texts, (QStringList{QString::fromUtf8("提示"), QString::fromUtf8("应用程序已打开"),
-                                 QString::fromUtf8("确定")}));
+    QCOMPARE(Interface::texts(window->contentItem()),
+             (QStringList{zh("提示"), zh("应用程序已打开"), zh("确定")}));
 }
 
 void TestSingleAppTip::buttonAndIconCloseIt_data()
