@@ -11,49 +11,6 @@ class TestDialogLoader : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { registerInterface(); }
-
-    void noneAtFirst();
-    void eachWishOpensItsDialog_data();
-    void eachWishOpensItsDialog();
-    void dialogStandsInTheMiddleAndIsNotOfTheTaskBar();
-    void dialogDimsTheWindow();
-    void onlyMinimisingAndClosingWorkBelowTheDim();
-    void keyboardGoesBackToTheDialog();
-
-    void laterWishReplacesAnOrdinaryDialog_data();
-    void laterWishReplacesAnOrdinaryDialog();
-    void blockingNoticeStays_data();
-    void blockingNoticeStays();
-    void choiceOfTheHeadsetWaitsForTheNotice();
-    void onlyTheChoiceOfTheHeadsetWaits_data();
-    void onlyTheChoiceOfTheHeadsetWaits();
-    void choiceOfTheHeadsetMayBeOver_data();
-    void choiceOfTheHeadsetMayBeOver();
-    void closedBlockingNoticeIsNoHindrance();
-    void sameDialogIsMadeAnew();
-    void hiddenDialogIsDestroyed();
-
-    void namesOfProgramsAreHandedOver();
-    void noteAndForceAreHandedOver();
-    void forcedUpdateStopsSteam_data();
-    void forcedUpdateStopsSteam();
-    void forcedUpdateThatIsNotShownStopsNothing();
-
-    void switchAsksFirst_data();
-    void switchAsksFirst();
-    void switchMayBeCancelled();
-
-    void dialogMayShowAToast();
-    void dialogMayOpenAnother();
-    void dialogMayCloseTheProgram();
-    void dialogMayLeaveTheProgramAndIsDoneBefore();
-    void closeRequestClosesTheDialogFirst();
-    void closeRequestOfTheDialogLeavesTheWindow();
-    void portsAreAskedForWhenTheWindowIsThere();
-
-private:
     static void wish(Interface &pages, const QString &what)
     {
         if (what == "power")
@@ -93,471 +50,466 @@ private:
         QTest::newRow("forced update") << "forced update"
                                        << "UpdatePage.qml";
     }
-};
 
-void TestDialogLoader::noneAtFirst()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    QVERIFY(!pages.dialog());
-    QCOMPARE(pages.dialogFile(), QString());
-    QVERIFY(!pages.shown("dim"));
-}
+private slots:
+    void initTestCase() { registerInterface(); }
 
-void TestDialogLoader::eachWishOpensItsDialog_data()
-{
-    wishes();
-    QTest::newRow("feedback button") << "feedback"
-                                     << "FeedbackPage.qml";
-    QTest::newRow("settings button") << "setting"
-                                     << "SettingPage.qml";
-    QTest::newRow("switch button") << "switchMode"
-                                   << "ConfirmPage.qml";
-}
-
-void TestDialogLoader::eachWishOpensItsDialog()
-{
-    QFETCH(QString, what);
-    QFETCH(QString, file);
-
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    wish(pages, what);
-    QVERIFY(pages.dialog());
-    QCOMPARE(pages.dialogFile(), file);
-}
-
-void TestDialogLoader::dialogStandsInTheMiddleAndIsNotOfTheTaskBar()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    window->setPosition(100, 50);
-    emit pages.orb.showPowerTip();
-    QCOMPARE(pages.dialog()->parentWin(), window);
-    QCOMPARE(pages.dialog()->position(), QPoint(100 + 680 - 240, 50 + 440 - 160));
-}
-
-void TestDialogLoader::dialogDimsTheWindow()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.orb.showPowerTip();
-    QVERIFY(pages.shown("dim"));
-    QCOMPARE(pages.item("dim")->property("color").value<QColor>(), QColor("#1A1B21"));
-    QCOMPARE(pages.item("dim")->opacity(), 0.8);
-    QCOMPARE(pages.item("dim")->size(), QSizeF(1360, 875));
-    pages.dialog()->close();
-    QVERIFY(!pages.shown("dim"));
-}
-
-void TestDialogLoader::onlyMinimisingAndClosingWorkBelowTheDim()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    emit pages.orb.showPowerTip();
-    pages.orb.calls.clear();
-
-    for (const char *name : {"help", "steamHelp", "bannerHide"})
-        pages.click(name);
-    QCOMPARE(pages.orb.calls, QStringList());
-    QVERIFY(pages.shown("banner"));
-    pages.click("setting");
-    QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
-
-    pages.click("minimise");
-    QCOMPARE(window->windowState(), Qt::WindowMinimized);
-    window->showNormal();
-    pages.click("close");
-    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
-}
-
-void TestDialogLoader::keyboardGoesBackToTheDialog()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    emit pages.orb.showPowerTip();
-    QTRY_VERIFY(pages.dialog()->isActive());
-    bool returned = false;
-    connect(qApp, &QGuiApplication::focusWindowChanged, window,
-            [&](const QWindow *focused) { returned |= focused == window; });
-    window->requestActivate();
-    QTRY_VERIFY(returned);
-    QTRY_COMPARE(QGuiApplication::focusWindow(), pages.dialog());
-}
-
-void TestDialogLoader::laterWishReplacesAnOrdinaryDialog_data()
-{
-    wishes();
-}
-
-void TestDialogLoader::laterWishReplacesAnOrdinaryDialog()
-{
-    QFETCH(QString, what);
-    QFETCH(QString, file);
-
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.click("feedback");
-    const QPointer<QWindow> first = pages.dialog();
-    wish(pages, what);
-    QVERIFY(pages.dialog());
-    QVERIFY(pages.dialog() != first);
-    QCOMPARE(pages.dialogFile(), file);
-    QTRY_VERIFY(!first);
-}
-
-void TestDialogLoader::blockingNoticeStays_data()
-{
-    QTest::addColumn<QString>("notice");
-    QTest::addColumn<QString>("what");
-    for (const char *notice : {"ports", "network", "gpu"}) {
-        for (const char *what :
-             {"power", "headsets", "network", "ports", "gpu", "update", "forced update"})
-            QTest::addRow("%s, then %s", notice, what) << notice << what;
+    void noneAtFirst()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        QVERIFY(!pages.dialog());
+        QCOMPARE(pages.dialogFile(), QString());
+        QVERIFY(!pages.shown("dim"));
     }
-}
 
-void TestDialogLoader::blockingNoticeStays()
-{
-    QFETCH(QString, notice);
-    QFETCH(QString, what);
+    void eachWishOpensItsDialog_data()
+    {
+        wishes();
+        QTest::newRow("feedback button") << "feedback"
+                                         << "FeedbackPage.qml";
+        QTest::newRow("settings button") << "setting"
+                                         << "SettingPage.qml";
+        QTest::newRow("switch button") << "switchMode"
+                                       << "ConfirmPage.qml";
+    }
+    void eachWishOpensItsDialog()
+    {
+        QFETCH(QString, what);
+        QFETCH(QString, file);
 
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    wish(pages, notice);
-    const QWindow *first = pages.dialog();
-    const QString file = pages.dialogFile();
-    QVariant blocked;
-    QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
-    QVERIFY(blocked.toBool());
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        wish(pages, what);
+        QVERIFY(pages.dialog());
+        QCOMPARE(pages.dialogFile(), file);
+    }
 
-    wish(pages, what);
+    void dialogStandsInTheMiddleAndIsNotOfTheTaskBar()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        window->setPosition(100, 50);
+        emit pages.orb.showPowerTip();
+        QCOMPARE(pages.dialog()->parentWin(), window);
+        QCOMPARE(pages.dialog()->position(), QPoint(100 + 680 - 240, 50 + 440 - 160));
+    }
 
-    QCOMPARE(pages.dialog(), first);
-    QCOMPARE(pages.dialogFile(), file);
-}
-
-// It is asked for only once a run.
-void TestDialogLoader::choiceOfTheHeadsetWaitsForTheNotice()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    wish(pages, "ports");
-    wish(pages, "headsets");
-    wish(pages, "power");
-    pages.dialog()->close();
-    QVERIFY(!pages.dialog());
-    QTRY_VERIFY(pages.dialog());
-    QCOMPARE(pages.dialogFile(), QStringLiteral("MoreSettingPage.qml"));
-
-    pages.dialog()->close();
-    QCoreApplication::processEvents();
-    QVERIFY(!pages.dialog());
-}
-
-void TestDialogLoader::onlyTheChoiceOfTheHeadsetWaits_data()
-{
-    QTest::addColumn<QString>("what");
-    for (const char *what : {"power", "network", "gpu", "update"})
-        QTest::newRow(what) << what;
-}
-
-void TestDialogLoader::onlyTheChoiceOfTheHeadsetWaits()
-{
-    QFETCH(QString, what);
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    wish(pages, "ports");
-    wish(pages, what);
-    pages.dialog()->close();
-    QCoreApplication::processEvents();
-    QVERIFY(!pages.dialog());
-}
-
-void TestDialogLoader::choiceOfTheHeadsetMayBeOver_data()
-{
-    QTest::addColumn<QString>("how");
-    for (const char *how : {"connected", "wired", "leaving", "closed"})
-        QTest::newRow(how) << how;
-}
-
-void TestDialogLoader::choiceOfTheHeadsetMayBeOver()
-{
-    QFETCH(QString, how);
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    wish(pages, "ports");
-    wish(pages, "headsets");
-    if (how == "connected")
-        pages.orb.becomeConnected(true);
-    else if (how == "wired")
-        pages.orb.becomeWired(true);
-    if (how == "leaving")
-        pages.click("close");
-    else if (how == "closed")
-        emit pages.orb.closeExe();
-    else
+    void dialogDimsTheWindow()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.orb.showPowerTip();
+        QVERIFY(pages.shown("dim"));
+        QCOMPARE(pages.item("dim")->property("color").value<QColor>(), QColor("#1A1B21"));
+        QCOMPARE(pages.item("dim")->opacity(), 0.8);
+        QCOMPARE(pages.item("dim")->size(), QSizeF(1360, 875));
         pages.dialog()->close();
-    QCoreApplication::processEvents();
-    QVERIFY(!pages.dialog());
-}
+        QVERIFY(!pages.shown("dim"));
+    }
 
-void TestDialogLoader::closedBlockingNoticeIsNoHindrance()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.orb.showUseProtPage("a.exe");
-    pages.dialog()->close();
-    QVariant blocked;
-    QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
-    QVERIFY(!blocked.toBool());
-    emit pages.orb.showPowerTip();
-    QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
-    QVERIFY(pages.dialog());
-}
+    void onlyMinimisingAndClosingWorkBelowTheDim()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        emit pages.orb.showPowerTip();
+        pages.orb.calls.clear();
 
-void TestDialogLoader::sameDialogIsMadeAnew()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.update.updateSignal("first", false);
-    emit pages.update.updateSignal("second", true);
-    QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("second"));
-    QVERIFY(pages.dialog()->property("isForce").toBool());
-}
+        for (const char *name : {"help", "steamHelp", "bannerHide"})
+            pages.click(name);
+        QCOMPARE(pages.orb.calls, QStringList());
+        QVERIFY(pages.shown("banner"));
+        pages.click("setting");
+        QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
 
-void TestDialogLoader::hiddenDialogIsDestroyed()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.orb.showPowerTip();
-    const QPointer<QWindow> dialog = pages.dialog();
-    QVERIFY(!pages.find("dropTimer")->property("running").toBool());
-    dialog->close();
-    QVERIFY(pages.find("dropTimer")->property("running").toBool());
-    pages.clock.advance(999);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(dialog);
-    pages.clock.advance(1);
-    QTRY_VERIFY(!dialog);
-    QCOMPARE(pages.dialogFile(), QString());
-    QVERIFY(!pages.find("dropTimer")->property("running").toBool());
-}
+        pages.click("minimise");
+        QCOMPARE(window->windowState(), Qt::WindowMinimized);
+        window->showNormal();
+        pages.click("close");
+        QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+    }
 
-void TestDialogLoader::namesOfProgramsAreHandedOver()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.orb.showUseProtPage("a.exe, <b>b.exe</b>");
-    QCOMPARE(pages.dialog()->property("names").toString(), QStringLiteral("a.exe, <b>b.exe</b>"));
-}
+    void keyboardGoesBackToTheDialog()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        emit pages.orb.showPowerTip();
+        QTRY_VERIFY(pages.dialog()->isActive());
+        bool returned = false;
+        connect(qApp, &QGuiApplication::focusWindowChanged, window,
+                [&](const QWindow *focused) { returned |= focused == window; });
+        window->requestActivate();
+        QTRY_VERIFY(returned);
+        QTRY_COMPARE(QGuiApplication::focusWindow(), pages.dialog());
+    }
 
-void TestDialogLoader::noteAndForceAreHandedOver()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.update.updateSignal("new<br>faster", false);
-    QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("new<br>faster"));
-    QVERIFY(!pages.dialog()->property("isForce").toBool());
-}
+    void laterWishReplacesAnOrdinaryDialog_data() { wishes(); }
+    void laterWishReplacesAnOrdinaryDialog()
+    {
+        QFETCH(QString, what);
+        QFETCH(QString, file);
 
-void TestDialogLoader::forcedUpdateStopsSteam_data()
-{
-    QTest::addColumn<bool>("forced");
-    QTest::addColumn<QStringList>("calls");
-    QTest::newRow("forced") << true << QStringList("stopSteam");
-    QTest::newRow("not forced") << false << QStringList();
-}
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.click("feedback");
+        const QPointer<QWindow> first = pages.dialog();
+        wish(pages, what);
+        QVERIFY(pages.dialog());
+        QVERIFY(pages.dialog() != first);
+        QCOMPARE(pages.dialogFile(), file);
+        QTRY_VERIFY(!first);
+    }
 
-void TestDialogLoader::forcedUpdateStopsSteam()
-{
-    QFETCH(bool, forced);
-    QFETCH(QStringList, calls);
+    void blockingNoticeStays_data()
+    {
+        QTest::addColumn<QString>("notice");
+        QTest::addColumn<QString>("what");
+        for (const char *notice : {"ports", "network", "gpu"}) {
+            for (const char *what :
+                 {"power", "headsets", "network", "ports", "gpu", "update", "forced update"})
+                QTest::addRow("%s, then %s", notice, what) << notice << what;
+        }
+    }
+    void blockingNoticeStays()
+    {
+        QFETCH(QString, notice);
+        QFETCH(QString, what);
 
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.orb.calls.clear();
-    bool shownWhenStopped = false;
-    pages.orb.onCall = [&](const QString &) { shownWhenStopped = pages.dialog() != nullptr; };
-    emit pages.update.updateSignal("new", forced);
-    QCOMPARE(pages.orb.calls, calls);
-    QCOMPARE(shownWhenStopped, forced);
-}
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        wish(pages, notice);
+        const QWindow *first = pages.dialog();
+        const QString file = pages.dialogFile();
+        QVariant blocked;
+        QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
+        QVERIFY(blocked.toBool());
 
-void TestDialogLoader::forcedUpdateThatIsNotShownStopsNothing()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    emit pages.orb.showUseProtPage("a.exe");
-    pages.orb.calls.clear();
-    emit pages.update.updateSignal("new", true);
-    QCOMPARE(pages.orb.calls, QStringList());
-}
+        wish(pages, what);
 
-void TestDialogLoader::switchAsksFirst_data()
-{
-    QTest::addColumn<bool>("wired");
-    QTest::addColumn<QString>("question");
-    QTest::addColumn<QStringList>("calls");
+        QCOMPARE(pages.dialog(), first);
+        QCOMPARE(pages.dialogFile(), file);
+    }
 
-    QTest::newRow("from wired") << true << zh("确定切换为无线串流")
-                                << QStringList{"reportstreamMode true true", "wired=false"};
-    QTest::newRow("from wireless") << false << zh("确定切换为有线串流")
-                                   << QStringList{"reportstreamMode false true", "wired=true"};
-}
+    // It is asked for only once a run.
+    void choiceOfTheHeadsetWaitsForTheNotice()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        wish(pages, "ports");
+        wish(pages, "headsets");
+        wish(pages, "power");
+        pages.dialog()->close();
+        QVERIFY(!pages.dialog());
+        QTRY_VERIFY(pages.dialog());
+        QCOMPARE(pages.dialogFile(), QStringLiteral("MoreSettingPage.qml"));
 
-void TestDialogLoader::switchAsksFirst()
-{
-    QFETCH(bool, wired);
-    QFETCH(QString, question);
-    QFETCH(QStringList, calls);
+        pages.dialog()->close();
+        QCoreApplication::processEvents();
+        QVERIFY(!pages.dialog());
+    }
 
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.orb.becomeWired(wired);
-    pages.orb.calls.clear();
+    void onlyTheChoiceOfTheHeadsetWaits_data()
+    {
+        QTest::addColumn<QString>("what");
+        for (const char *what : {"power", "network", "gpu", "update"})
+            QTest::newRow(what) << what;
+    }
+    void onlyTheChoiceOfTheHeadsetWaits()
+    {
+        QFETCH(QString, what);
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        wish(pages, "ports");
+        wish(pages, what);
+        pages.dialog()->close();
+        QCoreApplication::processEvents();
+        QVERIFY(!pages.dialog());
+    }
 
-    pages.click("switchMode");
-    QCOMPARE(pages.dialog()->property("text").toString(), question);
-    QCOMPARE(pages.orb.calls, QStringList());
+    void choiceOfTheHeadsetMayBeOver_data()
+    {
+        QTest::addColumn<QString>("how");
+        for (const char *how : {"connected", "wired", "leaving", "closed"})
+            QTest::newRow(how) << how;
+    }
+    void choiceOfTheHeadsetMayBeOver()
+    {
+        QFETCH(QString, how);
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        wish(pages, "ports");
+        wish(pages, "headsets");
+        if (how == "connected")
+            pages.orb.becomeConnected(true);
+        else if (how == "wired")
+            pages.orb.becomeWired(true);
+        if (how == "leaving")
+            pages.click("close");
+        else if (how == "closed")
+            emit pages.orb.closeExe();
+        else
+            pages.dialog()->close();
+        QCoreApplication::processEvents();
+        QVERIFY(!pages.dialog());
+    }
 
-    QMetaObject::invokeMethod(pages.dialog(), "accepted");
-    QCOMPARE(pages.orb.calls, calls);
-}
+    void closedBlockingNoticeIsNoHindrance()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.orb.showUseProtPage("a.exe");
+        pages.dialog()->close();
+        QVariant blocked;
+        QMetaObject::invokeMethod(pages.window(), "checkWin", Q_RETURN_ARG(QVariant, blocked));
+        QVERIFY(!blocked.toBool());
+        emit pages.orb.showPowerTip();
+        QCOMPARE(pages.dialogFile(), QStringLiteral("PowerDownPage.qml"));
+        QVERIFY(pages.dialog());
+    }
 
-void TestDialogLoader::switchMayBeCancelled()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.orb.calls.clear();
-    pages.click("switchMode");
-    pages.dialog()->close();
-    QCOMPARE(pages.orb.calls, QStringList());
-}
+    void sameDialogIsMadeAnew()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.update.updateSignal("first", false);
+        emit pages.update.updateSignal("second", true);
+        QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("second"));
+        QVERIFY(pages.dialog()->property("isForce").toBool());
+    }
 
-void TestDialogLoader::dialogMayShowAToast()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.click("feedback");
-    QMetaObject::invokeMethod(pages.dialog(), "toast", Q_ARG(QString, "thanks"), Q_ARG(int, 3000));
-    QCOMPARE(pages.text("toastContent"), QStringLiteral("thanks"));
-    QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 3000);
-    QVERIFY(qobject_cast<QQuickWindow *>(pages.find("toast"))->isVisible());
-}
+    void hiddenDialogIsDestroyed()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.orb.showPowerTip();
+        const QPointer<QWindow> dialog = pages.dialog();
+        QVERIFY(!pages.find("dropTimer")->property("running").toBool());
+        dialog->close();
+        QVERIFY(pages.find("dropTimer")->property("running").toBool());
+        pages.clock.advance(999);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(dialog);
+        pages.clock.advance(1);
+        QTRY_VERIFY(!dialog);
+        QCOMPARE(pages.dialogFile(), QString());
+        QVERIFY(!pages.find("dropTimer")->property("running").toBool());
+    }
 
-void TestDialogLoader::dialogMayOpenAnother()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    pages.load();
-    pages.click("setting");
-    QMetaObject::invokeMethod(pages.dialog(), "openPage",
-                              Q_ARG(QString, "qrc:/qml/windows/WaitPage.qml"),
-                              Q_ARG(QVariant, QVariantMap({{"text", "a moment"}})));
-    QCOMPARE(pages.dialogFile(), QStringLiteral("WaitPage.qml"));
-    QCOMPARE(pages.dialog()->property("text").toString(), QStringLiteral("a moment"));
-}
+    void namesOfProgramsAreHandedOver()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.orb.showUseProtPage("a.exe, <b>b.exe</b>");
+        QCOMPARE(pages.dialog()->property("names").toString(),
+                 QStringLiteral("a.exe, <b>b.exe</b>"));
+    }
 
-void TestDialogLoader::dialogMayCloseTheProgram()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    emit pages.update.updateSignal("new", false);
-    pages.orb.calls.clear();
-    QMetaObject::invokeMethod(pages.dialog(), "closeMain");
-    QVERIFY(!pages.dialog());
-    QVERIFY(!window->isVisible());
-    QCOMPARE(pages.orb.calls, QStringList());
-}
+    void noteAndForceAreHandedOver()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.update.updateSignal("new<br>faster", false);
+        QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("new<br>faster"));
+        QVERIFY(!pages.dialog()->property("isForce").toBool());
+    }
 
-void TestDialogLoader::dialogMayLeaveTheProgramAndIsDoneBefore()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    emit pages.update.updateSignal("new", true);
-    pages.orb.calls.clear();
-    QMetaObject::invokeMethod(pages.dialog(), "leaveProgram");
-    QCOMPARE(pages.orb.calls, QStringList());
-    QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
-    QVERIFY(!pages.dialog());
-    QVERIFY(!window->isVisible());
-}
+    void forcedUpdateStopsSteam_data()
+    {
+        QTest::addColumn<bool>("forced");
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("forced") << true << QStringList("stopSteam");
+        QTest::newRow("not forced") << false << QStringList();
+    }
+    void forcedUpdateStopsSteam()
+    {
+        QFETCH(bool, forced);
+        QFETCH(QStringList, calls);
 
-void TestDialogLoader::closeRequestClosesTheDialogFirst()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    emit pages.orb.showUseProtPage("a.exe");
-    pages.orb.calls.clear();
-    bool dialogWhenTold = true;
-    bool windowWhenTold = false;
-    pages.orb.onCall = [&](const QString &) {
-        dialogWhenTold = pages.dialog() != nullptr;
-        windowWhenTold = window->isVisible();
-    };
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.orb.calls.clear();
+        bool shownWhenStopped = false;
+        pages.orb.onCall = [&](const QString &) { shownWhenStopped = pages.dialog() != nullptr; };
+        emit pages.update.updateSignal("new", forced);
+        QCOMPARE(pages.orb.calls, calls);
+        QCOMPARE(shownWhenStopped, forced);
+    }
 
-    QCloseEvent request;
-    QCoreApplication::sendEvent(window, &request);
+    void forcedUpdateThatIsNotShownStopsNothing()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        emit pages.orb.showUseProtPage("a.exe");
+        pages.orb.calls.clear();
+        emit pages.update.updateSignal("new", true);
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
 
-    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
-    QVERIFY(!dialogWhenTold);
-    QVERIFY(windowWhenTold);
-    QVERIFY(!window->isVisible());
-}
+    void switchAsksFirst_data()
+    {
+        QTest::addColumn<bool>("wired");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<QStringList>("calls");
 
-void TestDialogLoader::closeRequestOfTheDialogLeavesTheWindow()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    FramelessQuickWindow *window = pages.load();
-    pages.click("feedback");
-    pages.orb.calls.clear();
-    QCloseEvent request;
-    QCoreApplication::sendEvent(pages.dialog(), &request);
-    QVERIFY(!pages.dialog());
-    QVERIFY(window->isVisible());
-    QCOMPARE(pages.orb.calls, QStringList());
-}
+        QTest::newRow("from wired") << true << zh("确定切换为无线串流")
+                                    << QStringList{"reportstreamMode true true", "wired=false"};
+        QTest::newRow("from wireless") << false << zh("确定切换为有线串流")
+                                       << QStringList{"reportstreamMode false true", "wired=true"};
+    }
+    void switchAsksFirst()
+    {
+        QFETCH(bool, wired);
+        QFETCH(QString, question);
+        QFETCH(QStringList, calls);
 
-void TestDialogLoader::portsAreAskedForWhenTheWindowIsThere()
-{
-    Interface pages;
-    pages.realDialogs = false;
-    // The controller answers the question of the start at once.
-    pages.orb.onCall = [&](const QString &call) {
-        if (call == QLatin1String("checkPortUsage"))
-            emit pages.orb.showUseProtPage("a.exe");
-    };
-    pages.load();
-    QVERIFY(pages.dialog());
-    QCOMPARE(pages.dialogFile(), QStringLiteral("UsePortProcessTips.qml"));
-    QVERIFY(pages.window()->isVisible());
-}
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.orb.becomeWired(wired);
+        pages.orb.calls.clear();
+
+        pages.click("switchMode");
+        QCOMPARE(pages.dialog()->property("text").toString(), question);
+        QCOMPARE(pages.orb.calls, QStringList());
+
+        QMetaObject::invokeMethod(pages.dialog(), "accepted");
+        QCOMPARE(pages.orb.calls, calls);
+    }
+
+    void switchMayBeCancelled()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.orb.calls.clear();
+        pages.click("switchMode");
+        pages.dialog()->close();
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
+
+    void dialogMayShowAToast()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.click("feedback");
+        QMetaObject::invokeMethod(pages.dialog(), "toast", Q_ARG(QString, "thanks"),
+                                  Q_ARG(int, 3000));
+        QCOMPARE(pages.text("toastContent"), QStringLiteral("thanks"));
+        QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 3000);
+        QVERIFY(qobject_cast<QQuickWindow *>(pages.find("toast"))->isVisible());
+    }
+
+    void dialogMayOpenAnother()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        pages.load();
+        pages.click("setting");
+        QMetaObject::invokeMethod(pages.dialog(), "openPage",
+                                  Q_ARG(QString, "qrc:/qml/windows/WaitPage.qml"),
+                                  Q_ARG(QVariant, QVariantMap({{"text", "a moment"}})));
+        QCOMPARE(pages.dialogFile(), QStringLiteral("WaitPage.qml"));
+        QCOMPARE(pages.dialog()->property("text").toString(), QStringLiteral("a moment"));
+    }
+
+    void dialogMayCloseTheProgram()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        emit pages.update.updateSignal("new", false);
+        pages.orb.calls.clear();
+        QMetaObject::invokeMethod(pages.dialog(), "closeMain");
+        QVERIFY(!pages.dialog());
+        QVERIFY(!window->isVisible());
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
+
+    void dialogMayLeaveTheProgramAndIsDoneBefore()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        emit pages.update.updateSignal("new", true);
+        pages.orb.calls.clear();
+        QMetaObject::invokeMethod(pages.dialog(), "leaveProgram");
+        QCOMPARE(pages.orb.calls, QStringList());
+        QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
+        QVERIFY(!pages.dialog());
+        QVERIFY(!window->isVisible());
+    }
+
+    void closeRequestClosesTheDialogFirst()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        emit pages.orb.showUseProtPage("a.exe");
+        pages.orb.calls.clear();
+        bool dialogWhenTold = true;
+        bool windowWhenTold = false;
+        pages.orb.onCall = [&](const QString &) {
+            dialogWhenTold = pages.dialog() != nullptr;
+            windowWhenTold = window->isVisible();
+        };
+
+        QCloseEvent request;
+        QCoreApplication::sendEvent(window, &request);
+
+        QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+        QVERIFY(!dialogWhenTold);
+        QVERIFY(windowWhenTold);
+        QVERIFY(!window->isVisible());
+    }
+
+    void closeRequestOfTheDialogLeavesTheWindow()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        FramelessQuickWindow *window = pages.load();
+        pages.click("feedback");
+        pages.orb.calls.clear();
+        QCloseEvent request;
+        QCoreApplication::sendEvent(pages.dialog(), &request);
+        QVERIFY(!pages.dialog());
+        QVERIFY(window->isVisible());
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
+
+    void portsAreAskedForWhenTheWindowIsThere()
+    {
+        Interface pages;
+        pages.realDialogs = false;
+        // The controller answers the question of the start at once.
+        pages.orb.onCall = [&](const QString &call) {
+            if (call == QLatin1String("checkPortUsage"))
+                emit pages.orb.showUseProtPage("a.exe");
+        };
+        pages.load();
+        QVERIFY(pages.dialog());
+        QCOMPARE(pages.dialogFile(), QStringLiteral("UsePortProcessTips.qml"));
+        QVERIFY(pages.window()->isVisible());
+    }
+};
 
 KOLM_GUI_TEST_MAIN(TestDialogLoader)
 #include "tst_dialog_loader.moc"

@@ -10,428 +10,393 @@ class TestDialogs : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { registerInterface(); }
-
-    void everyDialogHasTheSameFrame_data() { dialogRows(); }
-    void everyDialogHasTheSameFrame();
-    void everyWayOutAsksForNothing_data();
-    void everyWayOutAsksForNothing();
-    void mainButtonDoesWhatItSays_data();
-    void mainButtonDoesWhatItSays();
-
-    void switchIsOnlyAskedForWhenTheDialogIsGone();
-    void batteryNoticeGoesWithTheBattery();
-    void driverNoticeLeadsToTheHelp();
-    void programsAreListed_data();
-    void programsAreListed();
-    void portsThatAreStillTakenKeepTheNotice();
-    void portsThatAreFreeAreAnnounced();
-
-    void installedUpdateClosesTheProgram();
-    void failedUpdateMayBeTriedAgain();
-    void optionalUpdateMayWait_data();
-    void optionalUpdateMayWait();
-    void forcedUpdateCannotBePutOff();
-    void declinedForcedUpdateLeavesTheProgram_data();
-    void declinedForcedUpdateLeavesTheProgram();
-    void noteIsShownLineByLineAndUnread();
-    void downloadShowsHowFarItIs();
-
-    void systemIsShownInThreeColumns();
-    void systemFollowsTheCheck();
-    void waitEndsByItself();
-    void waitCannotBeSkipped();
-    void slowEndIsToldOf();
-    void programIsLeftOnce();
-
-private:
     static QStringList texts(Interface &pages)
     {
         return Interface::texts(pages.dialog()->contentItem());
     }
     static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
-};
 
-void TestDialogs::everyDialogHasTheSameFrame()
-{
-    QFETCH(QString, state);
-    Interface pages;
-    showDialog(pages, state);
-    const FramelessQuickWindow *dialog = pages.dialog();
-    QVERIFY(!dialog->needShadow());
-    QVERIFY(dialog->titleBar());
-    QVERIFY(!dialog->title().isEmpty());
-    QCOMPARE(texts(pages).first(), dialog->title());
-    QVERIFY(dialog->width() <= pages.window()->width());
-    QVERIFY(dialog->height() <= pages.window()->height());
-    // On the grid, so that nothing is blurred at 125 %.
-    QCOMPARE(dialog->width() % 8, 0);
-    QCOMPARE(dialog->height() % 8, 0);
-}
+private slots:
+    void initTestCase() { registerInterface(); }
 
-void TestDialogs::everyWayOutAsksForNothing_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QString>("way");
-    for (const char *state :
-         {"settings, custom", "headsets", "feedback", "feedback, full", "system", "confirm wired",
-          "power", "network", "ports", "driver", "update"}) {
-        for (const char *way : {"Escape", "icon", "close request", "cancel"}) {
-            const bool onlyOneButton =
-                QList<QByteArray>{"system", "power", "driver"}.contains(state);
-            if (!onlyOneButton || qstrcmp(way, "cancel") != 0)
-                QTest::addRow("%s, %s", state, way) << state << way;
+    void everyDialogHasTheSameFrame_data() { dialogRows(); }
+    void everyDialogHasTheSameFrame()
+    {
+        QFETCH(QString, state);
+        Interface pages;
+        showDialog(pages, state);
+        const FramelessQuickWindow *dialog = pages.dialog();
+        QVERIFY(!dialog->needShadow());
+        QVERIFY(dialog->titleBar());
+        QVERIFY(!dialog->title().isEmpty());
+        QCOMPARE(texts(pages).first(), dialog->title());
+        QVERIFY(dialog->width() <= pages.window()->width());
+        QVERIFY(dialog->height() <= pages.window()->height());
+        // On the grid, so that nothing is blurred at 125 %.
+        QCOMPARE(dialog->width() % 8, 0);
+        QCOMPARE(dialog->height() % 8, 0);
+    }
+
+    void everyWayOutAsksForNothing_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QString>("way");
+        for (const char *state :
+             {"settings, custom", "headsets", "feedback", "feedback, full", "system",
+              "confirm wired", "power", "network", "ports", "driver", "update"}) {
+            for (const char *way : {"Escape", "icon", "close request", "cancel"}) {
+                const bool onlyOneButton =
+                    QList<QByteArray>{"system", "power", "driver"}.contains(state);
+                if (!onlyOneButton || qstrcmp(way, "cancel") != 0)
+                    QTest::addRow("%s, %s", state, way) << state << way;
+            }
         }
     }
-}
+    void everyWayOutAsksForNothing()
+    {
+        QFETCH(QString, state);
+        QFETCH(QString, way);
 
-void TestDialogs::everyWayOutAsksForNothing()
-{
-    QFETCH(QString, state);
-    QFETCH(QString, way);
-
-    Interface pages;
-    showDialog(pages, state);
-    if (way == "Escape") {
-        press(pages, Qt::Key_Escape);
-    } else if (way == "icon") {
-        pages.click(pages.inDialog("close"));
-    } else if (way == "cancel") {
-        pages.click(pages.inDialog("cancel"));
-    } else {
-        QCloseEvent request;
-        QCoreApplication::sendEvent(pages.dialog(), &request);
+        Interface pages;
+        showDialog(pages, state);
+        if (way == "Escape") {
+            press(pages, Qt::Key_Escape);
+        } else if (way == "icon") {
+            pages.click(pages.inDialog("close"));
+        } else if (way == "cancel") {
+            pages.click(pages.inDialog("cancel"));
+        } else {
+            QCloseEvent request;
+            QCoreApplication::sendEvent(pages.dialog(), &request);
+        }
+        QVERIFY(!pages.dialog());
+        QVERIFY(pages.window()->isVisible());
+        QCOMPARE(pages.orb.calls, QStringList());
     }
-    QVERIFY(!pages.dialog());
-    QVERIFY(pages.window()->isVisible());
-    QCOMPARE(pages.orb.calls, QStringList());
-}
 
-void TestDialogs::mainButtonDoesWhatItSays_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QStringList>("calls");
-    QTest::addColumn<bool>("byKey");
-    for (bool byKey : {false, true}) {
-        const char *how = byKey ? "Enter" : "mouse";
-        const auto row = [&](const char *state, const QStringList &calls) {
-            QTest::addRow("%s, %s", state, how) << state << calls << byKey;
-        };
-        row("confirm wired", {"reportstreamMode false true", "wired=true"});
-        row("confirm wireless", {"reportstreamMode true true", "wired=false"});
-        row("power", {});
-        row("network", {"openNetworkSetting"});
-        row("driver", {});
-        row("system", {});
-        row("ports, free", {});
+    void mainButtonDoesWhatItSays_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QStringList>("calls");
+        QTest::addColumn<bool>("byKey");
+        for (bool byKey : {false, true}) {
+            const char *how = byKey ? "Enter" : "mouse";
+            const auto row = [&](const char *state, const QStringList &calls) {
+                QTest::addRow("%s, %s", state, how) << state << calls << byKey;
+            };
+            row("confirm wired", {"reportstreamMode false true", "wired=true"});
+            row("confirm wireless", {"reportstreamMode true true", "wired=false"});
+            row("power", {});
+            row("network", {"openNetworkSetting"});
+            row("driver", {});
+            row("system", {});
+            row("ports, free", {});
+        }
     }
-}
+    void mainButtonDoesWhatItSays()
+    {
+        QFETCH(QString, state);
+        QFETCH(QStringList, calls);
+        QFETCH(bool, byKey);
 
-void TestDialogs::mainButtonDoesWhatItSays()
-{
-    QFETCH(QString, state);
-    QFETCH(QStringList, calls);
-    QFETCH(bool, byKey);
+        Interface pages;
+        showDialog(pages, state);
+        if (byKey)
+            press(pages, Qt::Key_Return);
+        else
+            pages.click(pages.inDialog("confirm"));
+        QVERIFY(!pages.dialog());
+        QCOMPARE(pages.orb.calls, calls);
+    }
 
-    Interface pages;
-    showDialog(pages, state);
-    if (byKey)
+    void switchIsOnlyAskedForWhenTheDialogIsGone()
+    {
+        // The switch keeps the windows from drawing for seconds.
+        Interface pages;
+        showDialog(pages, "confirm wired");
+        bool shown = true;
+        pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
         press(pages, Qt::Key_Return);
-    else
-        pages.click(pages.inDialog("confirm"));
-    QVERIFY(!pages.dialog());
-    QCOMPARE(pages.orb.calls, calls);
-}
-
-void TestDialogs::switchIsOnlyAskedForWhenTheDialogIsGone()
-{
-    // The switch keeps the windows from drawing for seconds.
-    Interface pages;
-    showDialog(pages, "confirm wired");
-    bool shown = true;
-    pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
-    press(pages, Qt::Key_Return);
-    QVERIFY(!shown);
-}
-
-void TestDialogs::batteryNoticeGoesWithTheBattery()
-{
-    Interface pages;
-    showDialog(pages, "power");
-    emit pages.orb.closePowerTip();
-    QVERIFY(!pages.dialog());
-}
-
-void TestDialogs::driverNoticeLeadsToTheHelp()
-{
-    Interface pages;
-    showDialog(pages, "driver");
-    pages.click(pages.inDialog("help"));
-    QCOMPARE(pages.orb.calls, QStringList("gotoWeb 1"));
-    QVERIFY(pages.dialog());
-}
-
-void TestDialogs::programsAreListed_data()
-{
-    QTest::addColumn<QString>("names");
-    QTest::addColumn<QStringList>("shown");
-
-    QTest::newRow("one") << "nginx.exe" << QStringList{"nginx.exe"};
-    QTest::newRow("semicolon") << "a.exe;b.exe" << QStringList{"a.exe", "b.exe"};
-    QTest::newRow("comma") << "a.exe, b.exe" << QStringList{"a.exe", "b.exe"};
-    QTest::newRow("Chinese comma") << zh("a.exe、b.exe") << QStringList{"a.exe", "b.exe"};
-    QTest::newRow("comma in a name") << "a,b.exe, c.exe" << QStringList{"a,b.exe", "c.exe"};
-    QTest::newRow("blank in a name") << "a b.exe;c.exe" << QStringList{"a b.exe", "c.exe"};
-    QTest::newRow("nothing between") << "a.exe;;" << QStringList{"a.exe"};
-}
-
-void TestDialogs::programsAreListed()
-{
-    QFETCH(QString, names);
-    QFETCH(QStringList, shown);
-
-    Interface pages;
-    QVERIFY(pages.load());
-    emit pages.orb.showUseProtPage(names);
-    pages.settle();
-    QCOMPARE(Interface::texts(pages.inDialog("programs")), shown);
-}
-
-void TestDialogs::portsThatAreStillTakenKeepTheNotice()
-{
-    Interface pages;
-    showDialog(pages, "ports");
-    pages.orb.portHolders = "python.exe";
-    pages.click(pages.inDialog("confirm"));
-    pages.settle();
-    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
-    QVERIFY(texts(pages).contains("python.exe"));
-    QVERIFY(!texts(pages).contains("nginx.exe"));
-    QVERIFY(!pages.inDialog("free"));
-}
-
-void TestDialogs::portsThatAreFreeAreAnnounced()
-{
-    Interface pages;
-    showDialog(pages, "ports");
-    press(pages, Qt::Key_Return);
-    pages.settle();
-    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
-    QVERIFY(pages.inDialog("free"));
-    QVERIFY(!pages.inDialog("programs"));
-    press(pages, Qt::Key_Return);
-    QVERIFY(!pages.dialog());
-    QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
-}
-
-void TestDialogs::installedUpdateClosesTheProgram()
-{
-    Interface pages;
-    showDialog(pages, "update");
-    pages.click(pages.inDialog("confirm"));
-    QCOMPARE(pages.orb.calls, (QStringList{"setup", "shutdownADB"}));
-    QVERIFY(!pages.dialog());
-    QVERIFY(!pages.window()->isVisible());
-}
-
-void TestDialogs::failedUpdateMayBeTriedAgain()
-{
-    Interface pages;
-    pages.update.setupSucceeds = false;
-    showDialog(pages, "update");
-    press(pages, Qt::Key_Return);
-    QCOMPARE(pages.orb.calls, QStringList("setup"));
-    QCOMPARE(pages.text("toastContent"), zh("安装失败请重试！"));
-    QVERIFY(pages.window()->isVisible());
-    QVERIFY(texts(pages).contains(zh("安装未能开始")));
-
-    press(pages, Qt::Key_Return);
-    QCOMPARE(pages.orb.calls, (QStringList{"setup", "setup"}));
-}
-
-void TestDialogs::optionalUpdateMayWait_data()
-{
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("Escape") << true;
-    QTest::newRow("button") << false;
-}
-
-void TestDialogs::optionalUpdateMayWait()
-{
-    QFETCH(bool, byKey);
-    Interface pages;
-    showDialog(pages, "update");
-    QVERIFY(!pages.inDialog("leave"));
-    if (byKey)
-        press(pages, Qt::Key_Escape);
-    else
-        pages.click(pages.inDialog("cancel"));
-    QVERIFY(!pages.dialog());
-    QVERIFY(pages.window()->isVisible());
-    QCOMPARE(pages.orb.calls, QStringList());
-}
-
-void TestDialogs::forcedUpdateCannotBePutOff()
-{
-    Interface pages;
-    showDialog(pages, "update, forced");
-    QVERIFY(!pages.inDialog("cancel"));
-    QVERIFY(!pages.inDialog("close"));
-    press(pages, Qt::Key_Escape);
-    QVERIFY(pages.dialog());
-    QCOMPARE(pages.orb.calls, QStringList());
-}
-
-void TestDialogs::declinedForcedUpdateLeavesTheProgram_data()
-{
-    QTest::addColumn<bool>("byRequest");
-    QTest::newRow("button") << false;
-    QTest::newRow("close request") << true;
-}
-
-void TestDialogs::declinedForcedUpdateLeavesTheProgram()
-{
-    QFETCH(bool, byRequest);
-    Interface pages;
-    showDialog(pages, "update, forced");
-    if (byRequest) {
-        QCloseEvent request;
-        QCoreApplication::sendEvent(pages.dialog(), &request);
-    } else {
-        pages.click(pages.inDialog("leave"));
+        QVERIFY(!shown);
     }
-    QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
-    QVERIFY(!pages.dialog());
-    QVERIFY(!pages.window()->isVisible());
-}
 
-void TestDialogs::noteIsShownLineByLineAndUnread()
-{
-    Interface pages;
-    QVERIFY(pages.load());
-    emit pages.update.updateSignal("one<br>two <b>bold</b>", false);
-    pages.settle();
-    QCOMPARE(pages.inDialog("news")->property("text").toString(), QString("one\ntwo <b>bold</b>"));
-    QCOMPARE(pages.inDialog("news")->property("lineCount").toInt(), 2);
-}
-
-void TestDialogs::downloadShowsHowFarItIs()
-{
-    Interface pages;
-    showDialog(pages, "update");
-    QVERIFY(!pages.inDialog("progress"));
-    emit pages.update.processStatus(0.37F);
-    pages.settle();
-    QVERIFY(texts(pages).contains(zh("正在下载：37%")));
-    emit pages.update.processStatus(-512); // the size is not known
-    pages.settle();
-    QVERIFY(texts(pages).contains(zh("正在下载")));
-    QVERIFY(!pages.inDialog("done"));
-    emit pages.update.downExeFinish();
-    QVERIFY(!pages.inDialog("progress"));
-}
-
-void TestDialogs::systemIsShownInThreeColumns()
-{
-    Interface pages;
-    showDialog(pages, "system");
-    const QStringList shown = texts(pages);
-    QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
-    QCOMPARE(shown.mid(1, 7),
-             (QStringList{zh("当前配置"), zh("最低配置"), zh("推荐配置"), zh("操作系统："),
-                          "Windows 11 Professional Workstation", zh("处理器："),
-                          "AMD Ryzen 9 7950X3D 16-Core Processor"}));
-    // What belongs together is level, and each column is below its title.
-    QList<QPointF> labels;
-    QList<QPointF> titles;
-    for (QQuickItem *item : Interface::shownItems(pages.inDialog("table"))) {
-        if (item->property("text").toString() == zh("显卡："))
-            labels.append(item->mapToScene({}));
-        if (item->objectName() == "columnTitle")
-            titles.append(item->mapToScene({}));
-    }
-    QCOMPARE(labels.size(), 3);
-    QCOMPARE(titles.size(), 3);
-    for (int column = 0; column < 3; ++column) {
-        QCOMPARE(labels[column].y(), labels[0].y());
-        QCOMPARE(labels[column].x(), titles[column].x());
-    }
-    // Each look at the verdict would count as a page view.
-    QCOMPARE(pages.orb.hardwareReads, 0);
-}
-
-void TestDialogs::systemFollowsTheCheck()
-{
-    Interface pages;
-    showDialog(pages, "system, unknown");
-    QVERIFY(pages.inDialog("empty"));
-    QVERIFY(!pages.inDialog("table"));
-    pages.orb.becomeSystemInfo(systemInfoText(), "[]");
-    pages.settle();
-    QVERIFY(!pages.inDialog("empty"));
-    QVERIFY(pages.inDialog("table"));
-}
-
-void TestDialogs::waitEndsByItself()
-{
-    Interface pages;
-    showDialog(pages, "wait");
-    auto *timer = pages.dialog()->findChild<QObject *>("limitTimer");
-    QCOMPARE(timer->property("interval").toInt(), 30000);
-    QVERIFY(timer->property("running").toBool());
-    pages.clock.advance(29999);
-    QVERIFY(pages.dialog());
-    pages.clock.advance(1);
-    QVERIFY(!pages.dialog());
-}
-
-void TestDialogs::waitCannotBeSkipped()
-{
-    Interface pages;
-    showDialog(pages, "wait");
-    QVERIFY(!pages.inDialog("close"));
-    press(pages, Qt::Key_Escape);
-    press(pages, Qt::Key_Return);
-    QVERIFY(pages.dialog());
-}
-
-void TestDialogs::slowEndIsToldOf()
-{
-    Interface pages;
-    QVERIFY(pages.load());
-    QString file;
-    pages.orb.onCall = [&](const QString &call) {
-        if (call != "closeApp")
-            return;
+    void batteryNoticeGoesWithTheBattery()
+    {
+        Interface pages;
+        showDialog(pages, "power");
+        emit pages.orb.closePowerTip();
         QVERIFY(!pages.dialog());
-        pages.clock.advance(499);
-        QVERIFY(!pages.dialog());
-        pages.clock.advance(1);
-        file = pages.dialogFile();
+    }
+
+    void driverNoticeLeadsToTheHelp()
+    {
+        Interface pages;
+        showDialog(pages, "driver");
+        pages.click(pages.inDialog("help"));
+        QCOMPARE(pages.orb.calls, QStringList("gotoWeb 1"));
         QVERIFY(pages.dialog());
-        pages.settle();
-        QVERIFY(texts(pages).contains(zh("正在退出")));
-        QVERIFY(!pages.dialog()->findChild<QObject *>("limitTimer")->property("running").toBool());
-    };
-    pages.click("close");
-    QCOMPARE(file, QString("WaitPage.qml"));
-    QVERIFY(!pages.dialog());
-    QVERIFY(!pages.window()->isVisible());
-}
+    }
 
-void TestDialogs::programIsLeftOnce()
-{
-    Interface pages;
-    QVERIFY(pages.load());
-    pages.orb.calls.clear();
-    pages.orb.onCall = [&](const QString &) {
-        QCloseEvent again;
-        QCoreApplication::sendEvent(pages.window(), &again);
-    };
-    pages.click("close");
-    QCOMPARE(pages.orb.calls, QStringList("closeApp"));
-}
+    void programsAreListed_data()
+    {
+        QTest::addColumn<QString>("names");
+        QTest::addColumn<QStringList>("shown");
+
+        QTest::newRow("one") << "nginx.exe" << QStringList{"nginx.exe"};
+        QTest::newRow("semicolon") << "a.exe;b.exe" << QStringList{"a.exe", "b.exe"};
+        QTest::newRow("comma") << "a.exe, b.exe" << QStringList{"a.exe", "b.exe"};
+        QTest::newRow("Chinese comma") << zh("a.exe、b.exe") << QStringList{"a.exe", "b.exe"};
+        QTest::newRow("comma in a name") << "a,b.exe, c.exe" << QStringList{"a,b.exe", "c.exe"};
+        QTest::newRow("blank in a name") << "a b.exe;c.exe" << QStringList{"a b.exe", "c.exe"};
+        QTest::newRow("nothing between") << "a.exe;;" << QStringList{"a.exe"};
+    }
+    void programsAreListed()
+    {
+        QFETCH(QString, names);
+        QFETCH(QStringList, shown);
+
+        Interface pages;
+        QVERIFY(pages.load());
+        emit pages.orb.showUseProtPage(names);
+        pages.settle();
+        QCOMPARE(Interface::texts(pages.inDialog("programs")), shown);
+    }
+
+    void portsThatAreStillTakenKeepTheNotice()
+    {
+        Interface pages;
+        showDialog(pages, "ports");
+        pages.orb.portHolders = "python.exe";
+        pages.click(pages.inDialog("confirm"));
+        pages.settle();
+        QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+        QVERIFY(texts(pages).contains("python.exe"));
+        QVERIFY(!texts(pages).contains("nginx.exe"));
+        QVERIFY(!pages.inDialog("free"));
+    }
+
+    void portsThatAreFreeAreAnnounced()
+    {
+        Interface pages;
+        showDialog(pages, "ports");
+        press(pages, Qt::Key_Return);
+        pages.settle();
+        QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+        QVERIFY(pages.inDialog("free"));
+        QVERIFY(!pages.inDialog("programs"));
+        press(pages, Qt::Key_Return);
+        QVERIFY(!pages.dialog());
+        QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
+    }
+
+    void installedUpdateClosesTheProgram()
+    {
+        Interface pages;
+        showDialog(pages, "update");
+        pages.click(pages.inDialog("confirm"));
+        QCOMPARE(pages.orb.calls, (QStringList{"setup", "shutdownADB"}));
+        QVERIFY(!pages.dialog());
+        QVERIFY(!pages.window()->isVisible());
+    }
+
+    void failedUpdateMayBeTriedAgain()
+    {
+        Interface pages;
+        pages.update.setupSucceeds = false;
+        showDialog(pages, "update");
+        press(pages, Qt::Key_Return);
+        QCOMPARE(pages.orb.calls, QStringList("setup"));
+        QCOMPARE(pages.text("toastContent"), zh("安装失败请重试！"));
+        QVERIFY(pages.window()->isVisible());
+        QVERIFY(texts(pages).contains(zh("安装未能开始")));
+
+        press(pages, Qt::Key_Return);
+        QCOMPARE(pages.orb.calls, (QStringList{"setup", "setup"}));
+    }
+
+    void optionalUpdateMayWait_data()
+    {
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("Escape") << true;
+        QTest::newRow("button") << false;
+    }
+    void optionalUpdateMayWait()
+    {
+        QFETCH(bool, byKey);
+        Interface pages;
+        showDialog(pages, "update");
+        QVERIFY(!pages.inDialog("leave"));
+        if (byKey)
+            press(pages, Qt::Key_Escape);
+        else
+            pages.click(pages.inDialog("cancel"));
+        QVERIFY(!pages.dialog());
+        QVERIFY(pages.window()->isVisible());
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
+
+    void forcedUpdateCannotBePutOff()
+    {
+        Interface pages;
+        showDialog(pages, "update, forced");
+        QVERIFY(!pages.inDialog("cancel"));
+        QVERIFY(!pages.inDialog("close"));
+        press(pages, Qt::Key_Escape);
+        QVERIFY(pages.dialog());
+        QCOMPARE(pages.orb.calls, QStringList());
+    }
+
+    void declinedForcedUpdateLeavesTheProgram_data()
+    {
+        QTest::addColumn<bool>("byRequest");
+        QTest::newRow("button") << false;
+        QTest::newRow("close request") << true;
+    }
+    void declinedForcedUpdateLeavesTheProgram()
+    {
+        QFETCH(bool, byRequest);
+        Interface pages;
+        showDialog(pages, "update, forced");
+        if (byRequest) {
+            QCloseEvent request;
+            QCoreApplication::sendEvent(pages.dialog(), &request);
+        } else {
+            pages.click(pages.inDialog("leave"));
+        }
+        QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
+        QVERIFY(!pages.dialog());
+        QVERIFY(!pages.window()->isVisible());
+    }
+
+    void noteIsShownLineByLineAndUnread()
+    {
+        Interface pages;
+        QVERIFY(pages.load());
+        emit pages.update.updateSignal("one<br>two <b>bold</b>", false);
+        pages.settle();
+        QCOMPARE(pages.inDialog("news")->property("text").toString(),
+                 QString("one\ntwo <b>bold</b>"));
+        QCOMPARE(pages.inDialog("news")->property("lineCount").toInt(), 2);
+    }
+
+    void downloadShowsHowFarItIs()
+    {
+        Interface pages;
+        showDialog(pages, "update");
+        QVERIFY(!pages.inDialog("progress"));
+        emit pages.update.processStatus(0.37F);
+        pages.settle();
+        QVERIFY(texts(pages).contains(zh("正在下载：37%")));
+        emit pages.update.processStatus(-512); // the size is not known
+        pages.settle();
+        QVERIFY(texts(pages).contains(zh("正在下载")));
+        QVERIFY(!pages.inDialog("done"));
+        emit pages.update.downExeFinish();
+        QVERIFY(!pages.inDialog("progress"));
+    }
+
+    void systemIsShownInThreeColumns()
+    {
+        Interface pages;
+        showDialog(pages, "system");
+        const QStringList shown = texts(pages);
+        QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
+        QCOMPARE(shown.mid(1, 7),
+                 (QStringList{zh("当前配置"), zh("最低配置"), zh("推荐配置"), zh("操作系统："),
+                              "Windows 11 Professional Workstation", zh("处理器："),
+                              "AMD Ryzen 9 7950X3D 16-Core Processor"}));
+        // What belongs together is level, and each column is below its title.
+        QList<QPointF> labels;
+        QList<QPointF> titles;
+        for (QQuickItem *item : Interface::shownItems(pages.inDialog("table"))) {
+            if (item->property("text").toString() == zh("显卡："))
+                labels.append(item->mapToScene({}));
+            if (item->objectName() == "columnTitle")
+                titles.append(item->mapToScene({}));
+        }
+        QCOMPARE(labels.size(), 3);
+        QCOMPARE(titles.size(), 3);
+        for (int column = 0; column < 3; ++column) {
+            QCOMPARE(labels[column].y(), labels[0].y());
+            QCOMPARE(labels[column].x(), titles[column].x());
+        }
+        // Each look at the verdict would count as a page view.
+        QCOMPARE(pages.orb.hardwareReads, 0);
+    }
+
+    void systemFollowsTheCheck()
+    {
+        Interface pages;
+        showDialog(pages, "system, unknown");
+        QVERIFY(pages.inDialog("empty"));
+        QVERIFY(!pages.inDialog("table"));
+        pages.orb.becomeSystemInfo(systemInfoText(), "[]");
+        pages.settle();
+        QVERIFY(!pages.inDialog("empty"));
+        QVERIFY(pages.inDialog("table"));
+    }
+
+    void waitEndsByItself()
+    {
+        Interface pages;
+        showDialog(pages, "wait");
+        auto *timer = pages.dialog()->findChild<QObject *>("limitTimer");
+        QCOMPARE(timer->property("interval").toInt(), 30000);
+        QVERIFY(timer->property("running").toBool());
+        pages.clock.advance(29999);
+        QVERIFY(pages.dialog());
+        pages.clock.advance(1);
+        QVERIFY(!pages.dialog());
+    }
+
+    void waitCannotBeSkipped()
+    {
+        Interface pages;
+        showDialog(pages, "wait");
+        QVERIFY(!pages.inDialog("close"));
+        press(pages, Qt::Key_Escape);
+        press(pages, Qt::Key_Return);
+        QVERIFY(pages.dialog());
+    }
+
+    void slowEndIsToldOf()
+    {
+        Interface pages;
+        QVERIFY(pages.load());
+        QString file;
+        pages.orb.onCall = [&](const QString &call) {
+            if (call != "closeApp")
+                return;
+            QVERIFY(!pages.dialog());
+            pages.clock.advance(499);
+            QVERIFY(!pages.dialog());
+            pages.clock.advance(1);
+            file = pages.dialogFile();
+            QVERIFY(pages.dialog());
+            pages.settle();
+            QVERIFY(texts(pages).contains(zh("正在退出")));
+            QVERIFY(
+                !pages.dialog()->findChild<QObject *>("limitTimer")->property("running").toBool());
+        };
+        pages.click("close");
+        QCOMPARE(file, QString("WaitPage.qml"));
+        QVERIFY(!pages.dialog());
+        QVERIFY(!pages.window()->isVisible());
+    }
+
+    void programIsLeftOnce()
+    {
+        Interface pages;
+        QVERIFY(pages.load());
+        pages.orb.calls.clear();
+        pages.orb.onCall = [&](const QString &) {
+            QCloseEvent again;
+            QCoreApplication::sendEvent(pages.window(), &again);
+        };
+        pages.click("close");
+        QCOMPARE(pages.orb.calls, QStringList("closeApp"));
+    }
+};
 
 KOLM_GUI_TEST_MAIN(TestDialogs)
 #include "tst_dialogs.moc"

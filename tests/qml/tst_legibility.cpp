@@ -37,18 +37,6 @@ class TestLegibility : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { registerInterface(); }
-
-    void textsStandOut_data() { states(); }
-    void textsStandOut();
-    void targetsAreLargeEnough_data() { states(); }
-    void targetsAreLargeEnough();
-    void imagesAreSharpOnScaledScreens();
-    void logosHaveTheirSizes();
-    void iconHasAllSizes();
-
-private:
     static void states()
     {
         QTest::addColumn<QString>("state");
@@ -80,89 +68,97 @@ private:
         pages.settle();
         return pages.dialog() ? pages.dialog()->contentItem() : pages.window()->contentItem();
     }
-};
 
-void TestLegibility::textsStandOut()
-{
-    QFETCH(QString, state);
-    Interface pages;
-    QQuickItem *root = show(pages, state);
-    QStringList dim;
-    int texts = 0;
-    for (QQuickItem *item : Interface::shownItems(root)) {
-        if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty() ||
-            item->parentItem()->objectName() == "bannerHide") // the accent itself, which is dimmer
-            continue;
-        ++texts;
-        const double found =
-            contrast::between(item->property("color").value<QColor>(), ground(item));
-        if (found < 4.5)
-            dim.append(item->property("text").toString() + ' ' + QString::number(found));
-    }
-    QVERIFY(texts > 0);
-    QCOMPARE(dim.join('\n'), QString());
-}
+private slots:
+    void initTestCase() { registerInterface(); }
 
-void TestLegibility::targetsAreLargeEnough()
-{
-    QFETCH(QString, state);
-    Interface pages;
-    QQuickItem *root = show(pages, state);
-    QStringList small;
-    int targets = 0;
-    for (QQuickItem *item : Interface::shownItems(root)) {
-        if (!item->inherits("QQuickMouseArea"))
-            continue;
-        ++targets;
-        if (item->width() < 32 || item->height() < 32) {
-            small.append(QStringLiteral("%1 %2x%3")
-                             .arg(item->parentItem()->objectName())
-                             .arg(item->width())
-                             .arg(item->height()));
+    void textsStandOut_data() { states(); }
+    void textsStandOut()
+    {
+        QFETCH(QString, state);
+        Interface pages;
+        QQuickItem *root = show(pages, state);
+        QStringList dim;
+        int texts = 0;
+        for (QQuickItem *item : Interface::shownItems(root)) {
+            if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty() ||
+                item->parentItem()->objectName() ==
+                    "bannerHide") // the accent itself, which is dimmer
+                continue;
+            ++texts;
+            const double found =
+                contrast::between(item->property("color").value<QColor>(), ground(item));
+            if (found < 4.5)
+                dim.append(item->property("text").toString() + ' ' + QString::number(found));
         }
+        QVERIFY(texts > 0);
+        QCOMPARE(dim.join('\n'), QString());
     }
-    QVERIFY(targets > 0 || state == "dialog: wait"); // there is nothing to press
-    QCOMPARE(small.join('\n'), QString());
-}
 
-void TestLegibility::imagesAreSharpOnScaledScreens()
-{
-    int images = 0;
-    QDirIterator files(QStringLiteral(":/res/image"), {QStringLiteral("*.png")});
-    while (files.hasNext()) {
-        const QString path = files.next();
-        if (path.contains('@'))
-            continue;
-        ++images;
-        const QImage normal(path);
-        const QImage large(path.left(path.size() - 4) + "@2x.png");
-        QVERIFY2(!large.isNull(), qPrintable(path));
-        QCOMPARE(large.size(), normal.size() * 2);
+    void targetsAreLargeEnough_data() { states(); }
+    void targetsAreLargeEnough()
+    {
+        QFETCH(QString, state);
+        Interface pages;
+        QQuickItem *root = show(pages, state);
+        QStringList small;
+        int targets = 0;
+        for (QQuickItem *item : Interface::shownItems(root)) {
+            if (!item->inherits("QQuickMouseArea"))
+                continue;
+            ++targets;
+            if (item->width() < 32 || item->height() < 32) {
+                small.append(QStringLiteral("%1 %2x%3")
+                                 .arg(item->parentItem()->objectName())
+                                 .arg(item->width())
+                                 .arg(item->height()));
+            }
+        }
+        QVERIFY(targets > 0 || state == "dialog: wait"); // there is nothing to press
+        QCOMPARE(small.join('\n'), QString());
     }
-    QVERIFY(images > 20);
-}
 
-void TestLegibility::logosHaveTheirSizes()
-{
-    QCOMPARE(QImage(QStringLiteral(":/res/image/orb_icon.png")).size(), QSize(153, 40));
-    QCOMPARE(QImage(QStringLiteral(":/res/image/orb_icon_en.png")).size(), QSize(249, 40));
-}
-
-void TestLegibility::iconHasAllSizes()
-{
-    QFile file(QStringLiteral(":/res/image/orb.ico"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    const auto word = [&](int at) { return qFromLittleEndian<quint16>(bytes.constData() + at); };
-    QCOMPARE(int(word(2)), 1); // an icon, not a pointer
-    QList<int> sizes;
-    for (int entry = 0; entry < word(4); ++entry) {
-        const int width = quint8(bytes.at(6 + 16 * entry));
-        sizes.append(width == 0 ? 256 : width);
+    void imagesAreSharpOnScaledScreens()
+    {
+        int images = 0;
+        QDirIterator files(QStringLiteral(":/res/image"), {QStringLiteral("*.png")});
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (path.contains('@'))
+                continue;
+            ++images;
+            const QImage normal(path);
+            const QImage large(path.left(path.size() - 4) + "@2x.png");
+            QVERIFY2(!large.isNull(), qPrintable(path));
+            QCOMPARE(large.size(), normal.size() * 2);
+        }
+        QVERIFY(images > 20);
     }
-    std::sort(sizes.begin(), sizes.end());
-    QCOMPARE(sizes, (QList<int>{16, 20, 24, 32, 40, 48, 64, 96, 128, 256}));
-}
+
+    void logosHaveTheirSizes()
+    {
+        QCOMPARE(QImage(QStringLiteral(":/res/image/orb_icon.png")).size(), QSize(153, 40));
+        QCOMPARE(QImage(QStringLiteral(":/res/image/orb_icon_en.png")).size(), QSize(249, 40));
+    }
+
+    void iconHasAllSizes()
+    {
+        QFile file(QStringLiteral(":/res/image/orb.ico"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        const auto word = [&](int at) {
+            return qFromLittleEndian<quint16>(bytes.constData() + at);
+        };
+        QCOMPARE(int(word(2)), 1); // an icon, not a pointer
+        QList<int> sizes;
+        for (int entry = 0; entry < word(4); ++entry) {
+            const int width = quint8(bytes.at(6 + 16 * entry));
+            sizes.append(width == 0 ? 256 : width);
+        }
+        std::sort(sizes.begin(), sizes.end());
+        QCOMPARE(sizes, (QList<int>{16, 20, 24, 32, 40, 48, 64, 96, 128, 256}));
+    }
+};
 
 KOLM_GUI_TEST_MAIN(TestLegibility)
 #include "tst_legibility.moc"

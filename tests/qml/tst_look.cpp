@@ -19,7 +19,6 @@ class TestLook : public TestCase
 
     std::unique_ptr<QQmlEngine> engine_;
     std::unique_ptr<QObject> utils_;
-
     QColor color(const QString &name) const
     {
         return utils_->property(qPrintable(name)).value<QColor>();
@@ -34,104 +33,95 @@ private slots:
         utils_.reset(component.create());
         QVERIFY(utils_);
     }
+
     void cleanupTestCase()
     {
         utils_.reset();
         engine_.reset();
     }
 
-    void tonesAreThoseOfTheProduct();
-    void textsCanBeRead_data();
-    void textsCanBeRead();
-    void signsCanBeSeen_data();
-    void signsCanBeSeen();
-    void everyCharacterIsInTheFont_data();
-    void everyCharacterIsInTheFont();
-};
-
-void TestLook::tonesAreThoseOfTheProduct()
-{
-    QCOMPARE(utils_->property("orb_font").toString(), QString("Source Han Sans CN Medium"));
-    QCOMPARE(color("orb_backgroundcolor"), QColor("#1A1B21"));
-    QCOMPARE(color("orb_itemdowncolor"), QColor("#22242C"));
-    // Its components are far above 1, and cut off there.
-    QCOMPARE(color("orb_itemcolor"), QColor::fromRgbF(1, 1, 1, 0.06));
-    QCOMPARE(color("orb_btnbackgroundcolor"), QColor("#393939"));
-    QCOMPARE(color("accent"), QColor("#1E68FF"));
-}
-
-void TestLook::textsCanBeRead_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("surface");
-
-    const auto rows = [](const char *text, const QStringList &surfaces) {
-        for (const QString &surface : surfaces)
-            QTest::addRow("%s on %s", text, qPrintable(surface)) << text << surface;
-    };
-    rows("text", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor",
-                  "orb_btnbackgroundcolor", "buttonHovered", "buttonPressed", "accent",
-                  "accentHovered", "accentPressed", "closeHovered"});
-    rows("textSecondary", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor"});
-    rows("accentText", {"orb_backgroundcolor", "orb_itemdowncolor"});
-    rows("attention", {"orb_itemdowncolor"});
-}
-
-void TestLook::textsCanBeRead()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, surface);
-    const QColor below = contrast::over(color(surface), color("orb_itemdowncolor"));
-    const double found = contrast::between(color(text), below);
-    QVERIFY2(found >= 4.5, qPrintable(QString::number(found)));
-}
-
-void TestLook::signsCanBeSeen_data()
-{
-    QTest::addColumn<QString>("sign");
-    for (const char *sign : {"done", "attention", "failure", "focus", "accent"})
-        QTest::newRow(sign) << sign;
-}
-
-void TestLook::signsCanBeSeen()
-{
-    QFETCH(QString, sign);
-    for (const char *surface : {"orb_backgroundcolor", "orb_itemdowncolor"}) {
-        const double found = contrast::between(color(sign), color(surface));
-        QVERIFY2(found >= 3, qPrintable(QString::number(found)));
+    void tonesAreThoseOfTheProduct()
+    {
+        QCOMPARE(utils_->property("orb_font").toString(), QString("Source Han Sans CN Medium"));
+        QCOMPARE(color("orb_backgroundcolor"), QColor("#1A1B21"));
+        QCOMPARE(color("orb_itemdowncolor"), QColor("#22242C"));
+        // Its components are far above 1, and cut off there.
+        QCOMPARE(color("orb_itemcolor"), QColor::fromRgbF(1, 1, 1, 0.06));
+        QCOMPARE(color("orb_btnbackgroundcolor"), QColor("#393939"));
+        QCOMPARE(color("accent"), QColor("#1E68FF"));
     }
-}
 
-void TestLook::everyCharacterIsInTheFont_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::newRow("Japanese") << "japanese";
-    QTest::newRow("English") << "chinese";
-}
+    void textsCanBeRead_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("surface");
 
-void TestLook::everyCharacterIsInTheFont()
-{
-    // The system would take a missing one from another font, if it has any.
-    QFETCH(QString, language);
-    const QRawFont font(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"), 20);
-    QVERIFY(font.isValid());
-    QFile file(QStringLiteral(KOLM_SOURCE_DIR "/translations/") + language + ".ts");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QXmlStreamReader xml(&file);
-    int texts = 0;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement ||
-            (xml.name() != QLatin1String("source") && xml.name() != QLatin1String("translation")))
-            continue;
-        ++texts;
-        const QString text = xml.readElementText();
-        for (uint character : text.toUcs4()) {
-            if (character != '\n')
-                QVERIFY2(font.supportsCharacter(character), qPrintable(text));
+        const auto rows = [](const char *text, const QStringList &surfaces) {
+            for (const QString &surface : surfaces)
+                QTest::addRow("%s on %s", text, qPrintable(surface)) << text << surface;
+        };
+        rows("text", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor",
+                      "orb_btnbackgroundcolor", "buttonHovered", "buttonPressed", "accent",
+                      "accentHovered", "accentPressed", "closeHovered"});
+        rows("textSecondary", {"orb_backgroundcolor", "orb_itemdowncolor", "orb_itemcolor"});
+        rows("accentText", {"orb_backgroundcolor", "orb_itemdowncolor"});
+        rows("attention", {"orb_itemdowncolor"});
+    }
+    void textsCanBeRead()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, surface);
+        const QColor below = contrast::over(color(surface), color("orb_itemdowncolor"));
+        const double found = contrast::between(color(text), below);
+        QVERIFY2(found >= 4.5, qPrintable(QString::number(found)));
+    }
+
+    void signsCanBeSeen_data()
+    {
+        QTest::addColumn<QString>("sign");
+        for (const char *sign : {"done", "attention", "failure", "focus", "accent"})
+            QTest::newRow(sign) << sign;
+    }
+    void signsCanBeSeen()
+    {
+        QFETCH(QString, sign);
+        for (const char *surface : {"orb_backgroundcolor", "orb_itemdowncolor"}) {
+            const double found = contrast::between(color(sign), color(surface));
+            QVERIFY2(found >= 3, qPrintable(QString::number(found)));
         }
     }
-    QVERIFY(texts > 200);
-}
+
+    void everyCharacterIsInTheFont_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::newRow("Japanese") << "japanese";
+        QTest::newRow("English") << "chinese";
+    }
+    void everyCharacterIsInTheFont()
+    {
+        // The system would take a missing one from another font, if it has any.
+        QFETCH(QString, language);
+        const QRawFont font(QStringLiteral(":/res/SourceHanSansCN-Medium.ttf"), 20);
+        QVERIFY(font.isValid());
+        QFile file(QStringLiteral(KOLM_SOURCE_DIR "/translations/") + language + ".ts");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QXmlStreamReader xml(&file);
+        int texts = 0;
+        while (!xml.atEnd()) {
+            if (xml.readNext() != QXmlStreamReader::StartElement ||
+                (xml.name() != QLatin1String("source") &&
+                 xml.name() != QLatin1String("translation")))
+                continue;
+            ++texts;
+            const QString text = xml.readElementText();
+            for (uint character : text.toUcs4()) {
+                if (character != '\n')
+                    QVERIFY2(font.supportsCharacter(character), qPrintable(text));
+            }
+        }
+        QVERIFY(texts > 200);
+    }
+};
 
 KOLM_GUI_TEST_MAIN(TestLook)
 #include "tst_look.moc"

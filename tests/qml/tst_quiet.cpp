@@ -10,17 +10,6 @@ class TestQuiet : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase() { registerInterface(); }
-
-    void nothingMovesOnceEverythingIsDone();
-    void somethingTurnsWhileItSearches();
-    void nothingTurnsInAWindowThatIsNotInFront();
-    void nothingTurnsInAHiddenPart();
-    void pollWithoutNewsDrawsNothing_data();
-    void pollWithoutNewsDrawsNothing();
-
-private:
     // Whatever would draw or wake the program up again, in shown and hidden items.
     static QStringList moving(const Interface &pages)
     {
@@ -70,79 +59,81 @@ private:
         pages.orb.headsets.fill({{"A", "10.0.0.1", true, true}});
         pages.orb.becomeConnected(true);
     }
-};
 
-void TestQuiet::nothingMovesOnceEverythingIsDone()
-{
-    Interface pages;
-    pages.load();
-    connectAll(pages);
-    pages.activate();
-    QCOMPARE(moving(pages), QStringList());
-}
+private slots:
+    void initTestCase() { registerInterface(); }
 
-void TestQuiet::somethingTurnsWhileItSearches()
-{
-    Interface pages;
-    pages.load();
-    pages.orb.becomeSteam(true);
-    pages.activate();
-    QVERIFY(moving(pages).contains("QQuickRotationAnimator"));
-}
-
-void TestQuiet::nothingTurnsInAWindowThatIsNotInFront()
-{
-    Interface pages;
-    pages.load();
-    pages.orb.becomeSteam(true);
-    pages.activate();
-    QVERIFY(!moving(pages).isEmpty());
-
-    QWindow game;
-    game.show();
-    game.requestActivate();
-    QTRY_VERIFY(!pages.window()->isActive());
-
-    QCOMPARE(moving(pages), QStringList());
-}
-
-void TestQuiet::nothingTurnsInAHiddenPart()
-{
-    Interface pages;
-    pages.orb.hideSelectPage = false;
-    pages.load();
-    pages.activate();
-    QCOMPARE(moving(pages), QStringList());
-}
-
-void TestQuiet::pollWithoutNewsDrawsNothing_data()
-{
-    QTest::addColumn<bool>("details");
-    QTest::newRow("cards") << false;
-    QTest::newRow("details of the connection") << true;
-}
-
-void TestQuiet::pollWithoutNewsDrawsNothing()
-{
-    QFETCH(bool, details);
-
-    Interface pages;
-    pages.load();
-    pages.orb.becomeWired(true);
-    connectAll(pages);
-    pages.activate();
-    pages.window()->setProperty("ispullDown", details);
-    pages.settle();
-    QVERIFY(comesToRest(pages));
-
-    // What the poll of the wired mode says every five seconds.
-    for (int poll = 0; poll < 3; ++poll) {
-        emit pages.orb.vrIsConnectChange();
-        emit pages.orb.showVrList(true, false);
-        pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 5}));
-        QCOMPARE(framesDrawn(pages), 0);
+    void nothingMovesOnceEverythingIsDone()
+    {
+        Interface pages;
+        pages.load();
+        connectAll(pages);
+        pages.activate();
+        QCOMPARE(moving(pages), QStringList());
     }
-}
+
+    void somethingTurnsWhileItSearches()
+    {
+        Interface pages;
+        pages.load();
+        pages.orb.becomeSteam(true);
+        pages.activate();
+        QVERIFY(moving(pages).contains("QQuickRotationAnimator"));
+    }
+
+    void nothingTurnsInAWindowThatIsNotInFront()
+    {
+        Interface pages;
+        pages.load();
+        pages.orb.becomeSteam(true);
+        pages.activate();
+        QVERIFY(!moving(pages).isEmpty());
+
+        QWindow game;
+        game.show();
+        game.requestActivate();
+        QTRY_VERIFY(!pages.window()->isActive());
+
+        QCOMPARE(moving(pages), QStringList());
+    }
+
+    void nothingTurnsInAHiddenPart()
+    {
+        Interface pages;
+        pages.orb.hideSelectPage = false;
+        pages.load();
+        pages.activate();
+        QCOMPARE(moving(pages), QStringList());
+    }
+
+    void pollWithoutNewsDrawsNothing_data()
+    {
+        QTest::addColumn<bool>("details");
+        QTest::newRow("cards") << false;
+        QTest::newRow("details of the connection") << true;
+    }
+    void pollWithoutNewsDrawsNothing()
+    {
+        QFETCH(bool, details);
+
+        Interface pages;
+        pages.load();
+        pages.orb.becomeWired(true);
+        connectAll(pages);
+        pages.activate();
+        pages.window()->setProperty("ispullDown", details);
+        pages.settle();
+        QVERIFY(comesToRest(pages));
+
+        // What the poll of the wired mode says every five seconds.
+        for (int poll = 0; poll < 3; ++poll) {
+            emit pages.orb.vrIsConnectChange();
+            emit pages.orb.showVrList(true, false);
+            pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 5}));
+            QCOMPARE(framesDrawn(pages), 0);
+        }
+    }
+};
 
 KOLM_GUI_TEST_MAIN(TestQuiet)
 #include "tst_quiet.moc"

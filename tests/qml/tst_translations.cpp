@@ -62,116 +62,110 @@ class TestTranslations : public TestCase
 {
     Q_OBJECT
 
-private slots:
-    void everyEntryIsTranslated_data() { languages(); }
-    void everyEntryIsTranslated();
-    void placeholdersAgree_data() { languages(); }
-    void placeholdersAgree();
-    void englishHoldsNoChinese();
-    void oneTextReadsTheSameEverywhere_data() { languages(); }
-    void oneTextReadsTheSameEverywhere();
-    void everyContextIsThere_data() { languages(); }
-    void everyContextIsThere();
-    void everyTextOfTheProgramIsThere_data() { languages(); }
-    void everyTextOfTheProgramIsThere();
-
-private:
     static void languages()
     {
         QTest::addColumn<QString>("language");
         QTest::newRow("Japanese") << "japanese";
         QTest::newRow("English") << "chinese";
     }
+
+private slots:
+    void everyEntryIsTranslated_data() { languages(); }
+    void everyEntryIsTranslated()
+    {
+        QFETCH(QString, language);
+        const std::vector<Entry> entries = readEntries(fileOf(language));
+        QVERIFY(!entries.empty());
+        for (const Entry &entry : entries) {
+            if (entry.type == "vanished" || entry.type == "obsolete")
+                continue;
+            QVERIFY2(entry.type.isEmpty(), qPrintable(entry.type + ": " + entry.source));
+            QVERIFY2(!entry.translation.trimmed().isEmpty(), qPrintable("empty: " + entry.source));
+        }
+    }
+
+    void placeholdersAgree_data() { languages(); }
+    void placeholdersAgree()
+    {
+        QFETCH(QString, language);
+        for (const Entry &entry : readEntries(fileOf(language))) {
+            for (const char *pattern : {"%L?\\d", "%n", "<[^>]+>", "\\n"})
+                QCOMPARE(matches(entry.translation, pattern), matches(entry.source, pattern));
+        }
+    }
+
+    void englishHoldsNoChinese()
+    {
+        for (const Entry &entry : readEntries(fileOf("chinese"))) {
+            // Chinese letters, and the full-width marks that Chinese texts end in.
+            QVERIFY2(
+                matches(entry.translation, "[\\x{3000}-\\x{9FFF}\\x{FF00}-\\x{FFEF}]").isEmpty(),
+                qPrintable(entry.translation));
+        }
+    }
+
+    void oneTextReadsTheSameEverywhere_data() { languages(); }
+    void oneTextReadsTheSameEverywhere()
+    {
+        QFETCH(QString, language);
+        QHash<QString, Entry> known;
+        for (const Entry &entry : readEntries(fileOf(language))) {
+            if (entry.type == "vanished" || entry.type == "obsolete")
+                continue;
+            const auto before = known.constFind(entry.source);
+            if (before == known.constEnd())
+                known.insert(entry.source, entry);
+            else
+                QVERIFY2(
+                    before->translation == entry.translation,
+                    qPrintable(entry.source + " in " + before->context + " and " + entry.context));
+        }
+    }
+
+    void everyContextIsThere_data() { languages(); }
+    void everyContextIsThere()
+    {
+        QFETCH(QString, language);
+        QStringList contexts;
+        for (const Entry &entry : readEntries(fileOf(language))) {
+            if (!contexts.contains(entry.context))
+                contexts.append(entry.context);
+        }
+        for (const char *context :
+             {"ORBManager", "QObject", "SystemInfo", "mainWindow", "PageItem", "SteamPageItem",
+              "SelectModePage", "SingleAppTip", "SettingPage", "MoreSettingPage", "FeedbackPage",
+              "SystemInfoPage", "ConfirmPage", "PowerDownPage", "NetworkSetting",
+              "UsePortProcessTips", "UpdateGpuDriverTips", "UpdatePage", "WaitPage"})
+            QVERIFY2(contexts.contains(context), context);
+    }
+
+    void everyTextOfTheProgramIsThere_data() { languages(); }
+    void everyTextOfTheProgramIsThere()
+    {
+        QFETCH(QString, language);
+        const QString lupdate = QStringLiteral(KOLM_LUPDATE);
+        if (lupdate.isEmpty())
+            QSKIP("there is no lupdate on this system");
+
+        // What lupdate would add to a copy of the file.
+        const QString copy = path("copy.ts");
+        QVERIFY(QFile::copy(fileOf(language), copy));
+        QVERIFY(QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner));
+        QProcess process;
+        process.setWorkingDirectory(QStringLiteral(KOLM_SOURCE_DIR));
+        QStringList arguments{"-silent", "-locations", "none", "-I", "."};
+        arguments += QStringList{"qml",   "controller", "checks", "steamvr", "sysinfo",
+                                 "cloud", "link",       "ui",     "app"};
+        arguments += QStringList{"-extensions", "cpp,h,qml", "-ts", copy};
+        process.start(lupdate, arguments);
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 0);
+
+        for (const Entry &entry : readEntries(copy))
+            QVERIFY2(entry.type != "unfinished", qPrintable(entry.context + ": " + entry.source +
+                                                            " (run tools/update-translations)"));
+    }
 };
-
-void TestTranslations::everyEntryIsTranslated()
-{
-    QFETCH(QString, language);
-    const std::vector<Entry> entries = readEntries(fileOf(language));
-    QVERIFY(!entries.empty());
-    for (const Entry &entry : entries) {
-        if (entry.type == "vanished" || entry.type == "obsolete")
-            continue;
-        QVERIFY2(entry.type.isEmpty(), qPrintable(entry.type + ": " + entry.source));
-        QVERIFY2(!entry.translation.trimmed().isEmpty(), qPrintable("empty: " + entry.source));
-    }
-}
-
-void TestTranslations::placeholdersAgree()
-{
-    QFETCH(QString, language);
-    for (const Entry &entry : readEntries(fileOf(language))) {
-        for (const char *pattern : {"%L?\\d", "%n", "<[^>]+>", "\\n"})
-            QCOMPARE(matches(entry.translation, pattern), matches(entry.source, pattern));
-    }
-}
-
-void TestTranslations::englishHoldsNoChinese()
-{
-    for (const Entry &entry : readEntries(fileOf("chinese"))) {
-        // Chinese letters, and the full-width marks that Chinese texts end in.
-        QVERIFY2(matches(entry.translation, "[\\x{3000}-\\x{9FFF}\\x{FF00}-\\x{FFEF}]").isEmpty(),
-                 qPrintable(entry.translation));
-    }
-}
-
-void TestTranslations::oneTextReadsTheSameEverywhere()
-{
-    QFETCH(QString, language);
-    QHash<QString, Entry> known;
-    for (const Entry &entry : readEntries(fileOf(language))) {
-        if (entry.type == "vanished" || entry.type == "obsolete")
-            continue;
-        const auto before = known.constFind(entry.source);
-        if (before == known.constEnd())
-            known.insert(entry.source, entry);
-        else
-            QVERIFY2(before->translation == entry.translation,
-                     qPrintable(entry.source + " in " + before->context + " and " + entry.context));
-    }
-}
-
-void TestTranslations::everyContextIsThere()
-{
-    QFETCH(QString, language);
-    QStringList contexts;
-    for (const Entry &entry : readEntries(fileOf(language))) {
-        if (!contexts.contains(entry.context))
-            contexts.append(entry.context);
-    }
-    for (const char *context :
-         {"ORBManager", "QObject", "SystemInfo", "mainWindow", "PageItem", "SteamPageItem",
-          "SelectModePage", "SingleAppTip", "SettingPage", "MoreSettingPage", "FeedbackPage",
-          "SystemInfoPage", "ConfirmPage", "PowerDownPage", "NetworkSetting", "UsePortProcessTips",
-          "UpdateGpuDriverTips", "UpdatePage", "WaitPage"})
-        QVERIFY2(contexts.contains(context), context);
-}
-
-void TestTranslations::everyTextOfTheProgramIsThere()
-{
-    QFETCH(QString, language);
-    const QString lupdate = QStringLiteral(KOLM_LUPDATE);
-    if (lupdate.isEmpty())
-        QSKIP("there is no lupdate on this system");
-
-    // What lupdate would add to a copy of the file.
-    const QString copy = path("copy.ts");
-    QVERIFY(QFile::copy(fileOf(language), copy));
-    QVERIFY(QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner));
-    QProcess process;
-    process.setWorkingDirectory(QStringLiteral(KOLM_SOURCE_DIR));
-    QStringList arguments{"-silent", "-locations", "none", "-I", "."};
-    arguments += QStringList{"qml",   "controller", "checks", "steamvr", "sysinfo",
-                             "cloud", "link",       "ui",     "app"};
-    arguments += QStringList{"-extensions", "cpp,h,qml", "-ts", copy};
-    process.start(lupdate, arguments);
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitCode(), 0);
-
-    for (const Entry &entry : readEntries(copy))
-        QVERIFY2(entry.type != "unfinished", qPrintable(entry.context + ": " + entry.source +
-                                                        " (run tools/update-translations)"));
-}
 
 KOLM_TEST_MAIN(TestTranslations)
 #include "tst_translations.moc"
