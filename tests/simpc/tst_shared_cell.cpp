@@ -125,8 +125,7 @@ void SharedCellTest::mayBeCreatedAgain()
 
 void SharedCellTest::failsWhenTheSystemRefuses()
 {
-    SimPc pc(clock_);
-    pc.setCell(std::make_unique<SimCell>(path("no such folder/cell")));
+    SimPc pc(clock_, std::make_unique<SimCell>(path("no such folder/cell")));
     SharedCell cell;
     QVERIFY(!cell.create());
     QVERIFY(!cell.read());
