@@ -4,19 +4,6 @@
 
 #include <QSignalSpy>
 
-namespace {
-
-SteamOptions steam(bool installed, bool running)
-{
-    SteamOptions options;
-    options.steamInstalled = installed;
-    options.steamVrInstalled = installed;
-    options.steamRunning = running;
-    return options;
-}
-
-} // namespace
-
 class TestSteamWatch : public TestCase
 {
     Q_OBJECT
@@ -24,7 +11,7 @@ class TestSteamWatch : public TestCase
 private slots:
     void beforeTheFirstLookNothingRuns()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         const SteamWatch watch(pc.steam);
         QVERIFY(watch.steamInstalled());
         QVERIFY(!watch.steamRunning());
@@ -34,7 +21,7 @@ private slots:
 
     void theStateSaysWhetherSteamIsInstalled()
     {
-        PcFixture pc(dir(), steam(true, false));
+        PcFixture pc(dir(), steamThatIs(true, false));
         SteamWatch watch(pc.steam);
         QSignalSpy states(&watch, &SteamWatch::stateChanged);
         watch.checkInstalled();
@@ -45,7 +32,7 @@ private slots:
 
     void withoutSteamTheStateSaysSoUntilSteamRuns()
     {
-        PcFixture pc(dir(), steam(false, false));
+        PcFixture pc(dir(), steamThatIs(false, false));
         SteamWatch watch(pc.steam);
         QSignalSpy states(&watch, &SteamWatch::stateChanged);
         QSignalSpy running(&watch, &SteamWatch::steamRunningChanged);
@@ -67,7 +54,7 @@ private slots:
 
     void withSteamInstalledItsStateDoesNotFollowItsRunning()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         SteamWatch watch(pc.steam);
         watch.checkInstalled();
         QSignalSpy states(&watch, &SteamWatch::stateChanged);
@@ -81,7 +68,7 @@ private slots:
 
     void steamVRsStateIsAnnouncedWhenItChanges()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         SteamWatch watch(pc.steam);
         QSignalSpy changes(&watch, &SteamWatch::steamVRRunningChanged);
         pc.pc.processes.start("vrmonitor.exe");
@@ -93,7 +80,7 @@ private slots:
 
     void aLaunchedSteamVRCountsAsRunning()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         SteamWatch watch(pc.steam);
         QSignalSpy changes(&watch, &SteamWatch::steamVRRunningChanged);
         watch.steamVRLaunched();

@@ -12,6 +12,7 @@
 #include "simpc/steam_world.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
+#include "tests/simpc/steam_options.h"
 #include "usb/adb_manger.h"
 
 #include <QUrl>

@@ -31,13 +31,6 @@ struct Mode
         });
     }
 
-    static SteamOptions steamRunning()
-    {
-        SteamOptions options;
-        options.steamRunning = true;
-        return options;
-    }
-
     PcFixture pc;
     QMutex lock;
     StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};

@@ -4,17 +4,6 @@
 
 using checks::Action;
 
-namespace {
-
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
-} // namespace
-
 // The checks behind the controller: what its steps learn, what is asked beside
 // them, and what the user wants to be done.
 class TestOrbFindings : public TestCase

@@ -11,13 +11,6 @@
 
 namespace {
 
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
 // The settings file of a run that chose a mode before.
 QByteArray storedMode(int mode)
 {

@@ -7,13 +7,6 @@
 
 namespace {
 
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
 constexpr int wired = 1;
 constexpr int wireless = 2;
 

@@ -11,13 +11,6 @@ constexpr int wireless = 2;
 
 const QString listCommand = QStringLiteral("adb devices && adb forward --list");
 
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
 const HeadsetList twoHeadsets{{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
 
 } // namespace

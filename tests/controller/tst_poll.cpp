@@ -18,7 +18,8 @@ const QString audioWarning =
 
 struct Polled
 {
-    explicit Polled(const QString &dir, bool steamRuns = true) : pc(dir, options(steamRuns))
+    explicit Polled(const QString &dir, bool steamRuns = true)
+        : pc(dir, steamThatIs(true, steamRuns))
     {
         pc.config.loadDeviceSettings(false, 0);
         flow.setLink(&pc.server);
@@ -33,13 +34,6 @@ struct Polled
         QObject::connect(&poll, &Poll::toast, [this](const QString &text, int duration) {
             said << QStringLiteral("toast(%1,%2)").arg(text).arg(duration);
         });
-    }
-
-    static SteamOptions options(bool steamRuns)
-    {
-        SteamOptions options;
-        options.steamRunning = steamRuns;
-        return options;
     }
 
     void useCable()

@@ -11,13 +11,6 @@ const QString wiredPage =
 const QString wirelessPage =
     QStringLiteral("streamingAssistant_streaming_wirelessStreaming_0_0_page_view");
 
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
 } // namespace
 
 // What the controller sends to the vendor cloud, and when.

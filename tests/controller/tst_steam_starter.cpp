@@ -8,15 +8,6 @@
 
 namespace {
 
-SteamOptions steam(bool installed, bool running)
-{
-    SteamOptions options;
-    options.steamInstalled = installed;
-    options.steamVrInstalled = installed;
-    options.steamRunning = running;
-    return options;
-}
-
 struct Starting
 {
     explicit Starting(PcFixture &pc, const QString &applicationDir = "C:/KOLM")
@@ -37,7 +28,7 @@ class TestSteamStarter : public TestCase
 private slots:
     void steamThatRunsBringsSteamVRAtOnce()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         Starting s(pc);
         QSignalSpy states(&s.watch, &SteamWatch::stateChanged);
         s.starter.startUp();
@@ -50,7 +41,7 @@ private slots:
 
     void steamThatDoesNotRunIsStartedAndWaitedFor()
     {
-        PcFixture pc(dir(), steam(true, false));
+        PcFixture pc(dir(), steamThatIs(true, false));
         Starting s(pc);
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         s.starter.startUp();
@@ -69,7 +60,7 @@ private slots:
 
     void theWaitEndsAfterTwentySevenSeconds()
     {
-        PcFixture pc(dir(), steam(true, false));
+        PcFixture pc(dir(), steamThatIs(true, false));
         Starting s(pc);
         s.starter.startUp();
         pc.clock.advance(2000);
@@ -79,7 +70,7 @@ private slots:
 
     void theFirstLookComesAfterASecond()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         Starting s(pc);
         QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
         s.starter.scheduleFollowUps();
@@ -104,7 +95,7 @@ private slots:
     {
         QFETCH(QString, folder);
         QFETCH(bool, advice);
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         Starting s(pc, folder);
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         s.starter.scheduleFollowUps();
@@ -121,7 +112,7 @@ private slots:
 
     void launchingSteamToastsStartsAndAnnounces()
     {
-        PcFixture pc(dir(), steam(true, false));
+        PcFixture pc(dir(), steamThatIs(true, false));
         Starting s(pc);
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
@@ -134,7 +125,7 @@ private slots:
 
     void launchingSteamVRCountsItAsRunning()
     {
-        PcFixture pc(dir(), steam(true, true));
+        PcFixture pc(dir(), steamThatIs(true, true));
         Starting s(pc);
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         QSignalSpy running(&s.watch, &SteamWatch::steamVRRunningChanged);

@@ -15,13 +15,6 @@ struct Settings
         pc.config.loadDeviceSettings(false, 0);
     }
 
-    static SteamOptions steamRunning()
-    {
-        SteamOptions options;
-        options.steamRunning = true;
-        return options;
-    }
-
     PcFixture pc;
     QMutex lock;
     StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};
