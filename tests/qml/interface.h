@@ -110,3 +110,14 @@ private:
     FramelessQuickWindow *window_ = nullptr;
     FirstSize firstSize_;
 };
+
+// The loaded main window over stand-ins for its dialogs.
+class StandIns : public Interface
+{
+public:
+    StandIns()
+    {
+        realDialogs = false;
+        load();
+    }
+};

@@ -2,11 +2,10 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
-#include <QCloseEvent>
 #include <QGuiApplication>
 
-// Which dialog the main window opens when, and what becomes of it. The dialogs
-// themselves are stand-ins.
+// Which dialog the main window opens when, and which wish is dropped, kept or
+// answered. The dialogs themselves are stand-ins.
 class TestDialogLoader : public TestCase
 {
     Q_OBJECT
@@ -56,9 +55,7 @@ private slots:
 
     void noneAtFirst()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         QVERIFY(!pages.dialog());
         QCOMPARE(pages.dialogFile(), QString());
         QVERIFY(!pages.shown("dim"));
@@ -79,9 +76,7 @@ private slots:
         QFETCH(QString, what);
         QFETCH(QString, file);
 
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         wish(pages, what);
         QVERIFY(pages.dialog());
         QCOMPARE(pages.dialogFile(), file);
@@ -89,9 +84,8 @@ private slots:
 
     void dialogStandsInTheMiddleAndIsNotOfTheTaskBar()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
+        StandIns pages;
+        FramelessQuickWindow *window = pages.window();
         window->setPosition(100, 50);
         emit pages.orb.showPowerTip();
         QCOMPARE(pages.dialog()->parentWin(), window);
@@ -100,9 +94,7 @@ private slots:
 
     void dialogDimsTheWindow()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         emit pages.orb.showPowerTip();
         QVERIFY(pages.shown("dim"));
         QCOMPARE(pages.item("dim")->property("color").value<QColor>(), QColor("#1A1B21"));
@@ -114,9 +106,8 @@ private slots:
 
     void onlyMinimisingAndClosingWorkBelowTheDim()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
+        StandIns pages;
+        FramelessQuickWindow *window = pages.window();
         emit pages.orb.showPowerTip();
         pages.orb.calls.clear();
 
@@ -136,9 +127,8 @@ private slots:
 
     void keyboardGoesBackToTheDialog()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
+        StandIns pages;
+        FramelessQuickWindow *window = pages.window();
         emit pages.orb.showPowerTip();
         QTRY_VERIFY(pages.dialog()->isActive());
         bool returned = false;
@@ -155,9 +145,7 @@ private slots:
         QFETCH(QString, what);
         QFETCH(QString, file);
 
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         pages.click("feedback");
         const QPointer<QWindow> first = pages.dialog();
         wish(pages, what);
@@ -182,9 +170,7 @@ private slots:
         QFETCH(QString, notice);
         QFETCH(QString, what);
 
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         wish(pages, notice);
         const QWindow *first = pages.dialog();
         const QString file = pages.dialogFile();
@@ -201,9 +187,7 @@ private slots:
     // It is asked for only once a run.
     void choiceOfTheHeadsetWaitsForTheNotice()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         wish(pages, "ports");
         wish(pages, "headsets");
         wish(pages, "power");
@@ -226,9 +210,7 @@ private slots:
     void onlyTheChoiceOfTheHeadsetWaits()
     {
         QFETCH(QString, what);
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         wish(pages, "ports");
         wish(pages, what);
         pages.dialog()->close();
@@ -245,9 +227,7 @@ private slots:
     void choiceOfTheHeadsetMayBeOver()
     {
         QFETCH(QString, how);
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         wish(pages, "ports");
         wish(pages, "headsets");
         if (how == "connected")
@@ -266,9 +246,7 @@ private slots:
 
     void closedBlockingNoticeIsNoHindrance()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         emit pages.orb.showUseProtPage("a.exe");
         pages.dialog()->close();
         QVariant blocked;
@@ -281,9 +259,7 @@ private slots:
 
     void sameDialogIsMadeAnew()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         emit pages.update.updateSignal("first", false);
         emit pages.update.updateSignal("second", true);
         QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("second"));
@@ -292,9 +268,7 @@ private slots:
 
     void hiddenDialogIsDestroyed()
     {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
+        StandIns pages;
         emit pages.orb.showPowerTip();
         const QPointer<QWindow> dialog = pages.dialog();
         QVERIFY(!pages.find("dropTimer")->property("running").toBool());
@@ -307,192 +281,6 @@ private slots:
         QTRY_VERIFY(!dialog);
         QCOMPARE(pages.dialogFile(), QString());
         QVERIFY(!pages.find("dropTimer")->property("running").toBool());
-    }
-
-    void namesOfProgramsAreHandedOver()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        emit pages.orb.showUseProtPage("a.exe, <b>b.exe</b>");
-        QCOMPARE(pages.dialog()->property("names").toString(),
-                 QStringLiteral("a.exe, <b>b.exe</b>"));
-    }
-
-    void noteAndForceAreHandedOver()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        emit pages.update.updateSignal("new<br>faster", false);
-        QCOMPARE(pages.dialog()->property("note").toString(), QStringLiteral("new<br>faster"));
-        QVERIFY(!pages.dialog()->property("isForce").toBool());
-    }
-
-    void forcedUpdateStopsSteam_data()
-    {
-        QTest::addColumn<bool>("forced");
-        QTest::addColumn<QStringList>("calls");
-        QTest::newRow("forced") << true << QStringList("stopSteam");
-        QTest::newRow("not forced") << false << QStringList();
-    }
-    void forcedUpdateStopsSteam()
-    {
-        QFETCH(bool, forced);
-        QFETCH(QStringList, calls);
-
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        pages.orb.calls.clear();
-        bool shownWhenStopped = false;
-        pages.orb.onCall = [&](const QString &) { shownWhenStopped = pages.dialog() != nullptr; };
-        emit pages.update.updateSignal("new", forced);
-        QCOMPARE(pages.orb.calls, calls);
-        QCOMPARE(shownWhenStopped, forced);
-    }
-
-    void forcedUpdateThatIsNotShownStopsNothing()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        emit pages.orb.showUseProtPage("a.exe");
-        pages.orb.calls.clear();
-        emit pages.update.updateSignal("new", true);
-        QCOMPARE(pages.orb.calls, QStringList());
-    }
-
-    void switchAsksFirst_data()
-    {
-        QTest::addColumn<bool>("wired");
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<QStringList>("calls");
-
-        QTest::newRow("from wired") << true << zh("确定切换为无线串流")
-                                    << QStringList{"reportstreamMode true true", "wired=false"};
-        QTest::newRow("from wireless") << false << zh("确定切换为有线串流")
-                                       << QStringList{"reportstreamMode false true", "wired=true"};
-    }
-    void switchAsksFirst()
-    {
-        QFETCH(bool, wired);
-        QFETCH(QString, question);
-        QFETCH(QStringList, calls);
-
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        pages.orb.becomeWired(wired);
-        pages.orb.calls.clear();
-
-        pages.click("switchMode");
-        QCOMPARE(pages.dialog()->property("text").toString(), question);
-        QCOMPARE(pages.orb.calls, QStringList());
-
-        QMetaObject::invokeMethod(pages.dialog(), "accepted");
-        QCOMPARE(pages.orb.calls, calls);
-    }
-
-    void switchMayBeCancelled()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        pages.orb.calls.clear();
-        pages.click("switchMode");
-        pages.dialog()->close();
-        QCOMPARE(pages.orb.calls, QStringList());
-    }
-
-    void dialogMayShowAToast()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        pages.click("feedback");
-        QMetaObject::invokeMethod(pages.dialog(), "toast", Q_ARG(QString, "thanks"),
-                                  Q_ARG(int, 3000));
-        QCOMPARE(pages.text("toastContent"), QStringLiteral("thanks"));
-        QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 3000);
-        QVERIFY(qobject_cast<QQuickWindow *>(pages.find("toast"))->isVisible());
-    }
-
-    void dialogMayOpenAnother()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        pages.load();
-        pages.click("setting");
-        QMetaObject::invokeMethod(pages.dialog(), "openPage",
-                                  Q_ARG(QString, "qrc:/qml/windows/WaitPage.qml"),
-                                  Q_ARG(QVariant, QVariantMap({{"text", "a moment"}})));
-        QCOMPARE(pages.dialogFile(), QStringLiteral("WaitPage.qml"));
-        QCOMPARE(pages.dialog()->property("text").toString(), QStringLiteral("a moment"));
-    }
-
-    void dialogMayCloseTheProgram()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
-        emit pages.update.updateSignal("new", false);
-        pages.orb.calls.clear();
-        QMetaObject::invokeMethod(pages.dialog(), "closeMain");
-        QVERIFY(!pages.dialog());
-        QVERIFY(!window->isVisible());
-        QCOMPARE(pages.orb.calls, QStringList());
-    }
-
-    void dialogMayLeaveTheProgramAndIsDoneBefore()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
-        emit pages.update.updateSignal("new", true);
-        pages.orb.calls.clear();
-        QMetaObject::invokeMethod(pages.dialog(), "leaveProgram");
-        QCOMPARE(pages.orb.calls, QStringList());
-        QTRY_COMPARE(pages.orb.calls, QStringList("closeApp"));
-        QVERIFY(!pages.dialog());
-        QVERIFY(!window->isVisible());
-    }
-
-    void closeRequestClosesTheDialogFirst()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
-        emit pages.orb.showUseProtPage("a.exe");
-        pages.orb.calls.clear();
-        bool dialogWhenTold = true;
-        bool windowWhenTold = false;
-        pages.orb.onCall = [&](const QString &) {
-            dialogWhenTold = pages.dialog() != nullptr;
-            windowWhenTold = window->isVisible();
-        };
-
-        QCloseEvent request;
-        QCoreApplication::sendEvent(window, &request);
-
-        QCOMPARE(pages.orb.calls, QStringList("closeApp"));
-        QVERIFY(!dialogWhenTold);
-        QVERIFY(windowWhenTold);
-        QVERIFY(!window->isVisible());
-    }
-
-    void closeRequestOfTheDialogLeavesTheWindow()
-    {
-        Interface pages;
-        pages.realDialogs = false;
-        FramelessQuickWindow *window = pages.load();
-        pages.click("feedback");
-        pages.orb.calls.clear();
-        QCloseEvent request;
-        QCoreApplication::sendEvent(pages.dialog(), &request);
-        QVERIFY(!pages.dialog());
-        QVERIFY(window->isVisible());
-        QCOMPARE(pages.orb.calls, QStringList());
     }
 
     void portsAreAskedForWhenTheWindowIsThere()

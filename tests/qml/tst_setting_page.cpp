@@ -1,59 +1,12 @@
-#include "tests/qml/interface.h"
+#include "tests/qml/settings_dialog.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
 
-#include <QSignalBlocker>
-#include <QWheelEvent>
-
-// The streaming settings: what is shown, what is asked of the controller, in
-// which order, and what the user is told before.
+// The streaming settings: what is asked of the controller, in which order, and what
+// the user is told before.
 class TestSettingPage : public TestCase
 {
     Q_OBJECT
-
-    static void open(Interface &pages, const FakeOrb::Settings &settings = {})
-    {
-        QVERIFY(pages.load());
-        pages.orb.becomeSettings(settings);
-        pages.click("setting");
-        QVERIFY(pages.dialog());
-        pages.settle();
-        pages.orb.calls.clear();
-    }
-    static FakeOrb::Settings custom(int scale = 110, int bitRate = 80)
-    {
-        FakeOrb::Settings settings;
-        settings.definition = 3;
-        settings.scale = scale;
-        settings.bitRate = bitRate;
-        return settings;
-    }
-    static void choose(Interface &pages, const QString &setting, int value)
-    {
-        pages.click(pages.option(setting, value));
-    }
-    static int chosen(Interface &pages, const QString &setting, const char *property = "value")
-    {
-        return pages.inDialog(setting)->property(property).toInt();
-    }
-    // As the user would, by keys.
-    static void slide(Interface &pages, const QString &setting, int value)
-    {
-        QQuickItem *slider = pages.inDialog(setting);
-        auto *track = slider->findChild<QQuickItem *>("track");
-        track->forceActiveFocus(Qt::TabFocusReason);
-        while (slider->property("value").toInt() != value) {
-            const int before = slider->property("value").toInt();
-            QTest::keyClick(pages.dialog(), before < value ? Qt::Key_Right : Qt::Key_Left);
-            QVERIFY(slider->property("value").toInt() != before);
-        }
-    }
-    static QString text(Interface &pages, const QString &name)
-    {
-        QQuickItem *item = pages.inDialog(name);
-        return item ? item->property("text").toString() : QStringLiteral("(not shown)");
-    }
-    static void confirm(Interface &pages) { pages.click(pages.inDialog("confirm")); }
 
 private slots:
     void initTestCase() { registerInterface(); }
@@ -83,7 +36,7 @@ private slots:
         QFETCH(int, shownDefinition);
         QFETCH(int, shownFps);
 
-        Interface pages;
+        SettingsDialog pages;
         FakeOrb::Settings settings;
         settings.definition = definition;
         settings.fps = fps;
@@ -92,23 +45,23 @@ private slots:
         settings.av1 = true;
         settings.scale = 130;
         settings.bitRate = 95;
-        open(pages, settings);
-        QCOMPARE(chosen(pages, "definition"), shownDefinition);
-        QCOMPARE(chosen(pages, "fps"), shownFps);
-        QCOMPARE(chosen(pages, "encoder"), encoder);
-        QCOMPARE(chosen(pages, "audio", "checked"), int(audio));
+        pages.open(settings);
+        QCOMPARE(pages.chosen("definition"), shownDefinition);
+        QCOMPARE(pages.chosen("fps"), shownFps);
+        QCOMPARE(pages.chosen("encoder"), encoder);
+        QCOMPARE(pages.chosen("audio", "checked"), int(audio));
         if (definition == 3) {
-            QCOMPARE(chosen(pages, "scale"), 130);
-            QCOMPARE(chosen(pages, "bitRate"), 95);
+            QCOMPARE(pages.chosen("scale"), 130);
+            QCOMPARE(pages.chosen("bitRate"), 95);
         }
     }
 
     void missingNumbersGetUsefulValues()
     {
-        Interface pages;
-        open(pages, custom(0, 0));
-        QCOMPARE(chosen(pages, "scale"), 100);
-        QCOMPARE(chosen(pages, "bitRate"), 50);
+        SettingsDialog pages;
+        pages.open(customSettings(0, 0));
+        QCOMPARE(pages.chosen("scale"), 100);
+        QCOMPARE(pages.chosen("bitRate"), 50);
     }
 
     void fixedDefinitionIsAppliedAtOnce_data()
@@ -125,14 +78,14 @@ private slots:
         QFETCH(int, stored);
         QFETCH(int, definition);
 
-        Interface pages;
+        SettingsDialog pages;
         FakeOrb::Settings settings;
         settings.definition = stored;
-        open(pages, settings);
-        choose(pages, "definition", definition);
-        choose(pages, "fps", 0);
-        choose(pages, "encoder", 0);
-        confirm(pages);
+        pages.open(settings);
+        pages.choose("definition", definition);
+        pages.choose("fps", 0);
+        pages.choose("encoder", 0);
+        pages.confirm();
         QCOMPARE(pages.orb.calls,
                  QStringList(
                      QStringLiteral("setEffects %1 0 0 false false false false").arg(definition)));
@@ -152,19 +105,19 @@ private slots:
         QFETCH(int, definition);
         QFETCH(QString, bitRate);
 
-        Interface pages;
-        open(pages, custom());
-        choose(pages, "definition", definition);
+        SettingsDialog pages;
+        pages.open(customSettings());
+        pages.choose("definition", definition);
         pages.settle();
-        QCOMPARE(text(pages, "presetRate"), bitRate);
+        QCOMPARE(pages.shownText("presetRate"), bitRate);
     }
 
     void bitRateAloneNeedsNoRestart()
     {
-        Interface pages;
-        open(pages, custom(110, 80));
-        slide(pages, "bitRate", 120);
-        confirm(pages);
+        SettingsDialog pages;
+        pages.open(customSettings(110, 80));
+        pages.slide("bitRate", 120);
+        pages.confirm();
         QCOMPARE(pages.orb.calls, QStringList("setVideoBitRate 120"));
         QCOMPARE(pages.text("toastContent"), zh("切换码率"));
         QCOMPARE(pages.find("toastTimer")->property("interval").toInt(), 2000);
@@ -199,28 +152,28 @@ private slots:
         QFETCH(int, value);
         QFETCH(QStringList, calls);
 
-        Interface pages;
-        open(pages, custom(110, 80));
+        SettingsDialog pages;
+        pages.open(customSettings(110, 80));
         if (!setting.isEmpty())
-            slide(pages, "bitRate", 85); // together with the other change
+            pages.slide("bitRate", 85); // together with the other change
         if (setting == "scale")
-            slide(pages, setting, value);
+            pages.slide(setting, value);
         else if (setting == "audio")
             pages.click(pages.inDialog("audio"));
         else if (!setting.isEmpty())
-            choose(pages, setting, value);
-        confirm(pages);
+            pages.choose(setting, value);
+        pages.confirm();
         QCOMPARE(pages.orb.calls, calls);
         QVERIFY(!pages.shown("toastContent") || pages.text("toastContent") != zh("切换码率"));
     }
 
     void becomingCustomRestarts()
     {
-        Interface pages;
-        open(pages, {});
-        choose(pages, "definition", 3);
-        slide(pages, "bitRate", 70);
-        confirm(pages);
+        SettingsDialog pages;
+        pages.open();
+        pages.choose("definition", 3);
+        pages.slide("bitRate", 70);
+        pages.confirm();
         QCOMPARE(pages.orb.calls, (QStringList{"setVideoQuilty 100 70",
                                                "setEffects 3 1 1 false false false false"}));
     }
@@ -228,33 +181,33 @@ private slots:
     void unreadableStoredScaleRestarts()
     {
         // The store may hold a number where the controller reads a text.
-        Interface pages;
-        open(pages, custom(0, 80));
-        slide(pages, "bitRate", 85);
-        confirm(pages);
+        SettingsDialog pages;
+        pages.open(customSettings(0, 80));
+        pages.slide("bitRate", 85);
+        pages.confirm();
         QCOMPARE(pages.orb.calls, (QStringList{"setVideoQuilty 100 85",
                                                "setEffects 3 1 1 false false false false"}));
     }
 
     void specialColoursAreNeverAskedFor()
     {
-        Interface pages;
+        SettingsDialog pages;
         FakeOrb::Settings settings;
         settings.tenBit = true;
         settings.fullRange = true;
         settings.hdr = true;
-        open(pages, settings);
-        confirm(pages);
+        pages.open(settings);
+        pages.confirm();
         QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 false false false false"));
     }
 
     void pageIsGoneBeforeSteamVRIsStopped()
     {
-        Interface pages;
-        open(pages, {});
+        SettingsDialog pages;
+        pages.open();
         bool shown = true;
         pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
-        confirm(pages);
+        pages.confirm();
         QVERIFY(!shown);
     }
 
@@ -268,9 +221,9 @@ private slots:
     void cancellingAsksForNothing()
     {
         QFETCH(QString, how);
-        Interface pages;
-        open(pages, {});
-        choose(pages, "definition", 0);
+        SettingsDialog pages;
+        pages.open();
+        pages.choose("definition", 0);
         if (how == "Escape")
             QTest::keyClick(pages.dialog(), Qt::Key_Escape);
         else
@@ -279,265 +232,30 @@ private slots:
         QCOMPARE(pages.orb.calls, QStringList());
     }
 
-    void encodersDependOnTheGraphicsCard_data()
-    {
-        QTest::addColumn<bool>("nvidia");
-        QTest::addColumn<bool>("av1");
-        QTest::addColumn<QStringList>("names");
-
-        QTest::newRow("any") << false << false << QStringList{"H.264", "HEVC"};
-        QTest::newRow("NVIDIA") << true << false << QStringList{"H.264", "HEVC", "HEVC 10-bit"};
-        QTest::newRow("AV1") << true << true << QStringList{"H.264", "HEVC", "HEVC 10-bit", "AV1"};
-    }
-    void encodersDependOnTheGraphicsCard()
-    {
-        QFETCH(bool, nvidia);
-        QFETCH(bool, av1);
-        QFETCH(QStringList, names);
-
-        Interface pages;
-        FakeOrb::Settings settings;
-        settings.nvidia = nvidia;
-        settings.av1 = av1;
-        open(pages, settings);
-        QCOMPARE(Interface::texts(pages.inDialog("encoder")), names);
-    }
-
-    void eachEncoderHasItsIndex()
-    {
-        for (int encoder : {0, 1, 2, 3}) {
-            Interface pages;
-            FakeOrb::Settings settings;
-            settings.av1 = true;
-            settings.encoder = 1;
-            open(pages, settings);
-            choose(pages, "encoder", encoder);
-            confirm(pages);
-            QCOMPARE(pages.orb.calls,
-                     QStringList(
-                         QStringLiteral("setEffects 1 1 %1 false false false false").arg(encoder)));
-        }
-    }
-
-    void encoderThatIsNotOfferedBecomesHevc()
-    {
-        Interface pages;
-        FakeOrb::Settings settings;
-        settings.encoder = 3;
-        open(pages, settings);
-        QCOMPARE(chosen(pages, "encoder"), 1);
-        confirm(pages);
-        QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 false false false false"));
-    }
-
-    void microphoneNeedsTheVirtualCable()
-    {
-        Interface pages;
-        pages.orb.audioInstalled = false;
-        open(pages, {});
-        pages.click(pages.inDialog("audio"));
-        QCOMPARE(pages.orb.calls, QStringList("installAudio"));
-        QCOMPARE(chosen(pages, "audio", "checked"), 0);
-        QVERIFY(chosen(pages, "audio", "installing"));
-
-        pages.orb.audioInstalled = true;
-        pages.click(pages.inDialog("audio"));
-        QCOMPARE(pages.orb.calls, (QStringList{"installAudio", "installAudio"}));
-        QCOMPARE(chosen(pages, "audio", "checked"), 1);
-        QVERIFY(!chosen(pages, "audio", "installing"));
-    }
-
-    void installedCableIsNotInstalledAgain()
-    {
-        Interface pages;
-        FakeOrb::Settings settings;
-        settings.audio = true;
-        open(pages, settings);
-        confirm(pages);
-        QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 true false false false"));
-    }
-
-    void microphoneCanBeSwitchedOffWithoutACable()
-    {
-        Interface pages;
-        pages.orb.audioInstalled = false;
-        FakeOrb::Settings settings;
-        settings.audio = true;
-        open(pages, settings);
-        pages.click(pages.inDialog("audio"));
-        confirm(pages);
-        QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 false false false false"));
-    }
-
     void restartIsAnnounced()
     {
         const QString restart = zh("确定后SteamVR会重新启动，正在运行的VR游戏会被关闭");
         const QString none = zh("只更改码率，SteamVR不会重新启动");
-        Interface pages;
-        open(pages, custom(110, 80));
-        QCOMPARE(text(pages, "restart"), restart);
-        slide(pages, "bitRate", 90);
-        QCOMPARE(text(pages, "restart"), none);
-        slide(pages, "scale", 100);
-        QCOMPARE(text(pages, "restart"), restart);
-        slide(pages, "scale", 110);
-        QCOMPARE(text(pages, "restart"), none);
-        choose(pages, "definition", 2);
-        QCOMPARE(text(pages, "restart"), restart);
-    }
-
-    void slidersOnlyBelongToTheCustomDefinition()
-    {
-        Interface pages;
-        open(pages, {});
-        QVERIFY(!pages.inDialog("scale"));
-        QVERIFY(!pages.inDialog("bitRate"));
-        choose(pages, "definition", 3);
-        QVERIFY(pages.inDialog("scale"));
-        QVERIFY(pages.inDialog("bitRate"));
-    }
-
-    void bitRateIsThatOfTheLink()
-    {
-        for (bool wired : {false, true}) {
-            Interface pages;
-            pages.orb.becomeWired(wired);
-            open(pages, custom());
-            QCOMPARE(pages.inDialog("bitRate")->property("name").toString(),
-                     wired ? zh("码率（有线）") : zh("码率（无线）"));
-        }
-    }
-
-    void settingsOfAnotherHeadsetAreRead()
-    {
-        Interface pages;
-        open(pages, {});
-        choose(pages, "fps", 0);
-        FakeOrb::Settings other = custom(130, 150);
-        other.av1 = true;
-        other.encoder = 3;
-        pages.orb.becomeSettings(other);
-        QCOMPARE(chosen(pages, "definition"), 3);
-        QCOMPARE(chosen(pages, "fps"), 1);
-        QCOMPARE(chosen(pages, "encoder"), 3);
-        QCOMPARE(chosen(pages, "scale"), 130);
-        QCOMPARE(chosen(pages, "bitRate"), 150);
-    }
-
-    void announcedSettingsLeaveWhatTheUserIsAt()
-    {
-        Interface pages;
-        FakeOrb::Settings settings = custom(110, 80);
-        settings.av1 = true;
-        open(pages, settings);
-        slide(pages, "bitRate", 95);
-        choose(pages, "encoder", 3);
-        QQuickItem *focused = pages.option("encoder", 3);
-        focused->forceActiveFocus(Qt::TabFocusReason);
-        pages.orb.becomeSettings(settings); // as each poll does
-        pages.settle();
-        QCOMPARE(chosen(pages, "bitRate"), 95);
-        QCOMPARE(chosen(pages, "encoder"), 3);
-        QCOMPARE(pages.option("encoder", 3), focused);
-        QVERIFY(focused->hasActiveFocus());
-    }
-
-    void encoderThatIsOfferedNoMoreBecomesHevc()
-    {
-        Interface pages;
-        FakeOrb::Settings settings;
-        settings.av1 = true;
-        settings.nvidia = true;
-        open(pages, settings);
-        choose(pages, "encoder", 3);
-        settings.av1 = false; // a headset of another model, with the same settings
-        pages.orb.becomeSettings(settings);
-        QCOMPARE(chosen(pages, "encoder"), 1);
-    }
-
-    void otherLinkBringsItsBitRate()
-    {
-        Interface pages;
-        open(pages, custom(110, 80));
-        FakeOrb::Settings cable = custom(110, 150);
-        QSignalBlocker quiet(pages.orb);
-        pages.orb.becomeSettings(cable);
-        quiet.unblock();
-        QCOMPARE(chosen(pages, "bitRate"), 80);
-        pages.orb.becomeWired(true);
-        QCOMPARE(chosen(pages, "bitRate"), 150);
-    }
-
-    void sliderStaysInItsSteps_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<int>("end");
-
-        QTest::newRow("right") << int(Qt::Key_Right) << 80 << 85;
-        QTest::newRow("up") << int(Qt::Key_Up) << 80 << 85;
-        QTest::newRow("left") << int(Qt::Key_Left) << 80 << 75;
-        QTest::newRow("down") << int(Qt::Key_Down) << 80 << 75;
-        QTest::newRow("page up") << int(Qt::Key_PageUp) << 80 << 105;
-        QTest::newRow("page down") << int(Qt::Key_PageDown) << 80 << 55;
-        QTest::newRow("home") << int(Qt::Key_Home) << 80 << 10;
-        QTest::newRow("end") << int(Qt::Key_End) << 80 << 200;
-        QTest::newRow("right of the last") << int(Qt::Key_Right) << 200 << 200;
-        QTest::newRow("left of the first") << int(Qt::Key_Left) << 10 << 10;
-        QTest::newRow("from between two steps") << int(Qt::Key_Right) << 82 << 85;
-    }
-    void sliderStaysInItsSteps()
-    {
-        QFETCH(int, key);
-        QFETCH(int, start);
-        QFETCH(int, end);
-
-        Interface pages;
-        open(pages, custom(100, start));
-        pages.inDialog("bitRate")->findChild<QQuickItem *>("track")->forceActiveFocus();
-        QTest::keyClick(pages.dialog(), Qt::Key(key));
-        QCOMPARE(chosen(pages, "bitRate"), end);
-        QCOMPARE(text(pages, "confirm"), zh("确定")); // the page is still there
-    }
-
-    void sliderFollowsMouseAndWheel()
-    {
-        Interface pages;
-        open(pages, custom(100, 50));
-        auto *track = pages.inDialog("bitRate")->findChild<QQuickItem *>("track");
-        const QPointF middle = track->mapToScene(QPointF(track->width() / 2, track->height() / 2));
-        QTest::mouseClick(pages.dialog(), Qt::LeftButton, {}, middle.toPoint());
-        QCOMPARE(chosen(pages, "bitRate"), 105);
-        const QPointF end = track->mapToScene(QPointF(track->width() - 1, track->height() / 2));
-        QTest::mousePress(pages.dialog(), Qt::LeftButton, {}, middle.toPoint());
-        QTest::mouseMove(pages.dialog(), end.toPoint());
-        QTest::mouseRelease(pages.dialog(), Qt::LeftButton, {}, end.toPoint());
-        QCOMPARE(chosen(pages, "bitRate"), 200);
-        QWheelEvent wheel(middle, pages.dialog()->mapToGlobal(middle.toPoint()), {},
-                          QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(pages.dialog(), &wheel);
-        QCOMPARE(chosen(pages, "bitRate"), 195);
+        SettingsDialog pages;
+        pages.open(customSettings(110, 80));
+        QCOMPARE(pages.shownText("restart"), restart);
+        pages.slide("bitRate", 90);
+        QCOMPARE(pages.shownText("restart"), none);
+        pages.slide("scale", 100);
+        QCOMPARE(pages.shownText("restart"), restart);
+        pages.slide("scale", 110);
+        QCOMPARE(pages.shownText("restart"), none);
+        pages.choose("definition", 2);
+        QCOMPARE(pages.shownText("restart"), restart);
     }
 
     void enterConfirms()
     {
-        Interface pages;
-        open(pages, {});
+        SettingsDialog pages;
+        pages.open();
         QTest::keyClick(pages.dialog(), Qt::Key_Return);
         QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 false false false false"));
         QVERIFY(!pages.dialog());
-    }
-
-    void pageStartsWithTheDefinition()
-    {
-        Interface pages;
-        open(pages, {});
-        QTest::keyClick(pages.dialog(), Qt::Key_Right);
-        QCOMPARE(chosen(pages, "definition"), 2);
-        QTest::keyClick(pages.dialog(), Qt::Key_Left);
-        QTest::keyClick(pages.dialog(), Qt::Key_Left);
-        QTest::keyClick(pages.dialog(), Qt::Key_Left);
-        QCOMPARE(chosen(pages, "definition"), 0);
     }
 };
 
