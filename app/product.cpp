@@ -6,6 +6,7 @@
 #include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
+#include "controller/connection_status.h"
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "controller/qml_types.h"
@@ -94,6 +95,7 @@ void Product::publish(QQmlApplicationEngine &engine) const
 {
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb_->status());
     engine.rootContext()->setContextProperty(QStringLiteral("orbroad"), roadModel_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }

@@ -212,6 +212,6 @@ void ConnectionFlow::takeWirelessFacts(connection::Facts *facts) const
         return;
     facts->letGo = userDisconnected_;
     facts->expected = !wantedSerial_.isEmpty();
-    facts->wanted = facts->expected && model_.contains(wantedSerial_);
+    facts->wanted = facts->expected && model_.isReachable(wantedSerial_);
     facts->connected = connected_ && facts->expected && connectedSerial_ == wantedSerial_;
 }

@@ -27,7 +27,7 @@ struct Facts
     bool connected = false; // it says that the headset is connected
     bool asked = false;     // the user was asked which of several it shall be
     bool letGo = false;     // the user let it go
-    bool wanted = false;    // the headset that is to be connected is there
+    bool wanted = false;    // the headset that is to be connected can be reached
     bool expected = false;  // one that was connected is to come back by itself
     bool found = false;     // there are headsets: on the cable, or listed
 };

@@ -1,6 +1,7 @@
 #include "controller/qml_types.h"
 
 #include "config/streaming_choices.h"
+#include "controller/connection_state.h"
 #include "controller/vr_list_model.h"
 
 #include <QtQml>
@@ -10,6 +11,8 @@ void registerControllerTypes()
     const char *const module = "ORBManager";
     qmlRegisterUncreatableType<VRListModel>(module, 1, 0, "VRListModel",
                                             QStringLiteral("the controller has it, as vrLists"));
+    qmlRegisterUncreatableMetaObject(connection::staticMetaObject, module, 1, 0, "ConnectionState",
+                                     QStringLiteral("orbconnection has it, as state"));
     qmlRegisterSingletonType<StreamingChoices>(
         module, 1, 0, "StreamingChoices",
         [](QQmlEngine *, QJSEngine *) -> QObject * { return new StreamingChoices; });

@@ -49,10 +49,11 @@ void VRListModel::refill(const HeadsetList &headsets, const QStringList &recentS
     endResetModel();
 }
 
-bool VRListModel::contains(const QString &name) const
+bool VRListModel::isReachable(const QString &name) const
 {
-    return std::any_of(items_.begin(), items_.end(),
-                       [&](const Item &item) { return item.name == name; });
+    return std::any_of(items_.begin(), items_.end(), [&](const Item &item) {
+        return item.name == name && !item.address.isEmpty();
+    });
 }
 
 QString VRListModel::firstName() const

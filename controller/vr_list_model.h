@@ -32,7 +32,8 @@ public:
     // last reported one comes first.
     void refill(const HeadsetList &headsets, const QStringList &recentSerials);
 
-    bool contains(const QString &name) const;
+    // Whether it is listed with an address.
+    bool isReachable(const QString &name) const;
     // The name in the first row; empty when there is none.
     QString firstName() const;
 

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import ORBManager 1.0
 import "common"
 
 // The headset: where its connection stands, which ones there are, and what to
@@ -7,21 +8,15 @@ import "common"
 Card {
     id: page
 
-    enum Phase { Searching, Detecting, Choose, ChooseOne, Connecting, Connected }
-
-    readonly property bool connected: orb.vrIsConnect
-    // Whether the one headset that is listed is about to be connected.
-    property bool awaited: false
-    readonly property int phase: {
-        if (connected)
-            return PageItem.Connected;
-        if (orb.wired)
-            return orb.hasEnumdevices ? PageItem.Connecting : PageItem.Detecting;
-        if (headsets.count > 1)
-            return PageItem.Choose;
-        if (headsets.count === 1)
-            return awaited ? PageItem.Connecting : PageItem.ChooseOne;
-        return PageItem.Searching;
+    readonly property bool connected: orbconnection.state === ConnectionState.Connected
+    // Whether one of those that are listed has to be chosen.
+    readonly property bool choosing: {
+        switch (orbconnection.state) {
+        case ConnectionState.AskingUser:
+        case ConnectionState.Lost:
+        case ConnectionState.LetGo: return headsets.visible;
+        }
+        return false;
     }
 
     property QtObject road: null
@@ -34,34 +29,22 @@ Card {
     function switchConnection(name, ip, connect) {
         toast(qsTr("连接设备中，请稍后"));
         orb.connectVR(name, ip, connect);
-        look();
-    }
-    // The controller waits for the first of the list, or for nobody. Without an
-    // address nobody can be reached.
-    function look() {
-        awaited = headsets.firstAddress() !== "" && orb.isHasConnectedDevice();
     }
 
-    Component.onCompleted: look()
-    title: orb.vrName
+    // The name goes on speaking of a connection that is over.
+    title: connected || !orb.vrIsConnect ? orb.vrName : qsTr("星程之光眼镜")
     status: {
-        switch (phase) {
-        case PageItem.Connected: return qsTr("已连接，戴上眼镜开始串流吧！");
-        case PageItem.Connecting: return qsTr("连接中");
-        case PageItem.Detecting: return qsTr("检测中");
-        case PageItem.Choose: return qsTr("请选择设备连接");
-        case PageItem.ChooseOne: return qsTr("请选择眼镜连接");
-        }
+        if (connected)
+            return qsTr("已连接，戴上眼镜开始串流吧！");
+        if (choosing)
+            return headsets.count > 1 ? qsTr("请选择设备连接") : qsTr("请选择眼镜连接");
+        if (orbconnection.state === ConnectionState.Linking)
+            return qsTr("连接中");
+        if (orb.wired)
+            return orbconnection.headsetFound ? qsTr("连接中") : qsTr("检测中");
         return qsTr("搜索中");
     }
-    mark: {
-        switch (phase) {
-        case PageItem.Connected: return StatusMark.Done;
-        case PageItem.Choose:
-        case PageItem.ChooseOne: return StatusMark.Attention;
-        }
-        return StatusMark.Busy;
-    }
+    mark: connected ? StatusMark.Done : choosing ? StatusMark.Attention : StatusMark.Busy
     corner: LinkBadge {
         objectName: "linkBadge"
         wired: orb.wired
@@ -112,7 +95,7 @@ Card {
     }
     HeadsetList {
         id: headsets
-        visible: !orb.wired && count > 0
+        visible: !orb.wired && orbconnection.headsetFound
         Layout.fillWidth: true
         Layout.fillHeight: true
         Layout.minimumHeight: 9 * utils.grid
@@ -131,7 +114,7 @@ Card {
                         qsTr("戴上VR眼镜，打开串流应用"),
                         qsTr("等待眼镜出现在列表中，然后点击“连接”")];
             }
-            if (orb.hasEnumdevices) {
+            if (orbconnection.headsetFound) {
                 return [qsTr("用USB 3.0数据线连接电脑和VR眼镜"),
                         qsTr("戴上VR眼镜，允许USB调试"),
                         qsTr("在眼镜中打开串流应用")];
@@ -145,13 +128,5 @@ Card {
     }
     Item {
         Layout.fillHeight: true
-    }
-    Connections {
-        target: orb
-        function onShowVrList() { page.look(); }
-    }
-    Connections {
-        target: headsets.model
-        function onModelReset() { page.look(); }
     }
 }

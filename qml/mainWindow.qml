@@ -157,7 +157,7 @@ FramelessWindow {
             blockingPages: ["UsePortProcessTips.qml", "NetworkSetting.qml", "UpdateGpuDriverTips.qml"]
                            .map(file => root.windows + file)
             // Nobody has to choose a headset any more.
-            settled: orb.wired || orb.vrIsConnect
+            settled: orb.wired || cards.connected
             asks: root.visible && !root.leaving
             onAccepted: root.switchLink()
             onToast: root.showToast(text, duration)

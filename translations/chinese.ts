@@ -530,6 +530,10 @@
         <source>停止串流</source>
         <translation>Stop streaming</translation>
     </message>
+    <message>
+        <source>星程之光眼镜</source>
+        <translation>VR headset</translation>
+    </message>
 </context>
 <context>
     <name>PowerDownPage</name>

@@ -530,6 +530,10 @@
         <source>停止串流</source>
         <translation>ストリーミングを停止</translation>
     </message>
+    <message>
+        <source>星程之光眼镜</source>
+        <translation>VRヘッドセット</translation>
+    </message>
 </context>
 <context>
     <name>PowerDownPage</name>

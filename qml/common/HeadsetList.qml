@@ -25,10 +25,6 @@ ListView {
             --row;
         likelyRow = Math.max(row, 0);
     }
-    // Empty also when there is nobody.
-    function firstAddress() {
-        return model.rowCount() > 0 ? model.data(model.index(0, 0), VRListModel.AddressRole) : "";
-    }
     function remember() {
         currentName = currentItem ? currentItem.name : "";
     }

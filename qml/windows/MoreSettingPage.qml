@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import ORBManager 1.0
 import "../common"
 
 // Several headsets were found: which one is to be connected? Its streaming
@@ -68,9 +69,9 @@ DialogWindow {
         }
     }
     Connections {
-        target: orb
-        function onVrIsConnectChange() {
-            if (orb.vrIsConnect)
+        target: orbconnection
+        function onChanged() {
+            if (orbconnection.state === ConnectionState.Connected)
                 dialog.close();
         }
     }

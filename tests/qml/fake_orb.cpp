@@ -22,6 +22,28 @@ void FakeHeadsets::fill(const std::vector<Row> &rows)
     refill(found, recent);
 }
 
+FakeOrb::FakeOrb()
+{
+    connect(&headsets, &FakeHeadsets::modelReset, this, &FakeOrb::updateConnection);
+    connect(this, &FakeOrb::showVrList, this, [this](bool, bool hasDisConnect) {
+        letGo_ = hasDisConnect;
+        updateConnection();
+    });
+    updateConnection();
+}
+
+void FakeOrb::updateConnection()
+{
+    connection::Facts facts;
+    facts.server = true;
+    facts.wired = wired_;
+    facts.connected = vrIsConnect_;
+    facts.found = wired_ ? enumerated_ : headsets.rowCount() > 0;
+    facts.wanted = wired_ ? enumerated_ : headsets.isReachable(reconnectSerial);
+    facts.letGo = letGo_;
+    connection.set(connection::stateOf(facts), facts.found || facts.connected);
+}
+
 void FakeOrb::setWired(bool wired)
 {
     note("wired=" + word(wired));
@@ -78,18 +100,21 @@ void FakeOrb::becomeConnected(bool connected, const QString &vrName)
     vrIsConnect_ = connected;
     vrName_ = vrName.isEmpty() ? zh("星程之光眼镜") : vrName;
     emit vrIsConnectChange();
+    updateConnection();
 }
 
 void FakeOrb::becomeEnumerated(bool enumerated)
 {
     enumerated_ = enumerated;
     emit hasEnumdevicesChange();
+    updateConnection();
 }
 
 void FakeOrb::becomeWired(bool wired)
 {
     wired_ = wired;
     emit wiredChange();
+    updateConnection();
 }
 
 void FakeOrb::note(const QString &call)
@@ -124,6 +149,8 @@ void FakeOrb::launchSteam(bool isVR)
 void FakeOrb::connectVR(QString VRname, QString ip, bool vrState)
 {
     note(QStringLiteral("connectVR '%1' '%2' %3").arg(VRname, ip, word(vrState)));
+    letGo_ = !vrState;
+    updateConnection();
 }
 
 void FakeOrb::setupNewVersion()

@@ -2,6 +2,7 @@
 // tells them to show and write down what the pages ask of them.
 #pragma once
 
+#include "controller/connection_status.h"
 #include "controller/vr_list_model.h"
 #include "tests/support/zh.h"
 
@@ -91,7 +92,7 @@ public:
         bool nvidia = false;
     };
 
-    using QObject::QObject;
+    FakeOrb();
 
     QString systemInfo() const { return systemInfo_; }
     QString simplySystemInfo() const { return simplySystemInfo_; }
@@ -132,6 +133,8 @@ public:
     void becomeWired(bool wired);
 
     FakeHeadsets headsets;
+    // Follows what the test tells, as the real one does; may be set as well.
+    ConnectionStatus connection;
     QStringList calls;
     // Called with each new line.
     std::function<void(const QString &)> onCall;
@@ -188,6 +191,7 @@ public:
 
 private:
     void note(const QString &call);
+    void updateConnection();
 
     QString systemInfo_ = QStringLiteral("[]");
     QString simplySystemInfo_ = QStringLiteral("[]");
@@ -200,6 +204,7 @@ private:
     bool steamVR_ = false;
     bool wired_ = false;
     bool enumerated_ = false;
+    bool letGo_ = false; // as it was told with the list
 };
 
 // The update checker. It writes into the same list.

@@ -84,6 +84,7 @@ FramelessQuickWindow *Interface::load()
     if (!realDialogs)
         standInPages();
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
+    engine_.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb.connection);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbroad"), &roadModel_);
     if (hasChecks)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &checks);

@@ -1,7 +1,7 @@
+#include "simpc/window_frame_sim.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
-#include "ui/window_frame_sim.h"
 
 #include <QLocale>
 
