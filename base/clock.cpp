@@ -10,6 +10,9 @@
 #include <atomic>
 #include <cmath>
 
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
 namespace {
 
 class SystemClock final : public Clock
@@ -38,30 +41,30 @@ public:
         return static_cast<qint64>(static_cast<double>(timer_.nsecsElapsed()) * speed_ / 1e6);
     }
 
-    void sleep(int milliseconds) override
+    void sleep(milliseconds duration) override
     {
-        if (milliseconds > 0)
-            QThread::usleep(static_cast<unsigned long>(milliseconds * 1000.0 / speed_));
+        if (duration > 0ms)
+            QThread::usleep(static_cast<unsigned long>(duration.count() * 1000.0 / speed_));
     }
 
-    void singleShot(int milliseconds, QObject *context, std::function<void()> action) override
+    void singleShot(milliseconds delay, QObject *context, std::function<void()> action) override
     {
         if (context->thread() == QThread::currentThread()) {
-            QTimer::singleShot(real(milliseconds), Qt::PreciseTimer, context, std::move(action));
+            QTimer::singleShot(real(delay), Qt::PreciseTimer, context, std::move(action));
             return;
         }
         // The thread of `context` may be busy: only what is left of the delay
         // is waited for when it gets to this.
-        const qint64 due = elapsed() + std::max(0, milliseconds);
+        const milliseconds due = milliseconds(elapsed()) + std::max(0ms, delay);
         SanitizerVisibleCall::post(context, [this, due, context, action = std::move(action)] {
-            const int left = static_cast<int>(std::max<qint64>(0, due - elapsed()));
-            QTimer::singleShot(real(left), Qt::PreciseTimer, context, action);
+            QTimer::singleShot(real(due - milliseconds(elapsed())), Qt::PreciseTimer, context,
+                               action);
         });
     }
 
-    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type) override
+    int startTimer(milliseconds interval, QObject *receiver, Qt::TimerType type) override
     {
-        return receiver->startTimer(real(milliseconds), type);
+        return receiver->startTimer(real(interval), type);
     }
 
     void killTimer(int id, QObject *receiver) override { receiver->killTimer(id); }
@@ -69,9 +72,11 @@ public:
     void setSpeed(double factor) { speed_ = factor > 0 ? factor : 1.0; }
 
 private:
-    int real(int milliseconds) const
+    // How long it is outside of this program, if it is to come.
+    milliseconds real(milliseconds duration) const
     {
-        return static_cast<int>(std::ceil(std::max(0, milliseconds) / speed_));
+        const double length = static_cast<double>(std::max(0ms, duration).count());
+        return milliseconds(static_cast<qint64>(std::ceil(length / speed_)));
     }
 
     QDateTime start_;

@@ -8,7 +8,9 @@
 #include <QDateTime>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
+#include <utility>
 
 class Clock
 {
@@ -25,22 +27,34 @@ public:
     // Milliseconds since an arbitrary start; never runs backwards. Any thread.
     virtual qint64 elapsed() const = 0;
 
-    // Blocks the calling thread for `milliseconds`; 0 or less returns at once.
-    // Any thread.
-    virtual void sleep(int milliseconds) = 0;
+    // Blocks the calling thread for `duration`; 0 or less returns at once. Any
+    // thread.
+    virtual void sleep(std::chrono::milliseconds duration) = 0;
 
-    // Runs `action` once on the thread of `context`, `milliseconds` after this
-    // call, never during it; less than 0 counts as 0. Nothing runs when
-    // `context` is destroyed before. May be called from any thread, also one
-    // without an event loop; the delay counts from the call, not from the
-    // moment at which the thread of `context` notices it.
-    virtual void singleShot(int milliseconds, QObject *context, std::function<void()> action) = 0;
+    // Runs `action` once on the thread of `context`, `delay` after this call,
+    // never during it; less than 0 counts as 0. Nothing runs when `context` is
+    // destroyed before. May be called from any thread, also one without an
+    // event loop; the delay counts from the call, not from the moment at which
+    // the thread of `context` notices it.
+    virtual void singleShot(std::chrono::milliseconds delay, QObject *context,
+                            std::function<void()> action) = 0;
 
     // Starts a repeating timer whose ticks reach `receiver` as QTimerEvent, and
     // returns its id, which is never 0. Both calls on the thread of `receiver`.
-    virtual int startTimer(int milliseconds, QObject *receiver,
+    virtual int startTimer(std::chrono::milliseconds interval, QObject *receiver,
                            Qt::TimerType type = Qt::CoarseTimer) = 0;
     virtual void killTimer(int id, QObject *receiver) = 0;
+
+    // The same in milliseconds.
+    void sleep(int milliseconds) { sleep(std::chrono::milliseconds(milliseconds)); }
+    void singleShot(int milliseconds, QObject *context, std::function<void()> action)
+    {
+        singleShot(std::chrono::milliseconds(milliseconds), context, std::move(action));
+    }
+    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type = Qt::CoarseTimer)
+    {
+        return startTimer(std::chrono::milliseconds(milliseconds), receiver, type);
+    }
 
     // The clock of the product.
     static Clock &system();

@@ -9,45 +9,48 @@
 #include <algorithm>
 #include <utility>
 
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
 ManualClock::ManualClock(const QDateTime &start) : start_(start) {}
 
 QDateTime ManualClock::now() const
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    return start_.addMSecs(elapsed_);
+    return start_.addMSecs(elapsed_.count());
 }
 
 qint64 ManualClock::elapsed() const
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    return elapsed_;
+    return elapsed_.count();
 }
 
-void ManualClock::sleep(int milliseconds)
+void ManualClock::sleep(milliseconds duration)
 {
-    if (milliseconds <= 0)
+    if (duration <= 0ms)
         return;
     const std::lock_guard<std::mutex> lock(mutex_);
-    elapsed_ += milliseconds;
-    slept_ += milliseconds;
+    elapsed_ += duration;
+    slept_ += duration;
 }
 
-void ManualClock::singleShot(int milliseconds, QObject *context, std::function<void()> action)
+void ManualClock::singleShot(milliseconds delay, QObject *context, std::function<void()> action)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
     pending_.push_back(
-        {elapsed_ + std::max(0, milliseconds), order_++, 0, 0, context, std::move(action)});
+        {elapsed_ + std::max(0ms, delay), order_++, 0ms, 0, context, std::move(action)});
 }
 
-int ManualClock::startTimer(int milliseconds, QObject *receiver, Qt::TimerType)
+int ManualClock::startTimer(milliseconds interval, QObject *receiver, Qt::TimerType)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
     const int id = nextId_++;
-    pending_.push_back({elapsed_ + milliseconds, order_++, std::max(1, milliseconds), id, receiver,
-                        [receiver, id] {
-                            QTimerEvent event(id);
-                            QCoreApplication::sendEvent(receiver, &event);
-                        }});
+    pending_.push_back(
+        {elapsed_ + interval, order_++, std::max(1ms, interval), id, receiver, [receiver, id] {
+             QTimerEvent event(id);
+             QCoreApplication::sendEvent(receiver, &event);
+         }});
     return id;
 }
 
@@ -59,9 +62,9 @@ void ManualClock::killTimer(int id, QObject *)
                    pending_.end());
 }
 
-void ManualClock::advance(int milliseconds)
+void ManualClock::advance(milliseconds duration)
 {
-    const qint64 until = elapsed() + milliseconds;
+    const milliseconds until = milliseconds(elapsed()) + duration;
     for (;;) {
         Pending next;
         if (!takeNext(until, &next))
@@ -92,7 +95,7 @@ std::vector<ManualClock::Pending> ManualClock::takeDead()
     return taken;
 }
 
-bool ManualClock::takeNext(qint64 until, Pending *next)
+bool ManualClock::takeNext(milliseconds until, Pending *next)
 {
     takeDead();
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -107,7 +110,7 @@ bool ManualClock::takeNext(qint64 until, Pending *next)
         return false;
     elapsed_ = std::max(elapsed_, first->due);
     *next = *first;
-    if (first->period > 0) {
+    if (first->period > 0ms) {
         first->due += first->period;
         if (first->due < elapsed_)
             first->due = elapsed_ + first->period;
@@ -121,7 +124,7 @@ bool ManualClock::takeNext(qint64 until, Pending *next)
 qint64 ManualClock::slept() const
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    return slept_;
+    return slept_.count();
 }
 
 bool ManualClock::idle() const

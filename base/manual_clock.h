@@ -23,14 +23,19 @@ public:
 
     QDateTime now() const override;
     qint64 elapsed() const override;
-    void sleep(int milliseconds) override;
-    void singleShot(int milliseconds, QObject *context, std::function<void()> action) override;
-    int startTimer(int milliseconds, QObject *receiver,
+    void sleep(std::chrono::milliseconds duration) override;
+    void singleShot(std::chrono::milliseconds delay, QObject *context,
+                    std::function<void()> action) override;
+    int startTimer(std::chrono::milliseconds interval, QObject *receiver,
                    Qt::TimerType type = Qt::CoarseTimer) override;
+    using Clock::singleShot;
+    using Clock::sleep;
+    using Clock::startTimer;
     void killTimer(int id, QObject *receiver) override;
 
-    // Moves the clock forward by `milliseconds` and fires what falls due.
-    void advance(int milliseconds);
+    // Moves the clock forward by `duration` and fires what falls due.
+    void advance(std::chrono::milliseconds duration);
+    void advance(int milliseconds) { advance(std::chrono::milliseconds(milliseconds)); }
 
     // How long all sleeps together took, in milliseconds.
     qint64 slept() const;
@@ -41,21 +46,21 @@ public:
 private:
     struct Pending
     {
-        qint64 due;
+        std::chrono::milliseconds due;
         quint64 order;
-        int period; // 0: one-shot
-        int id;     // 0: one-shot
+        std::chrono::milliseconds period; // 0: one-shot
+        int id;                           // 0: one-shot
         QPointer<QObject> receiver;
         std::function<void()> action;
     };
 
     std::vector<Pending> takeDead();
-    bool takeNext(qint64 until, Pending *next);
+    bool takeNext(std::chrono::milliseconds until, Pending *next);
 
     mutable std::mutex mutex_;
     QDateTime start_;
-    qint64 elapsed_ = 0;
-    qint64 slept_ = 0;
+    std::chrono::milliseconds elapsed_{0};
+    std::chrono::milliseconds slept_{0};
     quint64 order_ = 0;
     int nextId_ = 1000000;
     std::vector<Pending> pending_;

@@ -29,9 +29,9 @@ public:
     QDateTime now() const override { return QDateTime::fromMSecsSinceEpoch(epochMilliseconds()); }
     qint64 epochMilliseconds() const override { return time_ += 1000; }
     qint64 elapsed() const override { return 0; }
-    void sleep(int) override {}
-    void singleShot(int, QObject *, std::function<void()>) override {}
-    int startTimer(int, QObject *, Qt::TimerType) override { return 0; }
+    void sleep(std::chrono::milliseconds) override {}
+    void singleShot(std::chrono::milliseconds, QObject *, std::function<void()>) override {}
+    int startTimer(std::chrono::milliseconds, QObject *, Qt::TimerType) override { return 0; }
     void killTimer(int, QObject *) override {}
 
 private:

@@ -15,13 +15,15 @@
 #include <memory>
 #include <utility>
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int sendInterval = 600000; // ms
+constexpr std::chrono::milliseconds sendInterval = 10min;
 // A server that does not answer must not keep the program from closing.
-constexpr int flushLimit = 5000; // ms
+constexpr std::chrono::milliseconds flushLimit = 5s;
 // Long enough for a slow line; then the request makes room.
-constexpr int answerLimit = 300000;         // ms
+constexpr std::chrono::milliseconds answerLimit = 5min;
 constexpr qint64 longestAnswer = 1LL << 20; // bytes
 
 const QString eventPath = QStringLiteral("/vrmcsys/datacenter/streaming_data_upload");
@@ -181,9 +183,9 @@ void HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body
     reply->deleteLater();
 }
 
-void HttpManager::abortAfter(int milliseconds, QNetworkReply *reply)
+void HttpManager::abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply)
 {
-    dependencies_.clock.singleShot(milliseconds, reply, [reply] { reply->abort(); });
+    dependencies_.clock.singleShot(limit, reply, [reply] { reply->abort(); });
 }
 
 void HttpManager::abortRequests()

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <mutex>
 #include <vector>
@@ -63,7 +64,7 @@ private:
     QByteArray takeBatch();
     void handleBatchReply(QNetworkReply *reply, const QByteArray &body, const QByteArray &batch);
     void handleUploadReply(QNetworkReply *reply, const QByteArray &body);
-    void abortAfter(int milliseconds, QNetworkReply *reply);
+    void abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply);
 
     const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;

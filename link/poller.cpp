@@ -27,14 +27,14 @@ void Poller::remove(socket_api::Handle socket)
         static_cast<std::uint32_t>(std::remove(master_.sockets, end, socket) - master_.sockets);
 }
 
-int Poller::wait(int kinds, int timeoutMilliseconds)
+int Poller::wait(int kinds, std::optional<std::chrono::milliseconds> limit)
 {
     socket_api::Set scratch = master_;
     socket_api::WaitOptions options;
     options.kinds = kinds;
     options.wakeUp = wakeUp_;
     options.writeTo = writeTo_;
-    options.timeoutMilliseconds = timeoutMilliseconds;
+    options.limit = limit;
     const socket_api::WaitOutcome outcome = socket_api::wait(&scratch, options);
     wokenUp_ = outcome.wokenUp;
     if (outcome.ready == -1)

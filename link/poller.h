@@ -3,6 +3,9 @@
 
 #include "pc/socket_api.h"
 
+#include <chrono>
+#include <optional>
+
 // A set of at most 64 sockets and what the last wait said about them. Does not
 // own the sockets. One thread.
 class Poller
@@ -20,12 +23,11 @@ public:
     void remove(socket_api::Handle socket);
 
     // Sleeps until a socket is ready for one of `kinds` (Kind values added up),
-    // or something outside the set ends the wait, or `timeoutMilliseconds` are
-    // over (below 0: no limit). Returns as select() does. All kinds asked for
-    // share one result: a socket that is ready for one of them counts as ready
+    // or something outside the set ends the wait, or the limit is over. Returns as select() does.
+    // All kinds asked for share one result: a socket that is ready for one of them counts as ready
     // for each. A failure is written to the error stream; then every socket
     // counts as ready, so that its owner finds out which one is broken.
-    int wait(int kinds, int timeoutMilliseconds = -1);
+    int wait(int kinds, std::optional<std::chrono::milliseconds> limit = std::nullopt);
 
     // What the last wait said; false for any other kind.
     bool isSet(socket_api::Handle socket, int kind) const;

@@ -10,15 +10,18 @@
 #include <QDebug>
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 // How long to wait before trying again what the system has no room for.
-constexpr int retryMilliseconds = 200;
-constexpr int noLimit = -1;
+constexpr std::chrono::milliseconds retryInterval = 200ms;
 
 std::mutex restartHandlerMutex;
 
@@ -86,13 +89,14 @@ void SysManager::Worker::run()
 {
     while (!stop) {
         const bool paused = socket->isAcceptingPaused();
-        const int result = poller->wait(Poller::Readable, paused ? retryMilliseconds : noLimit);
+        const int result =
+            poller->wait(Poller::Readable, paused ? std::optional(retryInterval) : std::nullopt);
         wakeUps.fetch_add(1, std::memory_order_relaxed);
         if (paused)
             socket->resumeAccepting();
         // A wait that fails does not sleep either.
         if (result == -1)
-            outbox.waitWithoutSockets(std::chrono::milliseconds(retryMilliseconds));
+            outbox.waitWithoutSockets(retryInterval);
         if (result == -1 || poller->wokenUp())
             outbox.acknowledge();
         socket->continueSending();

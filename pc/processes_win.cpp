@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QStringList>
 
+#include <chrono>
+
 #include <psapi.h>
 #include <tlhelp32.h>
 
@@ -12,7 +14,9 @@ namespace processes {
 
 namespace {
 
-constexpr int commandLimit = 30000; // ms, to start and to finish
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds commandLimit = 30s; // to start and to finish
 
 } // namespace
 
@@ -46,8 +50,9 @@ void terminate(quint32 pid)
     taskkill.start(QStringLiteral("taskkill"),
                    {QStringLiteral("/PID"), QString::number(pid), QStringLiteral("/F")},
                    QIODevice::ReadWrite);
-    if (taskkill.waitForStarted(commandLimit))
-        taskkill.waitForFinished(commandLimit);
+    const int limit = static_cast<int>(commandLimit.count());
+    if (taskkill.waitForStarted(limit))
+        taskkill.waitForFinished(limit);
 }
 
 } // namespace processes

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+
 namespace shell_launch {
 
 struct Outcome
@@ -17,14 +19,15 @@ struct Outcome
     bool started = false;
     unsigned startError = 0; // the system's error number when not started
     Wait wait = NoHandle;
-    unsigned waitError = 0; // the system's error number for WaitFailed
-    qint64 elapsed = 0;     // milliseconds from the call until it returned
+    unsigned waitError = 0;               // the system's error number for WaitFailed
+    std::chrono::milliseconds elapsed{0}; // from the call until it returned
 };
 
 // Opens `program` with `parameters`, its window hidden, and waits until it has
-// ended, `waitMilliseconds` at most; a program that runs on is left running.
+// ended, `limit` at most; a program that runs on is left running.
 // Blocks the calling thread; any thread.
-Outcome openHiddenAndWait(const QString &program, const QString &parameters, int waitMilliseconds);
+Outcome openHiddenAndWait(const QString &program, const QString &parameters,
+                          std::chrono::milliseconds limit);
 
 // Starts a program that lives on by itself; false when it could not be
 // started. Does not wait; any thread.

@@ -9,7 +9,8 @@
 
 namespace shell_launch {
 
-Outcome openHiddenAndWait(const QString &program, const QString &parameters, int waitMilliseconds)
+Outcome openHiddenAndWait(const QString &program, const QString &parameters,
+                          std::chrono::milliseconds limit)
 {
     QElapsedTimer timer;
     timer.start();
@@ -29,7 +30,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters, int
         outcome.startError = GetLastError();
     } else if (request.hProcess) {
         const KernelHandle process(request.hProcess);
-        switch (WaitForSingleObject(process.get(), static_cast<DWORD>(waitMilliseconds))) {
+        switch (WaitForSingleObject(process.get(), static_cast<DWORD>(limit.count()))) {
         case WAIT_OBJECT_0:
             outcome.wait = Outcome::Ended;
             break;
@@ -42,7 +43,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters, int
             break;
         }
     }
-    outcome.elapsed = timer.elapsed();
+    outcome.elapsed = std::chrono::milliseconds(timer.elapsed());
     return outcome;
 }
 

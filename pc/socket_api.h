@@ -8,6 +8,7 @@
 
 #include "pc/owned.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -93,10 +94,10 @@ enum Kind { Readable = 1, Writable = 2, Exceptional = 4 };
 
 struct WaitOptions
 {
-    int kinds = Readable;           // asked for every socket of the set
-    Handle wakeUp = invalidHandle;  // also ends the wait, by being readable
-    Handle writeTo = invalidHandle; // also ends the wait, by being writable
-    int timeoutMilliseconds = -1;   // below 0: without a limit
+    int kinds = Readable;                                // asked for every socket of the set
+    Handle wakeUp = invalidHandle;                       // also ends the wait, by being readable
+    Handle writeTo = invalidHandle;                      // also ends the wait, by being writable
+    std::optional<std::chrono::milliseconds> limit = {}; // none: for ever
 };
 
 struct WaitOutcome

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <utility>
 
+using namespace std::chrono_literals;
+
 namespace socket_api {
 
 static_assert(sizeof(Handle) == sizeof(SOCKET) && invalidHandle == INVALID_SOCKET,
@@ -201,9 +203,10 @@ WaitOutcome wait(Set *set, const WaitOptions &options)
     if (options.writeTo != invalidHandle)
         FD_SET(options.writeTo, &writable);
 
-    timeval limit{options.timeoutMilliseconds / 1000, (options.timeoutMilliseconds % 1000) * 1000};
-    if (::select(0, &readable, &writable, &exceptional,
-                 options.timeoutMilliseconds < 0 ? nullptr : &limit) == SOCKET_ERROR)
+    const auto milliseconds = static_cast<long>(options.limit.value_or(0ms).count());
+    const timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000};
+    if (::select(0, &readable, &writable, &exceptional, options.limit ? &limit : nullptr) ==
+        SOCKET_ERROR)
         return {};
 
     WaitOutcome outcome{0};

@@ -2,14 +2,17 @@
 
 #include "pc/handles_win.h"
 
+#include <chrono>
 #include <iostream>
 
 #include <dbt.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr UINT exitMessage = 1025;
-constexpr DWORD retryInterval = 10; // ms
+constexpr auto retryInterval = 10ms;
 const wchar_t *const className = L"Sample Window Class";
 
 constexpr GUID watchedClasses[] = {
@@ -102,7 +105,8 @@ bool UsbMessages::stop()
         return false;
     // Until the thread has made its message queue nothing can be posted to it.
     while (!PostThreadMessageW(d->threadId, exitMessage, 0, 0) &&
-           WaitForSingleObject(d->thread.get(), retryInterval) == WAIT_TIMEOUT) {
+           WaitForSingleObject(d->thread.get(), static_cast<DWORD>(retryInterval.count())) ==
+               WAIT_TIMEOUT) {
     }
     WaitForSingleObject(d->thread.get(), INFINITE);
     d->thread.reset();

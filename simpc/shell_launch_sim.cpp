@@ -6,7 +6,8 @@
 
 namespace shell_launch {
 
-Outcome openHiddenAndWait(const QString &program, const QString &parameters, int waitMilliseconds)
+Outcome openHiddenAndWait(const QString &program, const QString &parameters,
+                          std::chrono::milliseconds limit)
 {
     SimPc &pc = SimPc::current();
     const qint64 start = pc.timeline.clock().elapsed();
@@ -15,11 +16,11 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters, int
     outcome.started = result.started;
     outcome.startError = result.error;
     if (result.started && result.hasHandle) {
-        const bool ends = result.endsAfter >= 0 && result.endsAfter <= waitMilliseconds;
-        pc.timeline.clock().sleep(ends ? result.endsAfter : waitMilliseconds);
+        const bool ends = result.endsAfter >= 0 && result.endsAfter <= limit.count();
+        pc.timeline.clock().sleep(ends ? std::chrono::milliseconds(result.endsAfter) : limit);
         outcome.wait = ends ? Outcome::Ended : Outcome::TimedOut;
     }
-    outcome.elapsed = pc.timeline.clock().elapsed() - start;
+    outcome.elapsed = std::chrono::milliseconds(pc.timeline.clock().elapsed() - start);
     return outcome;
 }
 

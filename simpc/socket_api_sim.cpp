@@ -162,9 +162,10 @@ WaitOutcome wait(Set *set, const WaitOptions &options)
     if (options.writeTo != invalidHandle)
         append(options.writeTo, POLLOUT);
 
+    const int limit = options.limit ? static_cast<int>(options.limit->count()) : -1;
     int result;
     do {
-        result = ::poll(entries.data(), used, options.timeoutMilliseconds);
+        result = ::poll(entries.data(), used, limit);
     } while (result < 0 && errno == EINTR);
     if (result < 0)
         return {};

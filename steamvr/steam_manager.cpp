@@ -14,18 +14,22 @@
 #include <QThread>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int seenToCountAsRunning = 4;
 constexpr int missesToCountAsStopped = 2;
-constexpr int pauseBeforeLaunch = 2000;    // ms, lets a Steam that just ended go
-constexpr int steamLaunchLimit = 10000;    // ms
-constexpr int shutdownCommandLimit = 5000; // ms
-constexpr int processCheckInterval = 1000; // ms
-constexpr int pauseAfterStop = 2500;       // ms, SteamVR writes its files
-constexpr int pauseInRestart = 1500;       // ms
-constexpr int startAfterRestart = 10000;   // ms
-constexpr int restartToastDelay = 4000;    // ms
+constexpr auto pauseBeforeLaunch = 2s; // lets a Steam that just ended go
+constexpr auto steamLaunchLimit = 10s;
+constexpr auto shutdownCommandLimit = 5s;
+constexpr auto processCheckInterval = 1s;
+constexpr auto pauseAfterStop = 2500ms; // SteamVR writes its files
+constexpr auto pauseInRestart = 1500ms;
+constexpr auto startAfterRestart = 10s;
+constexpr auto restartToastDelay = 4s;
 
 const QString uninstallKey = QStringLiteral(
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
@@ -202,20 +206,21 @@ bool SteamManager::launchSteamExe()
         shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit);
     if (!outcome.started) {
         qWarning().noquote().nospace() << "[steam] executeExA failed, error:" << outcome.startError
-                                       << ", elapsed:" << outcome.elapsed << "ms";
+                                       << ", elapsed:" << outcome.elapsed.count() << "ms";
         return false;
     }
     switch (outcome.wait) {
     case Outcome::Ended:
-        qDebug().noquote().nospace() << "[steam] steam.exe success in " << outcome.elapsed << "ms";
+        qDebug().noquote().nospace()
+            << "[steam] steam.exe success in " << outcome.elapsed.count() << "ms";
         break;
     case Outcome::TimedOut:
         qWarning().noquote().nospace()
-            << "[steam] steam.exe wait timeout after 10s, " << outcome.elapsed << "ms";
+            << "[steam] steam.exe wait timeout after 10s, " << outcome.elapsed.count() << "ms";
         break;
     case Outcome::WaitFailed:
         qWarning().noquote().nospace() << "[steam] steam.exe failed, error:" << outcome.waitError
-                                       << ", " << outcome.elapsed << "ms";
+                                       << ", " << outcome.elapsed.count() << "ms";
         break;
     case Outcome::NoHandle:
         qWarning("[steam] Process handle is null");

@@ -4,11 +4,14 @@
 
 #include <QThread>
 
+#include <chrono>
 #include <future>
+
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int pollInterval = 50; // ms
+constexpr auto pollInterval = 50ms;
 constexpr quint32 serverIsUp = 1;
 
 // Keeps a watcher on its own stack and ends with its owner.

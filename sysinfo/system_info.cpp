@@ -15,11 +15,18 @@
 #include <QProcess>
 #include <QSysInfo>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString virtualCableOutput = QStringLiteral("CABLE Output (VB-Audio Virtual Cable)");
 
 const QString cableInstaller = QStringLiteral("/installaudio/VBCABLE_Setup_x64.exe");
+
+// For a query that is killed at the end.
+constexpr std::chrono::milliseconds queryEndLimit = 1s;
 
 constexpr int outputChunk = 1024; // bytes of a command's output at a time
 
@@ -63,7 +70,7 @@ SystemInfo::~SystemInfo()
     powershellProcess_->disconnect(this);
     if (powershellProcess_->state() != QProcess::NotRunning) {
         powershellProcess_->kill();
-        powershellProcess_->waitForFinished(1000);
+        powershellProcess_->waitForFinished(static_cast<int>(queryEndLimit.count()));
     }
 }
 

@@ -9,17 +9,22 @@
 #include <QDir>
 #include <QProcess>
 
+#include <chrono>
+
 using adb_rules::Answer;
 using adb_rules::Check;
 
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
 namespace {
 
-constexpr int versionGrace = 400;      // ms for the answer to the version query
-constexpr int queryDelay = 800;        // ms from a check to its query
-constexpr int forwardDelay = 200;      // ms until the ports are set up
-constexpr int listDelay = 1000;        // ms after that until they are listed
-constexpr int idleDelay = 600;         // ms from any output to the idle state
-constexpr int lastCommandLimit = 3000; // ms for the last command of all
+constexpr auto versionGrace = 400ms; // for the answer to the version query
+constexpr auto queryDelay = 800ms;   // from a check to its query
+constexpr auto forwardDelay = 200ms; // until the ports are set up
+constexpr auto listDelay = 1s;       // after that until they are listed
+constexpr auto idleDelay = 600ms;    // from any output to the idle state
+constexpr milliseconds lastCommandLimit = 3s;
 
 QString adbName()
 {
@@ -180,7 +185,7 @@ void AdbManger::dropCommand()
     if (process_->state() == QProcess::NotRunning)
         return;
     process_->kill();
-    process_->waitForFinished(lastCommandLimit);
+    process_->waitForFinished(int(lastCommandLimit.count()));
 }
 
 // The only command that is waited for: with this object ends the process that
@@ -188,5 +193,5 @@ void AdbManger::dropCommand()
 void AdbManger::takePortsBack()
 {
     runAdb(QStringLiteral("adb forward --remove-all && adb reverse --remove-all"));
-    process_->waitForFinished(lastCommandLimit);
+    process_->waitForFinished(int(lastCommandLimit.count()));
 }

@@ -22,7 +22,7 @@ struct PassingServer
     bool pass()
     {
         lines.clear();
-        poller->wait(Poller::Readable, Peer::limit);
+        poller->wait(Poller::Readable, std::chrono::milliseconds(Peer::limit));
         accepted = socket.acceptClient();
         return socket.receiveLines(&lines);
     }

@@ -1,6 +1,8 @@
 #include "tests/link/passing_server.h"
 #include "tests/support/test_case.h"
 
+using namespace std::chrono_literals;
+
 using Lines = PassingServer::Lines;
 
 class IPCSockTest : public TestCase
@@ -99,7 +101,7 @@ void IPCSockTest::acceptsAClient()
 void IPCSockTest::acceptsNobodyWhenNobodyIsThere()
 {
     PassingServer server;
-    QCOMPARE(server.poller->wait(Poller::Readable, 0), 0);
+    QCOMPARE(server.poller->wait(Poller::Readable, 0ms), 0);
     QVERIFY(!server.socket.acceptClient());
     Peer peer;
     QVERIFY(peer.connectTo(server.port));

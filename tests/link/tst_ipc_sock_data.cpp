@@ -1,6 +1,8 @@
 #include "tests/link/passing_server.h"
 #include "tests/support/test_case.h"
 
+using namespace std::chrono_literals;
+
 using Lines = PassingServer::Lines;
 
 class IPCSockDataTest : public TestCase
@@ -123,7 +125,7 @@ void IPCSockDataTest::noticesAClosedClient()
     QVERIFY(!server.pass());
     QVERIFY(!server.socket.hasClient());
     QCOMPARE(server.streams.info(), server.bound + "Control connection has closed\n");
-    QCOMPARE(server.poller->wait(Poller::Readable, 0), 0);
+    QCOMPARE(server.poller->wait(Poller::Readable, 0ms), 0);
 }
 
 void IPCSockDataTest::dropsAClientWhoseLineNeverEnds()

@@ -7,12 +7,15 @@
 
 #include <arpa/inet.h>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <netinet/in.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -74,10 +77,10 @@ public:
                       MSG_NOSIGNAL) == bytes.size();
     }
 
-    QByteArray receive(int size, int milliseconds)
+    QByteArray receive(int size, std::chrono::milliseconds limit)
     {
-        const timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000L};
-        setsockopt(fd_, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+        const timeval wait{limit.count() / 1000, (limit.count() % 1000) * 1000};
+        setsockopt(fd_, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait);
         QByteArray bytes(size, '\0');
         const ssize_t got = recv(fd_, bytes.data(), static_cast<std::size_t>(size), MSG_WAITALL);
         return bytes.left(static_cast<int>(std::max<ssize_t>(got, 0)));
@@ -87,7 +90,7 @@ private:
     int fd_;
 };
 
-constexpr int limit = 10000;
+constexpr auto limit = 10s;
 
 } // namespace
 
@@ -191,7 +194,7 @@ void LinkLimitsTest::doesNotWatchWhatItCannotAccept()
         QCOMPARE(poller->wait(Poller::Readable, limit), 1);
         QVERIFY(!socket.acceptClient());
         QVERIFY(socket.isAcceptingPaused());
-        QCOMPARE(poller->wait(Poller::Readable, 0), 0);
+        QCOMPARE(poller->wait(Poller::Readable, 0ms), 0);
         socket.resumeAccepting();
         QVERIFY(!socket.isAcceptingPaused());
         QCOMPARE(poller->wait(Poller::Readable, limit), 1);
@@ -211,7 +214,7 @@ void LinkLimitsTest::sleepsWhileItCannotAccept()
         const NoDescriptorsLeft none;
         QVERIFY(peer.connectTo(link.port));
         QVERIFY(peer.send("Hello\n"));
-        QCOMPARE(peer.receive(1, 500), QByteArray());
+        QCOMPARE(peer.receive(1, 500ms), QByteArray());
         QCOMPARE(errno, EAGAIN);
         // Two for every try, five tries a second.
         QVERIFY2(link.manager->wakeUps() < 20,
@@ -254,7 +257,7 @@ void LinkLimitsTest::backsOffWhenItCannotWait()
         QCOMPARE(peer.receive(2, limit), QByteArray("x\0", 2));
         QVERIFY(peer.send("Hello\n"));
         QCOMPARE(peer.receive(23, limit).size(), 23);
-        QCOMPARE(peer.receive(1, 500), QByteArray());
+        QCOMPARE(peer.receive(1, 500ms), QByteArray());
         QVERIFY2(link.manager->wakeUps() - wakeUps < 20,
                  qPrintable(QString::number(link.manager->wakeUps() - wakeUps)));
         setrlimit(RLIMIT_NOFILE, &before);

@@ -2,6 +2,8 @@
 #include "link/poller.h"
 #include "tests/support/test_case.h"
 
+using namespace std::chrono_literals;
+
 class OutboxTest : public TestCase
 {
     Q_OBJECT
@@ -36,7 +38,7 @@ bool wakes(const Outbox &outbox)
 {
     Poller poller;
     poller.setWakeUp(outbox.wakeUpHandle());
-    poller.wait(Poller::Readable, 0);
+    poller.wait(Poller::Readable, 0ms);
     return poller.wokenUp();
 }
 
@@ -132,7 +134,7 @@ void OutboxTest::waitsUntilItIsWoken()
     QVERIFY(outbox.open());
     outbox.wakeWorker();
     // Would take longer than the test may.
-    outbox.waitWithoutSockets(std::chrono::hours(1));
+    outbox.waitWithoutSockets(1h);
     QVERIFY(wakes(outbox));
 }
 
@@ -140,7 +142,7 @@ void OutboxTest::waitsNoLongerThanAsked()
 {
     Outbox outbox;
     QVERIFY(outbox.open());
-    outbox.waitWithoutSockets(std::chrono::milliseconds(1));
+    outbox.waitWithoutSockets(1ms);
     QVERIFY(!wakes(outbox));
 }
 

@@ -4,9 +4,12 @@
 #include <QDir>
 #include <QFile>
 
+#include <chrono>
 #include <future>
 
 #include <windows.h>
+
+using namespace std::chrono_literals;
 
 using shell_launch::Outcome;
 
@@ -70,26 +73,26 @@ QStringList ShellLaunchWinTest::noteOf(const QString &name) const
 void ShellLaunchWinTest::waitsForTheEnd()
 {
     const Outcome outcome = shell_launch::openHiddenAndWait(QStringLiteral(KOLM_TEST_HELPER),
-                                                            QStringLiteral("last 300"), 60000);
+                                                            QStringLiteral("last 300"), 1min);
     QVERIFY(outcome.started);
     QCOMPARE(outcome.wait, Outcome::Ended);
-    QVERIFY(outcome.elapsed >= 300);
+    QVERIFY(outcome.elapsed >= 300ms);
     QCOMPARE(outcome.startError, 0u);
 }
 
 void ShellLaunchWinTest::leavesAProgramRunningAfterItsTime()
 {
     const Outcome outcome = shell_launch::openHiddenAndWait(QStringLiteral(KOLM_TEST_HELPER),
-                                                            QStringLiteral("last 3000"), 200);
+                                                            QStringLiteral("last 3000"), 200ms);
     QVERIFY(outcome.started);
     QCOMPARE(outcome.wait, Outcome::TimedOut);
-    QVERIFY(outcome.elapsed >= 200);
+    QVERIFY(outcome.elapsed >= 200ms);
 }
 
 void ShellLaunchWinTest::passesTheParametersAndHidesTheWindow()
 {
     const Outcome outcome = shell_launch::openHiddenAndWait(
-        QStringLiteral(KOLM_TEST_HELPER), QStringLiteral("note noted -silent"), 60000);
+        QStringLiteral(KOLM_TEST_HELPER), QStringLiteral("note noted -silent"), 1min);
     QVERIFY(outcome.started);
     QCOMPARE(outcome.wait, Outcome::Ended);
     const QStringList noted = noteOf(QStringLiteral("noted"));
@@ -105,7 +108,7 @@ void ShellLaunchWinTest::startsWhatTheNarrowPathCanName()
     const QString program =
         QDir::toNativeSeparators(QDir::temp().filePath(QString::fromUtf8("a & é.exe")));
     const Outcome outcome =
-        shell_launch::openHiddenAndWait(program, QStringLiteral("last 0"), 60000);
+        shell_launch::openHiddenAndWait(program, QStringLiteral("last 0"), 1min);
     QVERIFY(QFile::remove(program));
     QVERIFY(outcome.started);
     QCOMPARE(outcome.wait, Outcome::Ended);
@@ -122,11 +125,11 @@ void ShellLaunchWinTest::saysThatItCouldNotStart()
 {
     QFETCH(QString, program);
     std::future<Outcome> launch = std::async(std::launch::async, [&program] {
-        return shell_launch::openHiddenAndWait(program, QString(), 60000);
+        return shell_launch::openHiddenAndWait(program, QString(), 1min);
     });
     // The shell itself tells the user first. (On Wine that makes the system forget
     // the error's number.)
-    while (launch.wait_for(std::chrono::milliseconds(20)) == std::future_status::timeout)
+    while (launch.wait_for(20ms) == std::future_status::timeout)
         closeMessageBox();
     const Outcome outcome = launch.get();
     QVERIFY(!outcome.started);

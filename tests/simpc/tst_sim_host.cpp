@@ -14,15 +14,17 @@ public:
     QDateTime now() const override { return manual_.now(); }
     qint64 epochMilliseconds() const override { return manual_.epochMilliseconds(); }
     qint64 elapsed() const override { return manual_.elapsed(); }
-    void sleep(int milliseconds) override { manual_.sleep(milliseconds); }
-    void singleShot(int milliseconds, QObject *context, std::function<void()> action) override
+    void sleep(std::chrono::milliseconds duration) override { manual_.sleep(duration); }
+    void singleShot(std::chrono::milliseconds delay, QObject *context,
+                    std::function<void()> action) override
     {
         ++waits_;
-        manual_.singleShot(milliseconds, context, std::move(action));
+        manual_.singleShot(delay, context, std::move(action));
     }
-    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type) override
+    int startTimer(std::chrono::milliseconds interval, QObject *receiver,
+                   Qt::TimerType type) override
     {
-        return manual_.startTimer(milliseconds, receiver, type);
+        return manual_.startTimer(interval, receiver, type);
     }
     void killTimer(int id, QObject *receiver) override { manual_.killTimer(id, receiver); }
 
