@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <functional>
-#include <utility>
 
 class Clock
 {
@@ -44,17 +43,6 @@ public:
     virtual int startTimer(std::chrono::milliseconds interval, QObject *receiver,
                            Qt::TimerType type = Qt::CoarseTimer) = 0;
     virtual void killTimer(int id, QObject *receiver) = 0;
-
-    // The same in milliseconds.
-    void sleep(int milliseconds) { sleep(std::chrono::milliseconds(milliseconds)); }
-    void singleShot(int milliseconds, QObject *context, std::function<void()> action)
-    {
-        singleShot(std::chrono::milliseconds(milliseconds), context, std::move(action));
-    }
-    int startTimer(int milliseconds, QObject *receiver, Qt::TimerType type = Qt::CoarseTimer)
-    {
-        return startTimer(std::chrono::milliseconds(milliseconds), receiver, type);
-    }
 
     // The clock of the product.
     static Clock &system();

@@ -7,10 +7,14 @@
 
 #include <QDebug>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int answerTime = 200; // ms until the server's answer is there
-constexpr int stepDelay = 1000; // ms after a connect or disconnect
+constexpr auto answerTime = 200ms; // until the server's answer is there
+constexpr auto stepDelay = 1s;     // after a connect or disconnect
 
 } // namespace
 

@@ -9,9 +9,13 @@
 #include <QCoreApplication>
 #include <QDebug>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int switchLockTime = 4000; // ms
+constexpr auto switchLockTime = 4s;
 
 QString text(const char *source)
 {

@@ -30,10 +30,14 @@
 #include <QLocale>
 #include <QUrl>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int pollInterval = 5000;       // ms
-constexpr int pauseAfterStop = 1000;     // ms
+constexpr auto pollInterval = 5s;
+constexpr auto pauseAfterStop = 1s;
 constexpr int steamToastDuration = 2000; // ms
 
 } // namespace

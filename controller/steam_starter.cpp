@@ -7,14 +7,18 @@
 #include <QCoreApplication>
 #include <QDebug>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int waitForSteamDelay = 2000;  // ms
-constexpr int firstSteamPause = 7000;    // ms
-constexpr int steamCheckInterval = 2000; // ms
+constexpr auto waitForSteamDelay = 2s;
+constexpr auto firstSteamPause = 7s;
+constexpr auto steamCheckInterval = 2s;
 constexpr int steamCheckRounds = 10;
-constexpr int firstCheckDelay = 1000;    // ms
-constexpr int installFolderDelay = 4000; // ms
+constexpr auto firstCheckDelay = 1s;
+constexpr auto installFolderDelay = 4s;
 
 // The controller's texts, whichever part speaks.
 QString text(const char *source)

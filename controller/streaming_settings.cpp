@@ -6,10 +6,14 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int pauseAfterStop = 500;    // ms
-constexpr int startAgainDelay = 10000; // ms
+constexpr auto pauseAfterStop = 500ms;
+constexpr auto startAgainDelay = 10s;
 
 } // namespace
 

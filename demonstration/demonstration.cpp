@@ -9,9 +9,13 @@
 
 #include <utility>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int settleTime = 1500; // ms for the window to show what was announced
+constexpr auto settleTime = 1500ms; // for the window to show what was announced
 
 } // namespace
 
@@ -29,7 +33,7 @@ Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const Connectio
         });
     }
     if (wishes_.limitSeconds > 0)
-        clock_.singleShot(wishes_.limitSeconds * 1000, this, [this] { onLimit(); });
+        clock_.singleShot(std::chrono::seconds(wishes_.limitSeconds), this, [this] { onLimit(); });
 }
 
 void Demonstration::say(const QString &line) const

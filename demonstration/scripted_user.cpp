@@ -5,11 +5,15 @@
 
 #include <utility>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int askAgain = 50;        // ms
-constexpr int settleTime = 50;      // ms; what a line caused has happened before the next one
-constexpr int longestWait = 120000; // ms until something has to be ready
+constexpr auto askAgain = 50ms;
+constexpr auto settleTime = 50ms;  // what a line caused has happened before the next one
+constexpr auto longestWait = 120s; // until something has to be ready
 
 } // namespace
 
@@ -47,7 +51,8 @@ void ScriptedUser::next()
 
 void ScriptedUser::carryOut(const script::Pause &pause)
 {
-    clock_.singleShot(pause.milliseconds, this, [this] { answer(QStringLiteral("ok")); });
+    clock_.singleShot(std::chrono::milliseconds(pause.milliseconds), this,
+                      [this] { answer(QStringLiteral("ok")); });
 }
 
 void ScriptedUser::carryOut(const script::Act &act)
@@ -69,7 +74,7 @@ void ScriptedUser::carryOut(const script::Senseless &senseless)
 void ScriptedUser::askUntilReady(const script::Act &act, qint64 since)
 {
     if (act.ready && !act.ready()) {
-        if (clock_.elapsed() - since > longestWait)
+        if (std::chrono::milliseconds(clock_.elapsed() - since) > longestWait)
             fail(QStringLiteral("that did not happen"));
         else
             clock_.singleShot(askAgain, this, [this, act, since] { askUntilReady(act, since); });

@@ -97,5 +97,5 @@ void HostThread::singleShot(Clock &clock, int milliseconds, std::function<void()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (receiver_)
-        clock.singleShot(milliseconds, receiver_, std::move(action));
+        clock.singleShot(std::chrono::milliseconds(milliseconds), receiver_, std::move(action));
 }

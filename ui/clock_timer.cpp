@@ -60,5 +60,6 @@ void ClockTimer::schedule()
 {
     if (id_ != 0)
         clock_.killTimer(id_, this);
-    id_ = running_ ? clock_.startTimer(interval_, this, Qt::PreciseTimer) : 0;
+    id_ = running_ ? clock_.startTimer(std::chrono::milliseconds(interval_), this, Qt::PreciseTimer)
+                   : 0;
 }

@@ -8,10 +8,12 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 
+#include <chrono>
+
 namespace {
 
 // The system lays out the frame again after it has told the window so.
-constexpr int shadowDelay = 100;
+constexpr std::chrono::milliseconds shadowDelay(100);
 
 QPointer<QQmlEngine> &sharedEngine()
 {

@@ -17,6 +17,10 @@
 #include <mutex>
 #include <vector>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 // A thread with an event loop and an object that lives on it. What goes from
@@ -173,7 +177,7 @@ void TestClock::theWallClockMovesWithTheElapsedTime()
 
     clock.advance(1);
     QCOMPARE(clock.now(), QDateTime({2024, 2, 29}, {0, 0}));
-    clock.sleep(24 * 3600 * 1000);
+    clock.sleep(24h);
     QCOMPARE(clock.now(), QDateTime({2024, 3, 1}, {0, 0}));
 }
 
@@ -181,11 +185,11 @@ void TestClock::actionsRunInTheOrderOfTheirDeadlines()
 {
     ManualClock clock;
     QStringList ran;
-    clock.singleShot(300, this, [&] { ran << "300"; });
-    clock.singleShot(100, this, [&] { ran << "100"; });
+    clock.singleShot(300ms, this, [&] { ran << "300"; });
+    clock.singleShot(100ms, this, [&] { ran << "100"; });
     clock.advance(50);
-    clock.singleShot(100, this, [&] { ran << "150"; });
-    clock.singleShot(10, this, [&] { ran << "60"; });
+    clock.singleShot(100ms, this, [&] { ran << "150"; });
+    clock.singleShot(10ms, this, [&] { ran << "60"; });
 
     clock.advance(1000);
 
@@ -196,13 +200,13 @@ void TestClock::equalDeadlinesRunInTheOrderOfTheCalls()
 {
     ManualClock clock;
     QStringList ran;
-    clock.singleShot(100, this, [&] { ran << "first"; });
-    clock.singleShot(100, this, [&] { ran << "second"; });
+    clock.singleShot(100ms, this, [&] { ran << "first"; });
+    clock.singleShot(100ms, this, [&] { ran << "second"; });
     clock.advance(50);
-    clock.singleShot(50, this, [&] { ran << "third"; });
+    clock.singleShot(50ms, this, [&] { ran << "third"; });
     Ticker ticker([&](int) { ran << "tick"; });
-    clock.startTimer(50, &ticker);
-    clock.singleShot(50, this, [&] { ran << "fourth"; });
+    clock.startTimer(50ms, &ticker);
+    clock.singleShot(50ms, this, [&] { ran << "fourth"; });
 
     clock.advance(50);
 
@@ -223,7 +227,7 @@ void TestClock::anActionRunsAtItsDeadlineAndNotBefore()
     QFETCH(int, delay);
     ManualClock clock;
     int runs = 0;
-    clock.singleShot(delay, this, [&] { ++runs; });
+    clock.singleShot(std::chrono::milliseconds(delay), this, [&] { ++runs; });
 
     clock.advance(delay - 1);
     QCOMPARE(runs, 0);
@@ -237,7 +241,7 @@ void TestClock::anActionSeesItsDeadlineAsTheTime()
 {
     ManualClock clock;
     qint64 seen = 0;
-    clock.singleShot(400, this, [&] { seen = clock.elapsed(); });
+    clock.singleShot(400ms, this, [&] { seen = clock.elapsed(); });
 
     clock.advance(1000);
 
@@ -249,8 +253,8 @@ void TestClock::anActionDueAtOnceDoesNotRunInsideTheCall()
 {
     ManualClock clock;
     QStringList ran;
-    clock.singleShot(0, this, [&] { ran << "0"; });
-    clock.singleShot(-50, this, [&] { ran << "-50"; });
+    clock.singleShot(0ms, this, [&] { ran << "0"; });
+    clock.singleShot(-50ms, this, [&] { ran << "-50"; });
     QCOMPARE(ran, QStringList());
 
     clock.advance(0);
@@ -262,10 +266,10 @@ void TestClock::whatAnActionAsksForRunsInTheSameAdvanceWhenItIsDue()
 {
     ManualClock clock;
     QList<qint64> ran;
-    clock.singleShot(100, this, [&] {
-        clock.singleShot(0, this, [&] { ran << clock.elapsed(); });
-        clock.singleShot(200, this, [&] { ran << clock.elapsed(); });
-        clock.singleShot(201, this, [&] { ran << clock.elapsed(); });
+    clock.singleShot(100ms, this, [&] {
+        clock.singleShot(0ms, this, [&] { ran << clock.elapsed(); });
+        clock.singleShot(200ms, this, [&] { ran << clock.elapsed(); });
+        clock.singleShot(201ms, this, [&] { ran << clock.elapsed(); });
     });
 
     clock.advance(300);
@@ -278,9 +282,9 @@ void TestClock::sleepingMovesTheClockButRunsNothing()
 {
     ManualClock clock;
     qint64 ranAt = -1;
-    clock.singleShot(100, this, [&] { ranAt = clock.elapsed(); });
+    clock.singleShot(100ms, this, [&] { ranAt = clock.elapsed(); });
 
-    clock.sleep(150);
+    clock.sleep(150ms);
     QCOMPARE(clock.elapsed(), 150);
     QCOMPARE(clock.slept(), 150);
     QCOMPARE(ranAt, -1);
@@ -293,8 +297,8 @@ void TestClock::sleepingForNothingIsNothing()
 {
     ManualClock clock;
 
-    clock.sleep(0);
-    clock.sleep(-1000);
+    clock.sleep(0ms);
+    clock.sleep(-1000ms);
 
     QCOMPARE(clock.elapsed(), 0);
     QCOMPARE(clock.slept(), 0);
@@ -304,9 +308,9 @@ void TestClock::anActionThatSleepsDelaysTheOthers()
 {
     ManualClock clock;
     QList<qint64> ran;
-    clock.singleShot(100, this, [&] { clock.sleep(500); });
-    clock.singleShot(200, this, [&] { ran << clock.elapsed(); });
-    clock.singleShot(700, this, [&] { ran << clock.elapsed(); });
+    clock.singleShot(100ms, this, [&] { clock.sleep(500ms); });
+    clock.singleShot(200ms, this, [&] { ran << clock.elapsed(); });
+    clock.singleShot(700ms, this, [&] { ran << clock.elapsed(); });
 
     clock.advance(1000);
 
@@ -318,8 +322,8 @@ void TestClock::whatFallsDueBehindTheEndWhileAnActionSleepsWaits()
 {
     ManualClock clock;
     QList<qint64> ran;
-    clock.singleShot(100, this, [&] { clock.sleep(500); });
-    clock.singleShot(150, this, [&] { ran << clock.elapsed(); });
+    clock.singleShot(100ms, this, [&] { clock.sleep(500ms); });
+    clock.singleShot(150ms, this, [&] { ran << clock.elapsed(); });
 
     clock.advance(100);
     QCOMPARE(clock.elapsed(), 600);
@@ -335,8 +339,8 @@ void TestClock::nothingRunsForADestroyedContext()
     ManualClock clock;
     int runs = 0;
     auto context = std::make_unique<QObject>();
-    clock.singleShot(100, context.get(), [&] { ++runs; });
-    clock.singleShot(100, this, [&] { ++runs; });
+    clock.singleShot(100ms, context.get(), [&] { ++runs; });
+    clock.singleShot(100ms, this, [&] { ++runs; });
 
     context.reset();
     clock.advance(1000);
@@ -349,9 +353,9 @@ void TestClock::aContextMayDieInAnActionOfTheSameMoment()
     ManualClock clock;
     int runs = 0;
     auto context = std::make_unique<Ticker>([&](int) { ++runs; });
-    clock.singleShot(100, this, [&] { context.reset(); });
-    clock.singleShot(100, context.get(), [&] { ++runs; });
-    clock.startTimer(100, context.get());
+    clock.singleShot(100ms, this, [&] { context.reset(); });
+    clock.singleShot(100ms, context.get(), [&] { ++runs; });
+    clock.startTimer(100ms, context.get());
 
     clock.advance(1000);
 
@@ -365,13 +369,13 @@ void TestClock::anActionMayOwnWhatUsesTheClockWhenItGoes()
     const auto owned = [&] {
         return std::shared_ptr<void>(nullptr, [&](void *) {
             goneAt += static_cast<int>(clock.elapsed());
-            clock.singleShot(0, this, [] {});
+            clock.singleShot(0ms, this, [] {});
         });
     };
     auto context = std::make_unique<QObject>();
-    clock.singleShot(10, this, [keep = owned()] {});
-    clock.singleShot(20, this, [keep = owned()] {});
-    clock.singleShot(30, context.get(), [keep = owned()] {});
+    clock.singleShot(10ms, this, [keep = owned()] {});
+    clock.singleShot(20ms, this, [keep = owned()] {});
+    clock.singleShot(30ms, context.get(), [keep = owned()] {});
     context.reset();
 
     clock.advance(100);
@@ -385,7 +389,7 @@ void TestClock::aTimerTicksAtEachPeriod()
     ManualClock clock;
     QList<qint64> ticks;
     Ticker ticker([&](int) { ticks << clock.elapsed(); });
-    const int id = clock.startTimer(1000, &ticker);
+    const int id = clock.startTimer(1000ms, &ticker);
 
     clock.advance(3999);
     QCOMPARE(ticks, QList<qint64>({1000, 2000, 3000}));
@@ -407,7 +411,7 @@ void TestClock::aTimerCanBeKilledFromItsOwnTick()
             clock.killTimer(id, self);
     });
     self = &ticker;
-    clock.startTimer(100, &ticker);
+    clock.startTimer(100ms, &ticker);
 
     clock.advance(1000);
 
@@ -421,9 +425,9 @@ void TestClock::aKilledTimerTakesNoOtherWithIt()
     QList<int> ticks;
     int shots = 0;
     Ticker ticker([&](int id) { ticks << id; });
-    const int first = clock.startTimer(100, &ticker);
-    const int second = clock.startTimer(100, &ticker);
-    clock.singleShot(100, &ticker, [&] { ++shots; });
+    const int first = clock.startTimer(100ms, &ticker);
+    const int second = clock.startTimer(100ms, &ticker);
+    clock.singleShot(100ms, &ticker, [&] { ++shots; });
 
     clock.killTimer(first, &ticker);
     clock.killTimer(first, &ticker);
@@ -439,8 +443,8 @@ void TestClock::timerIdsAreDistinctAndNotZero()
     QList<int> ticks;
     Ticker ticker([&](int id) { ticks << id; });
 
-    const int first = clock.startTimer(200, &ticker);
-    const int second = clock.startTimer(100, &ticker);
+    const int first = clock.startTimer(200ms, &ticker);
+    const int second = clock.startTimer(100ms, &ticker);
 
     QVERIFY(first != 0);
     QVERIFY(second != 0);
@@ -454,7 +458,7 @@ void TestClock::aTimerOfADestroyedReceiverIsGone()
     ManualClock clock;
     int ticks = 0;
     auto ticker = std::make_unique<Ticker>([&](int) { ++ticks; });
-    clock.startTimer(100, ticker.get());
+    clock.startTimer(100ms, ticker.get());
     clock.advance(150);
 
     ticker.reset();
@@ -469,7 +473,7 @@ void TestClock::aTimerOfNoPeriodTicksEachMillisecond()
     ManualClock clock;
     QList<qint64> ticks;
     Ticker ticker([&](int) { ticks << clock.elapsed(); });
-    clock.startTimer(0, &ticker);
+    clock.startTimer(0ms, &ticker);
 
     clock.advance(3);
 
@@ -481,8 +485,8 @@ void TestClock::sleptOverTicksAreMadeUpForOnce()
     ManualClock clock;
     QList<qint64> ticks;
     Ticker ticker([&](int) { ticks << clock.elapsed(); });
-    clock.startTimer(100, &ticker);
-    clock.singleShot(150, this, [&] { clock.sleep(500); });
+    clock.startTimer(100ms, &ticker);
+    clock.singleShot(150ms, this, [&] { clock.sleep(500ms); });
 
     clock.advance(1000);
 
@@ -495,12 +499,12 @@ void TestClock::actionsRunOnTheThreadOfTheirContext()
     Worker worker;
     QThread *ranOn = nullptr;
     QStringList ran;
-    clock.singleShot(100, this, [&] { ran << "here"; });
-    clock.singleShot(100, worker.object(), [&] {
+    clock.singleShot(100ms, this, [&] { ran << "here"; });
+    clock.singleShot(100ms, worker.object(), [&] {
         ranOn = QThread::currentThread();
         ran << "there";
     });
-    clock.singleShot(100, this, [&] { ran << "here again"; });
+    clock.singleShot(100ms, this, [&] { ran << "here again"; });
 
     clock.advance(100);
 
@@ -517,7 +521,7 @@ void TestClock::ticksReachTheThreadOfTheirReceiver()
     int id = 0;
     worker.run([&] {
         ticker = new Ticker([&](int) { ranOn << QThread::currentThread(); });
-        id = clock.startTimer(100, ticker);
+        id = clock.startTimer(100ms, ticker);
     });
 
     clock.advance(200);
@@ -536,9 +540,9 @@ void TestClock::anotherThreadsSleepMovesTheClock()
     ManualClock clock;
     Worker worker;
     int runs = 0;
-    clock.singleShot(100, this, [&] { ++runs; });
+    clock.singleShot(100ms, this, [&] { ++runs; });
 
-    worker.run([&] { clock.sleep(100); });
+    worker.run([&] { clock.sleep(100ms); });
 
     QCOMPARE(clock.elapsed(), 100);
     QCOMPARE(runs, 0);
@@ -552,8 +556,8 @@ void TestClock::manyThreadsMayAskAtOnce()
     std::atomic<int> runs{0};
     const auto ask = [&] {
         for (int i = 0; i < 500; ++i) {
-            clock.singleShot(i, this, [&] { ++runs; });
-            clock.sleep(1);
+            clock.singleShot(std::chrono::milliseconds(i), this, [&] { ++runs; });
+            clock.sleep(1ms);
             clock.now();
         }
     };
@@ -578,12 +582,12 @@ void TestClock::nothingWaitsWhenAllIsDone()
     auto context = std::make_unique<QObject>();
     QVERIFY(clock.idle());
 
-    clock.singleShot(10, this, [] {});
+    clock.singleShot(10ms, this, [] {});
     QVERIFY(!clock.idle());
     clock.advance(10);
     QVERIFY(clock.idle());
 
-    clock.singleShot(10, context.get(), [] {});
+    clock.singleShot(10ms, context.get(), [] {});
     QVERIFY(!clock.idle());
     context.reset();
     QVERIFY(clock.idle());
@@ -609,13 +613,13 @@ void TestClock::theSystemClockSleeps()
     timer.start();
     const qint64 start = Clock::system().elapsed();
 
-    Clock::system().sleep(20);
+    Clock::system().sleep(20ms);
 
     QVERIFY(timer.elapsed() >= 19);
     QVERIFY(Clock::system().elapsed() - start >= 19);
     timer.restart();
-    Clock::system().sleep(0);
-    Clock::system().sleep(-100000);
+    Clock::system().sleep(0ms);
+    Clock::system().sleep(-100000ms);
     QVERIFY(timer.elapsed() < 10000);
 }
 
@@ -625,12 +629,12 @@ void TestClock::theSystemClockRunsActionsInOrder()
     timer.start();
     QEventLoop loop;
     QStringList ran;
-    Clock::system().singleShot(60, &loop, [&] {
+    Clock::system().singleShot(60ms, &loop, [&] {
         ran << "60";
         loop.quit();
     });
-    Clock::system().singleShot(20, &loop, [&] { ran << "20"; });
-    Clock::system().singleShot(0, &loop, [&] { ran << "0"; });
+    Clock::system().singleShot(20ms, &loop, [&] { ran << "20"; });
+    Clock::system().singleShot(0ms, &loop, [&] { ran << "0"; });
     QCOMPARE(ran, QStringList());
 
     QVERIFY(runLoop(loop));
@@ -642,12 +646,12 @@ void TestClock::theSystemClockRunsActionsInOrder()
 void TestClock::theSystemClockTakesLessThanNothingForNothing()
 {
     QEventLoop loop;
-    Clock::system().singleShot(-1000, &loop, [&] { loop.quit(); });
+    Clock::system().singleShot(-1000ms, &loop, [&] { loop.quit(); });
     QVERIFY(runLoop(loop));
 
     Worker worker;
     QSemaphore done;
-    Clock::system().singleShot(-1000, worker.object(), [&] { done.release(); });
+    Clock::system().singleShot(-1000ms, worker.object(), [&] { done.release(); });
     QVERIFY(done.tryAcquire(1, 10000));
 }
 
@@ -656,8 +660,8 @@ void TestClock::theSystemClockRunsNothingForADestroyedContext()
     QEventLoop loop;
     bool ran = false;
     auto context = std::make_unique<QObject>();
-    Clock::system().singleShot(10, context.get(), [&] { ran = true; });
-    Clock::system().singleShot(30, &loop, [&] { loop.quit(); });
+    Clock::system().singleShot(10ms, context.get(), [&] { ran = true; });
+    Clock::system().singleShot(30ms, &loop, [&] { loop.quit(); });
     context.reset();
 
     QVERIFY(runLoop(loop));
@@ -677,12 +681,12 @@ void TestClock::theSystemClockCountsFromTheCallOnAnotherThread()
     qint64 afterRelease = 0;
     QElapsedTimer released;
     worker.post([&] { held.get_future().wait(); });
-    Clock::system().singleShot(kDelay, worker.object(), [&] {
+    Clock::system().singleShot(std::chrono::milliseconds(kDelay), worker.object(), [&] {
         afterRelease = released.elapsed();
         ranOn = QThread::currentThread();
         done.set_value();
     });
-    Clock::system().sleep(kDelay);
+    Clock::system().sleep(std::chrono::milliseconds(kDelay));
     released.start();
     held.set_value();
 
@@ -701,11 +705,11 @@ void TestClock::theSystemClockTicksUntilItIsKilled()
         ticks << id;
         if (ticks.size() == 3) {
             Clock::system().killTimer(id, self);
-            Clock::system().singleShot(30, &loop, [&] { loop.quit(); });
+            Clock::system().singleShot(30ms, &loop, [&] { loop.quit(); });
         }
     });
     self = &ticker;
-    const int id = Clock::system().startTimer(10, &ticker, Qt::PreciseTimer);
+    const int id = Clock::system().startTimer(10ms, &ticker, Qt::PreciseTimer);
     QVERIFY(id != 0);
 
     QVERIFY(runLoop(loop));
@@ -722,9 +726,9 @@ void TestClock::theSystemClockCanBeSpedUp()
     const qint64 start = clock.elapsed();
     const QDateTime now = clock.now();
     QEventLoop loop;
-    clock.singleShot(20000, &loop, [&] { loop.quit(); });
+    clock.singleShot(20000ms, &loop, [&] { loop.quit(); });
 
-    clock.sleep(20000);
+    clock.sleep(20000ms);
     const qint64 slept = clock.elapsed() - start;
     const bool quit = runLoop(loop);
     const qint64 wall = now.msecsTo(clock.now());

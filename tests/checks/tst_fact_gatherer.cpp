@@ -126,7 +126,7 @@ private slots:
         int frames = 0;
         const std::function<void()> draw = [&] {
             ++frames;
-            clock.singleShot(100, this, draw);
+            clock.singleShot(100ms, this, draw);
         };
         draw();
         gatherer.ask(slow, {});
