@@ -121,7 +121,7 @@ void LogFile::write(QtMsgType type, const QMessageLogContext &context, const QSt
     if (writing)
         return;
     const QScopedValueRollback<bool> guard(writing, true);
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
 
     const QTime time = takeTime();
     const QString folder = folder_();

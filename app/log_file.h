@@ -2,13 +2,13 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/mutex.h"
 
 #include <QString>
 #include <QTime>
 #include <QtGlobal>
 
 #include <functional>
-#include <mutex>
 
 // One line of the log, without its line end:
 //   [Info:14:03:07.215  "(0)"]:checkSteam end
@@ -47,20 +47,20 @@ public:
     void write(QtMsgType type, const QMessageLogContext &context, const QString &message);
 
 private:
-    QTime takeTime();
+    QTime takeTime() REQUIRES(mutex_);
 
     const Folder folder_;
     Clock &clock_;
-    std::mutex mutex_;
+    Mutex mutex_;
 
     // What the last line used: asking for the time zone takes longer than
     // writing the line.
-    qint64 second_ = -1;
-    QTime time_;
-    QDate date_;
-    QString folderOfPath_;
-    QDate dateOfPath_;
-    QString path_;
+    qint64 second_ GUARDED_BY(mutex_) = -1;
+    QTime time_ GUARDED_BY(mutex_);
+    QDate date_ GUARDED_BY(mutex_);
+    QString folderOfPath_ GUARDED_BY(mutex_);
+    QDate dateOfPath_ GUARDED_BY(mutex_);
+    QString path_ GUARDED_BY(mutex_);
 };
 
 // Sends everything that is logged through Qt from here on to the daily file in

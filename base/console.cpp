@@ -1,16 +1,18 @@
 #include "base/console.h"
 
+#include "base/mutex.h"
+
 #include <iostream>
-#include <mutex>
 
 namespace {
 
-std::mutex streamMutex;
+// Held while a line is written.
+Mutex streamMutex;
 
 template <typename Char>
 void writeLine(std::basic_ostream<Char> &stream, const std::basic_string<Char> &line)
 {
-    const std::lock_guard<std::mutex> lock(streamMutex);
+    const MutexLock lock(streamMutex);
     // A line that could not be written must not silence all later ones.
     stream.clear();
     stream << line << std::endl;

@@ -16,13 +16,13 @@ ManualClock::ManualClock(const QDateTime &start) : start_(start) {}
 
 QDateTime ManualClock::now() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return start_.addMSecs(elapsed_.count());
 }
 
 qint64 ManualClock::elapsed() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return elapsed_.count();
 }
 
@@ -30,21 +30,21 @@ void ManualClock::sleep(milliseconds duration)
 {
     if (duration <= 0ms)
         return;
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     elapsed_ += duration;
     slept_ += duration;
 }
 
 void ManualClock::singleShot(milliseconds delay, QObject *context, std::function<void()> action)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     pending_.push_back(
         {elapsed_ + std::max(0ms, delay), order_++, 0ms, 0, context, std::move(action)});
 }
 
 int ManualClock::startTimer(milliseconds interval, QObject *receiver, Qt::TimerType)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const int id = nextId_++;
     pending_.push_back(
         {elapsed_ + interval, order_++, std::max(1ms, interval), id, receiver, [receiver, id] {
@@ -56,7 +56,7 @@ int ManualClock::startTimer(milliseconds interval, QObject *receiver, Qt::TimerT
 
 void ManualClock::killTimer(int id, QObject *)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
                                   [id](const Pending &entry) { return entry.id == id; }),
                    pending_.end());
@@ -77,7 +77,7 @@ void ManualClock::advance(milliseconds duration)
         else
             SanitizerVisibleCall::postAndWait(receiver, next.action);
     }
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     elapsed_ = std::max(elapsed_, until);
 }
 
@@ -85,7 +85,7 @@ void ManualClock::advance(milliseconds duration)
 // lock: an action may own objects that use the clock when they go.
 std::vector<ManualClock::Pending> ManualClock::takeDead()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const auto dead =
         std::stable_partition(pending_.begin(), pending_.end(),
                               [](const Pending &entry) { return !entry.receiver.isNull(); });
@@ -98,7 +98,7 @@ std::vector<ManualClock::Pending> ManualClock::takeDead()
 bool ManualClock::takeNext(milliseconds until, Pending *next)
 {
     takeDead();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const auto first =
         std::min_element(pending_.begin(), pending_.end(), [](const Pending &a, const Pending &b) {
             return a.due != b.due ? a.due < b.due : a.order < b.order;
@@ -123,13 +123,13 @@ bool ManualClock::takeNext(milliseconds until, Pending *next)
 
 qint64 ManualClock::slept() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return slept_.count();
 }
 
 bool ManualClock::idle() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return std::all_of(pending_.begin(), pending_.end(),
                        [](const Pending &entry) { return entry.receiver.isNull(); });
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/mutex.h"
 
 #include <QPointer>
 
-#include <mutex>
 #include <vector>
 
 // advance() fires everything that falls due on the way in the order of the
@@ -57,11 +57,11 @@ private:
     std::vector<Pending> takeDead();
     bool takeNext(std::chrono::milliseconds until, Pending *next);
 
-    mutable std::mutex mutex_;
-    QDateTime start_;
-    std::chrono::milliseconds elapsed_{0};
-    std::chrono::milliseconds slept_{0};
-    quint64 order_ = 0;
-    int nextId_ = 1000000;
-    std::vector<Pending> pending_;
+    mutable Mutex mutex_;
+    const QDateTime start_;
+    std::chrono::milliseconds elapsed_ GUARDED_BY(mutex_){0};
+    std::chrono::milliseconds slept_ GUARDED_BY(mutex_){0};
+    quint64 order_ GUARDED_BY(mutex_) = 0;
+    int nextId_ GUARDED_BY(mutex_) = 1000000;
+    std::vector<Pending> pending_ GUARDED_BY(mutex_);
 };

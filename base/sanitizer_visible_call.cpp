@@ -1,32 +1,33 @@
 #include "base/sanitizer_visible_call.h"
 
-#include <condition_variable>
+#include "base/mutex.h"
+
 #include <memory>
-#include <mutex>
 #include <utility>
 
 namespace {
 
-// Held while a call is posted and taken when it runs.
-std::mutex handOver;
+// Held while a call is posted, and taken when it runs.
+Mutex handOver;
 
 // One call that somebody waits for.
 struct Call
 {
-    std::mutex mutex;
-    std::condition_variable over;
-    bool isOver = false;
+    Mutex mutex;
+    Condition over;
+    bool isOver GUARDED_BY(mutex) = false;
 
     void end()
     {
-        const std::lock_guard<std::mutex> lock(mutex);
+        const MutexLock lock(mutex);
         isOver = true;
-        over.notify_all();
+        over.notifyAll();
     }
     void wait()
     {
-        std::unique_lock<std::mutex> lock(mutex);
-        over.wait(lock, [this] { return isOver; });
+        MutexLock lock(mutex);
+        while (!isOver)
+            over.wait(lock);
     }
 };
 
@@ -34,7 +35,7 @@ struct Call
 
 void SanitizerVisibleCall::post(QObject *receiver, std::function<void()> action)
 {
-    const std::lock_guard<std::mutex> posting(handOver);
+    const MutexLock posting(handOver);
     QMetaObject::invokeMethod(
         receiver,
         [action = std::move(action)] {

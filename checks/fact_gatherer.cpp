@@ -1,12 +1,12 @@
 #include "checks/fact_gatherer.h"
 
+#include "base/mutex.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 
 #include <algorithm>
-#include <condition_variable>
 #include <deque>
-#include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -26,12 +26,12 @@ struct FactGatherer::Shared
 
     std::thread thread; // the owner's
 
-    std::mutex mutex; // guards what follows
-    std::condition_variable changed;
-    FactGatherer *receiver = nullptr; // none any more when it ends
-    std::deque<Job> jobs;             // the first is being asked
-    std::vector<Question::Answer> answers;
-    bool over = false; // the thread has nothing more to do
+    Mutex mutex;
+    Condition changed;
+    FactGatherer *receiver GUARDED_BY(mutex) = nullptr; // none any more when it ends
+    std::deque<Job> jobs GUARDED_BY(mutex);             // the first is being asked
+    std::vector<Question::Answer> answers GUARDED_BY(mutex);
+    bool over GUARDED_BY(mutex) = false; // the thread has nothing more to do
 };
 
 FactGatherer::FactGatherer(std::chrono::milliseconds patience, QObject *parent)
@@ -46,11 +46,12 @@ FactGatherer::~FactGatherer()
         return;
     bool over = false;
     {
-        std::unique_lock<std::mutex> lock(shared_->mutex);
+        MutexLock lock(shared_->mutex);
         shared_->receiver = nullptr;
-        shared_->changed.notify_all();
+        shared_->changed.notifyAll();
         // The limit is for Windows, which may never answer.
-        over = shared_->changed.wait_for(lock, patience_, [this] { return shared_->over; });
+        over = shared_->changed.waitFor(
+            lock, patience_, [this]() REQUIRES(shared_->mutex) { return shared_->over; });
     }
     if (over)
         shared_->thread.join();
@@ -60,30 +61,31 @@ FactGatherer::~FactGatherer()
 
 void FactGatherer::ask(const Question &question, const Facts &known)
 {
-    const std::lock_guard<std::mutex> lock(shared_->mutex);
+    const MutexLock lock(shared_->mutex);
     const bool isPut = std::any_of(shared_->jobs.begin(), shared_->jobs.end(),
                                    [&](const auto &job) { return job.question == &question; });
     if (isPut)
         return;
     shared_->jobs.push_back({&question, known});
     if (shared_->thread.joinable())
-        shared_->changed.notify_all();
+        shared_->changed.notifyAll();
     else
         shared_->thread = std::thread(&FactGatherer::work, shared_);
 }
 
 bool FactGatherer::isBusy() const
 {
-    const std::lock_guard<std::mutex> lock(shared_->mutex);
+    const MutexLock lock(shared_->mutex);
     return !shared_->jobs.empty() || !shared_->answers.empty();
 }
 
 // The thread's own; `shared` may be all that is left.
 void FactGatherer::work(const std::shared_ptr<Shared> &shared)
 {
-    std::unique_lock<std::mutex> lock(shared->mutex);
+    MutexLock lock(shared->mutex);
     for (;;) {
-        shared->changed.wait(lock, [&] { return !shared->receiver || !shared->jobs.empty(); });
+        while (shared->receiver && shared->jobs.empty())
+            shared->changed.wait(lock);
         if (!shared->receiver)
             break;
         const Shared::Job job = shared->jobs.front();
@@ -96,14 +98,14 @@ void FactGatherer::work(const std::shared_ptr<Shared> &shared)
             QCoreApplication::postEvent(shared->receiver, new QEvent(QEvent::User));
     }
     shared->over = true;
-    shared->changed.notify_all();
+    shared->changed.notifyAll();
 }
 
 void FactGatherer::customEvent(QEvent *)
 {
     std::vector<Question::Answer> answers;
     {
-        const std::lock_guard<std::mutex> lock(shared_->mutex);
+        const MutexLock lock(shared_->mutex);
         answers.swap(shared_->answers);
     }
     for (const Question::Answer &answer : answers)

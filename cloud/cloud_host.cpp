@@ -1,13 +1,13 @@
 #include "cloud/cloud_host.h"
 
-#include <mutex>
+#include "base/mutex.h"
 
 namespace {
 
 struct Host
 {
-    std::mutex mutex;
-    QString name = QStringLiteral(KOLM_CLOUD_HOST); // guarded by the mutex
+    Mutex mutex;
+    QString name GUARDED_BY(mutex) = QStringLiteral(KOLM_CLOUD_HOST);
 };
 
 Host &current()
@@ -20,12 +20,14 @@ Host &current()
 
 QString cloud::host()
 {
-    const std::lock_guard<std::mutex> lock(current().mutex);
-    return current().name;
+    Host &host = current();
+    const MutexLock lock(host.mutex);
+    return host.name;
 }
 
 void cloud::useHost(const QString &host)
 {
-    const std::lock_guard<std::mutex> lock(current().mutex);
-    current().name = host;
+    Host &kept = current();
+    const MutexLock lock(kept.mutex);
+    kept.name = host;
 }

@@ -82,7 +82,7 @@ void HttpManager::addEvent(const QString &eventId, const QJsonObject &extraData)
                              {QStringLiteral("eventId"), eventId},
                              {QStringLiteral("extraData"), extraData}};
     QByteArray text = QJsonDocument(record).toJson(QJsonDocument::Compact);
-    const std::lock_guard<std::mutex> lock(queueMutex_);
+    const MutexLock lock(queueMutex_);
     pendingEvents_.push_back(std::move(text));
 }
 
@@ -91,7 +91,7 @@ QByteArray HttpManager::takeBatch()
 {
     std::vector<QByteArray> events;
     {
-        const std::lock_guard<std::mutex> lock(queueMutex_);
+        const MutexLock lock(queueMutex_);
         events.swap(pendingEvents_);
     }
     if (events.empty())

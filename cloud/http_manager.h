@@ -1,6 +1,7 @@
 // Reports usage events to the vendor cloud and uploads files to it.
 #pragma once
 
+#include "base/mutex.h"
 #include "cloud/cloud_request.h"
 
 #include <QByteArray>
@@ -10,7 +11,6 @@
 
 #include <chrono>
 #include <functional>
-#include <mutex>
 #include <vector>
 
 class Clock;
@@ -68,8 +68,8 @@ private:
 
     const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
+    Mutex queueMutex_;
     // Each as the text that is sent, oldest first: so even a long queue is sent
     // without holding up the window.
-    std::vector<QByteArray> pendingEvents_;
-    std::mutex queueMutex_;
+    std::vector<QByteArray> pendingEvents_ GUARDED_BY(queueMutex_);
 };

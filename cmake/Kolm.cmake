@@ -28,6 +28,10 @@ function(kolm_compile_settings target)
     target_compile_options(${target} PRIVATE
       -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
       -Wcast-align -Wimplicit-fallthrough -Werror)
+    # It alone reads which lock guards what (base/mutex.h).
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+      target_compile_options(${target} PRIVATE -Wthread-safety -Werror=thread-safety)
+    endif()
   endif()
   if(KOLM_SANITIZE)
     target_compile_options(${target} PRIVATE

@@ -1,11 +1,11 @@
 // The one object through which the user interface sees and drives the program.
 #pragma once
 
+#include "base/mutex.h"
 #include "config/link_kind.h"
 #include "controller/usage_events.h"
 
 #include <QDateTime>
-#include <QMutex>
 #include <QObject>
 #include <QString>
 #include <QVariant>
@@ -184,7 +184,7 @@ private:
 
     std::unique_ptr<OrbDependencies> deps_;
     QDateTime startTime_;
-    QMutex switchLock_;
+    Mutex switchLock_; // Held while SteamVR is stopped and the files are written.
     UsageEvents events_;
     std::unique_ptr<PcCheck> pc_;
     VRListModel *model_ = nullptr;

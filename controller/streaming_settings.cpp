@@ -18,7 +18,7 @@ constexpr auto startAgainDelay = 10s;
 } // namespace
 
 StreamingSettings::StreamingSettings(Clock &clock, ConfigManager &config, SteamManager &steam,
-                                     QMutex &switchLock, QObject *parent)
+                                     Mutex &switchLock, QObject *parent)
     : QObject(parent), clock_(clock), config_(config), steam_(steam), switchLock_(switchLock)
 {
 }
@@ -56,7 +56,7 @@ void StreamingSettings::apply(const SettingsChoice &choice, LinkKind link)
 
 void StreamingSettings::restartAround(const std::function<void()> &write)
 {
-    const QMutexLocker lock(&switchLock_);
+    const MutexLock lock(switchLock_);
     steam_.stopSteamVR();
     clock_.sleep(pauseAfterStop);
     write();

@@ -1,10 +1,10 @@
 // The streaming settings of the current headset, read and changed.
 #pragma once
 
+#include "base/mutex.h"
 #include "config/link_kind.h"
 #include "config/settings_choice.h"
 
-#include <QMutex>
 #include <QObject>
 
 #include <functional>
@@ -21,7 +21,7 @@ class StreamingSettings : public QObject
 
 public:
     // `switchLock` is held while SteamVR is stopped and the files are written.
-    StreamingSettings(Clock &clock, ConfigManager &config, SteamManager &steam, QMutex &switchLock,
+    StreamingSettings(Clock &clock, ConfigManager &config, SteamManager &steam, Mutex &switchLock,
                       QObject *parent = nullptr);
 
     SettingsChoice current() const;
@@ -46,5 +46,5 @@ private:
     Clock &clock_;
     ConfigManager &config_;
     SteamManager &steam_;
-    QMutex &switchLock_;
+    Mutex &switchLock_;
 };

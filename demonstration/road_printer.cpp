@@ -8,7 +8,7 @@ RoadPrinter::RoadPrinter(Clock &clock, Print print) : clock_(clock), print_(std:
 
 void RoadPrinter::say(const QString &line)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     if (begun_)
         print(line);
     else
@@ -17,7 +17,7 @@ void RoadPrinter::say(const QString &line)
 
 void RoadPrinter::begin()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     begun_ = true;
     start_ = clock_.elapsed();
     for (const QString &line : qAsConst(kept_))

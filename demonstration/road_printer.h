@@ -1,11 +1,12 @@
 // The road of the connection as it is walked, line by line.
 #pragma once
 
+#include "base/mutex.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <mutex>
 #include <string>
 
 class Clock;
@@ -27,12 +28,12 @@ public:
     void begin();
 
 private:
-    void print(const QString &line) const;
+    void print(const QString &line) const REQUIRES(mutex_);
 
     Clock &clock_;
     const Print print_;
-    std::mutex mutex_; // guards the fields below
-    bool begun_ = false;
-    qint64 start_ = 0;
-    QStringList kept_;
+    Mutex mutex_;
+    bool begun_ GUARDED_BY(mutex_) = false;
+    qint64 start_ GUARDED_BY(mutex_) = 0;
+    QStringList kept_ GUARDED_BY(mutex_);
 };

@@ -29,7 +29,7 @@ CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<st
         std::visit([this](auto &received) { act(received); }, command);
         quint32 idleBatches;
         {
-            const std::lock_guard<std::mutex> lock(mutex_);
+            const MutexLock lock(mutex_);
             idleBatches = idleBatches_;
         }
         qInfo() << command_protocol::toText(split.name) << command_protocol::toText(split.argument)
@@ -37,7 +37,7 @@ CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<st
     }
     if (reported.list)
         return reported;
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     if (++idleBatches_ == forgetAfterBatches) {
         idleBatches_ = 0;
         hmdInfoBack_.clear();
@@ -47,7 +47,7 @@ CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<st
 
 void CommandDispatcher::act(const command_protocol::DeviceConnectBack &report)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     deviceConnected_ = report.connected;
 }
 
@@ -56,7 +56,7 @@ void CommandDispatcher::act(command_protocol::HmdInfoBack &report)
     const int size = report.headsets.size();
     {
         // The old list goes outside of the lock.
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         idleBatches_ = 0;
         if (!report.deviceId.isEmpty())
             deviceId_.swap(report.deviceId);
@@ -66,7 +66,7 @@ void CommandDispatcher::act(command_protocol::HmdInfoBack &report)
 
     bool registerFirewall;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         registerFirewall = std::exchange(registerFirewallPending_, false);
     }
     if (registerFirewall) {
@@ -88,24 +88,24 @@ void CommandDispatcher::act(const command_protocol::Hello &)
 
 void CommandDispatcher::setRegisterFirewallPending()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     registerFirewallPending_ = true;
 }
 
 bool CommandDispatcher::isDeviceConnected() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return deviceConnected_;
 }
 
 QString CommandDispatcher::deviceId() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return deviceId_;
 }
 
 HeadsetList CommandDispatcher::headsets() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return hmdInfoBack_;
 }

@@ -1,11 +1,11 @@
 // What the streaming server reported, and what is done about its commands.
 #pragma once
 
+#include "base/mutex.h"
 #include "link/command_protocol.h"
 #include "link/headset_record.h"
 
 #include <functional>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -51,10 +51,10 @@ private:
     void act(const command_protocol::Hello &);
 
     const Dependencies dependencies_;
-    mutable std::mutex mutex_; // guards everything below
-    HeadsetList hmdInfoBack_;
-    QString deviceId_;
-    quint32 idleBatches_ = 0;
-    bool deviceConnected_ = false;
-    bool registerFirewallPending_ = false;
+    mutable Mutex mutex_;
+    HeadsetList hmdInfoBack_ GUARDED_BY(mutex_);
+    QString deviceId_ GUARDED_BY(mutex_);
+    quint32 idleBatches_ GUARDED_BY(mutex_) = 0;
+    bool deviceConnected_ GUARDED_BY(mutex_) = false;
+    bool registerFirewallPending_ GUARDED_BY(mutex_) = false;
 };

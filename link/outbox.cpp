@@ -17,24 +17,24 @@ bool Outbox::open()
 
 void Outbox::post(Message message)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     if (messages_.size() < capacity)
         messages_.push_back(std::move(message));
 }
 
 void Outbox::wakeWorker()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     // One byte is enough for any number of texts. A byte that could not be
     // sent must not stop the next caller from trying.
     if (!wakePending_)
         wakePending_ = socket_api::send(wakeUp_.sender.get(), "", 1) == 1;
-    wakened_.notify_all();
+    wakened_.notifyAll();
 }
 
 void Outbox::acknowledge()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     char bytes[16];
     while (socket_api::receive(wakeUp_.receiver.get(), bytes, sizeof bytes) > 0) {
     }
@@ -43,12 +43,12 @@ void Outbox::acknowledge()
 
 std::vector<Outbox::Message> Outbox::take()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return std::exchange(messages_, {});
 }
 
 void Outbox::waitWithoutSockets(std::chrono::milliseconds limit)
 {
-    std::unique_lock<std::mutex> lock(mutex_);
-    wakened_.wait_for(lock, limit, [this] { return wakePending_; });
+    MutexLock lock(mutex_);
+    wakened_.waitFor(lock, limit, [this]() REQUIRES(mutex_) { return wakePending_; });
 }

@@ -1,14 +1,13 @@
 // Texts on their way to the link's worker thread, and what wakes it.
 #pragma once
 
+#include "base/mutex.h"
 #include "pc/socket_api.h"
 
 #include <QtGlobal>
 
 #include <chrono>
-#include <condition_variable>
 #include <cstddef>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -50,9 +49,9 @@ public:
     void waitWithoutSockets(std::chrono::milliseconds limit);
 
 private:
-    std::mutex mutex_; // guards everything below
-    std::condition_variable wakened_;
-    std::vector<Message> messages_;
-    bool wakePending_ = false;
-    socket_api::WakeUpPair wakeUp_;
+    socket_api::WakeUpPair wakeUp_; // as open() left it
+    Mutex mutex_;
+    Condition wakened_;
+    std::vector<Message> messages_ GUARDED_BY(mutex_);
+    bool wakePending_ GUARDED_BY(mutex_) = false;
 };

@@ -1,6 +1,7 @@
 #include "link/sys_manager.h"
 
 #include "base/console.h"
+#include "base/mutex.h"
 #include "link/command_dispatcher.h"
 #include "link/command_protocol.h"
 #include "link/ipc_sock.h"
@@ -11,7 +12,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -23,18 +23,24 @@ namespace {
 // How long to wait before trying again what the system has no room for.
 constexpr std::chrono::milliseconds retryInterval = 200ms;
 
-std::mutex restartHandlerMutex;
-
-std::function<void()> &restartHandler()
+// What a restart request of the product's link does.
+struct RestartHandler
 {
-    static std::function<void()> handler;
+    Mutex mutex;
+    std::function<void()> handler GUARDED_BY(mutex);
+};
+
+RestartHandler &restartHandler()
+{
+    static RestartHandler handler;
     return handler;
 }
 
 std::function<void()> copyOfRestartHandler()
 {
-    const std::lock_guard<std::mutex> lock(restartHandlerMutex);
-    return restartHandler();
+    RestartHandler &kept = restartHandler();
+    const MutexLock lock(kept.mutex);
+    return kept.handler;
 }
 
 } // namespace
@@ -65,7 +71,7 @@ struct SysManager::Worker
     const std::shared_ptr<IPCSock> socket;
     Outbox outbox;
     // Held while a text is echoed and posted, so that both orders are one.
-    std::mutex orderMutex;
+    Mutex orderMutex;
     CommandDispatcher dispatcher;
 };
 
@@ -140,7 +146,7 @@ void SysManager::Worker::answer(const QString &text)
 bool SysManager::Worker::echoAndPost(const QString &text)
 {
     std::string narrow = text.toStdString();
-    const std::lock_guard<std::mutex> lock(orderMutex);
+    const MutexLock lock(orderMutex);
     console::echo("Send data exchange command response: " + narrow);
     const quint64 client = socket->clientNumber();
     if (client == 0)
@@ -176,8 +182,9 @@ SysManager &SysManager::instance()
 
 void SysManager::setRestartHandler(std::function<void()> restartSteamVR)
 {
-    const std::lock_guard<std::mutex> lock(restartHandlerMutex);
-    restartHandler() = std::move(restartSteamVR);
+    RestartHandler &kept = restartHandler();
+    const MutexLock lock(kept.mutex);
+    kept.handler = std::move(restartSteamVR);
 }
 
 bool SysManager::start()

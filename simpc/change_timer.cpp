@@ -15,7 +15,7 @@ void ChangeTimer::end()
 
 void ChangeTimer::arm()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const std::optional<qint64> next = timeline_.nextChange();
     if (!next || (!armed_.empty() && *armed_.begin() <= *next))
         return;
@@ -24,7 +24,7 @@ void ChangeTimer::arm()
     thread_.singleShot(timeline_.clock(), static_cast<int>(left),
                        [self = shared_from_this(), due = *next] {
                            {
-                               const std::lock_guard<std::mutex> relock(self->mutex_);
+                               const MutexLock relock(self->mutex_);
                                self->armed_.erase(due);
                            }
                            self->timeline_.settle();

@@ -1,11 +1,11 @@
 // Lets the changes of a simulated PC happen in time without anybody asking.
 #pragma once
 
+#include "base/mutex.h"
 #include "simpc/host_thread.h"
 #include "simpc/sim_timeline.h"
 
 #include <memory>
-#include <mutex>
 #include <set>
 
 // Sleeps between the changes: an idle PC causes no wake-ups. The changes run on
@@ -25,6 +25,6 @@ private:
 
     SimTimeline &timeline_;
     HostThread &thread_;
-    std::mutex mutex_;       // guards the field below
-    std::set<qint64> armed_; // for when something is waiting already
+    Mutex mutex_;
+    std::set<qint64> armed_ GUARDED_BY(mutex_); // for when something is waiting already
 };

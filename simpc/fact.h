@@ -1,6 +1,7 @@
 // Facts: what a PC is asked for and simply knows.
 #pragma once
 
+#include "base/mutex.h"
 #include "simpc/key_table.h"
 #include "simpc/sim_timeline.h"
 #include "simpc/value_kind.h"
@@ -8,7 +9,6 @@
 #include <QString>
 
 #include <functional>
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -85,7 +85,7 @@ private:
 
     const SimTimeline *const timeline_;
     std::vector<AnyFact *> all_;
-    mutable std::mutex mutex_; // guards the facts' values
+    mutable Mutex mutex_; // guards the facts' values
 };
 
 // One of them. Any thread.
@@ -103,12 +103,12 @@ public:
     T get() const
     {
         table_.settle();
-        const std::lock_guard<std::mutex> lock(table_.mutex_);
+        const MutexLock lock(table_.mutex_);
         return value_;
     }
     void set(const T &value)
     {
-        const std::lock_guard<std::mutex> lock(table_.mutex_);
+        const MutexLock lock(table_.mutex_);
         value_ = value;
     }
 
@@ -124,5 +124,5 @@ public:
 private:
     FactTable &table_;
     const ValueKind<T> kind_;
-    T value_; // guarded by the table's mutex
+    T value_ GUARDED_BY(table_.mutex_);
 };

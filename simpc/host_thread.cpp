@@ -26,7 +26,7 @@ protected:
     {
         std::vector<std::function<void()>> tasks;
         {
-            const std::lock_guard<std::mutex> lock(host_.mutex_);
+            const MutexLock lock(host_.mutex_);
             tasks.swap(host_.tasks_);
             // A quit() that came before the loop ran was in vain.
             if (host_.ending_)
@@ -52,7 +52,7 @@ void HostThread::start(std::function<void()> atEnd)
     thread_ = std::thread([this, &ready, atEnd = std::move(atEnd)] {
         Receiver receiver(*this);
         {
-            const std::lock_guard<std::mutex> lock(mutex_);
+            const MutexLock lock(mutex_);
             receiver_ = &receiver;
             receiver.wake();
         }
@@ -60,7 +60,7 @@ void HostThread::start(std::function<void()> atEnd)
         receiver.run();
         {
             // Whoever ended the loop is done with the receiver.
-            const std::lock_guard<std::mutex> lock(mutex_);
+            const MutexLock lock(mutex_);
         }
         atEnd();
     });
@@ -70,7 +70,7 @@ void HostThread::start(std::function<void()> atEnd)
 void HostThread::stop()
 {
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         ending_ = true;
         tasks_.clear();
         if (receiver_) {
@@ -85,7 +85,7 @@ void HostThread::stop()
 
 void HostThread::post(std::function<void()> task)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     if (ending_)
         return;
     tasks_.push_back(std::move(task));
@@ -95,7 +95,7 @@ void HostThread::post(std::function<void()> task)
 
 void HostThread::singleShot(Clock &clock, int milliseconds, std::function<void()> action)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     if (receiver_)
         clock.singleShot(std::chrono::milliseconds(milliseconds), receiver_, std::move(action));
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/mutex.h"
 
 #include <functional>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -38,8 +38,8 @@ private:
     class Receiver;
 
     std::thread thread_;
-    std::mutex mutex_;             // guards the fields below
-    Receiver *receiver_ = nullptr; // while the thread runs
-    bool ending_ = false;
-    std::vector<std::function<void()>> tasks_;
+    Mutex mutex_;
+    Receiver *receiver_ GUARDED_BY(mutex_) = nullptr; // while the thread runs
+    bool ending_ GUARDED_BY(mutex_) = false;
+    std::vector<std::function<void()>> tasks_ GUARDED_BY(mutex_);
 };

@@ -1,4 +1,5 @@
 #include "simpc/sim_host.h"
+#include "base/mutex.h"
 
 #include "simpc/change_timer.h"
 #include "simpc/host_thread.h"
@@ -10,7 +11,6 @@
 #include <QTemporaryDir>
 
 #include <iostream>
-#include <mutex>
 #include <optional>
 
 namespace {
@@ -79,8 +79,8 @@ struct SimHost::Private
     Scenario scenario;
     const Options options;
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/simpc-XXXXXX")}; // holds the cell
-    std::mutex journalMutex;
-    QFile journal;
+    Mutex journalMutex;
+    QFile journal GUARDED_BY(journalMutex);
     SimPc pc;
     const qint64 began;
     ServerProcess server; // the thread's
@@ -150,10 +150,13 @@ void SimHost::Private::openJournal()
 {
     if (options.settings.journal.isEmpty())
         return;
-    journal.setFileName(options.settings.journal);
-    if (!journal.open(QIODevice::WriteOnly | QIODevice::Append)) {
-        complain(QStringLiteral("cannot write ") + options.settings.journal);
-        return;
+    {
+        const MutexLock lock(journalMutex);
+        journal.setFileName(options.settings.journal);
+        if (!journal.open(QIODevice::WriteOnly | QIODevice::Append)) {
+            complain(QStringLiteral("cannot write ") + options.settings.journal);
+            return;
+        }
     }
     pc.journal.onLine([this](const QString &line) {
         writeJournal(QStringLiteral("program"), pc.timeline.clock().elapsed(), line);
@@ -169,7 +172,7 @@ void SimHost::Private::writeJournal(const QString &who, qint64 when, const QStri
                              .arg(static_cast<double>(when - began) / 1000.0, 9, 'f', 3)
                              .arg(who, -7)
                              .arg(line);
-    const std::lock_guard<std::mutex> lock(journalMutex);
+    const MutexLock lock(journalMutex);
     journal.write(text.toUtf8());
     journal.flush();
 }

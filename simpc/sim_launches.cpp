@@ -18,7 +18,7 @@ QString baseName(const QString &program)
 
 void SimLaunches::on(const QString &programName, Handler handler)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     handlers_[programName.toLower()] = std::move(handler);
 }
 
@@ -31,7 +31,7 @@ SimLaunchResult SimLaunches::start(const SimLaunch &request)
                  (request.workingDir.isEmpty() ? "" : " in " + request.workingDir));
     Handler handler;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         handler = handlers_.value(baseName(request.program));
     }
     if (!handler)

@@ -1,11 +1,12 @@
 // What happens when a program is started on a simulated PC.
 #pragma once
 
+#include "base/mutex.h"
+
 #include <QHash>
 #include <QString>
 
 #include <functional>
-#include <mutex>
 
 class SimRecord;
 class SimTimeline;
@@ -52,6 +53,6 @@ public:
 private:
     const SimTimeline &timeline_;
     SimRecord &journal_;
-    std::mutex mutex_; // guards the handlers; never held while calling back
-    QHash<QString, Handler> handlers_;
+    Mutex mutex_; // never held while calling back
+    QHash<QString, Handler> handlers_ GUARDED_BY(mutex_);
 };

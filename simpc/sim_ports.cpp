@@ -6,13 +6,13 @@
 
 void SimPorts::open(quint32 pid, quint16 port)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     rows_.push_back({port, pid});
 }
 
 void SimPorts::close(quint32 pid)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     rows_.erase(std::remove_if(rows_.begin(), rows_.end(),
                                [pid](const tcp_table::Row &row) { return row.pid == pid; }),
                 rows_.end());
@@ -21,6 +21,6 @@ void SimPorts::close(quint32 pid)
 std::vector<tcp_table::Row> SimPorts::rows() const
 {
     timeline_.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return rows_;
 }

@@ -1,9 +1,9 @@
 // The TCP ports that processes of a simulated PC hold.
 #pragma once
 
+#include "base/mutex.h"
 #include "pc/tcp_table.h"
 
-#include <mutex>
 #include <vector>
 
 class SimTimeline;
@@ -25,6 +25,6 @@ public:
 
 private:
     const SimTimeline &timeline_;
-    mutable std::mutex mutex_; // guards the rows
-    std::vector<tcp_table::Row> rows_;
+    mutable Mutex mutex_;
+    std::vector<tcp_table::Row> rows_ GUARDED_BY(mutex_);
 };

@@ -7,7 +7,7 @@
 
 quint32 SimProcesses::start(const QString &name, const QString &path)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const quint32 pid = nextPid_;
     nextPid_ += 4;
     processes_.push_back({{pid, name}, path});
@@ -33,7 +33,7 @@ void SimProcesses::endWhere(const std::function<bool(const processes::Entry &)> 
     std::vector<Process> ended;
     std::vector<std::function<void(const processes::Entry &)>> listeners;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         const auto rest =
             std::stable_partition(processes_.begin(), processes_.end(),
                                   [&ends](const Process &process) { return !ends(process.entry); });
@@ -49,7 +49,7 @@ void SimProcesses::endWhere(const std::function<bool(const processes::Entry &)> 
 
 void SimProcesses::onEnded(std::function<void(const processes::Entry &)> listener)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     listeners_.push_back(std::move(listener));
 }
 
@@ -65,7 +65,7 @@ std::vector<processes::Entry> SimProcesses::list() const
     timeline_.settle();
     std::vector<processes::Entry> all;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         for (const Process &process : processes_)
             all.push_back(process.entry);
     }
@@ -81,7 +81,7 @@ QString SimProcesses::modulePath(quint32 pid) const
 {
     timeline_.settle();
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         for (const Process &process : processes_) {
             if (process.entry.pid == pid)
                 return process.path;
@@ -93,12 +93,12 @@ QString SimProcesses::modulePath(quint32 pid) const
 
 void SimProcesses::setHostProcesses(HostProcesses processes)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     hostProcesses_ = std::move(processes);
 }
 
 SimProcesses::HostProcesses SimProcesses::hostProcesses() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return hostProcesses_;
 }

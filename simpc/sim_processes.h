@@ -1,12 +1,12 @@
 // The processes of a simulated PC.
 #pragma once
 
+#include "base/mutex.h"
 #include "pc/processes.h"
 
 #include <QString>
 
 #include <functional>
-#include <mutex>
 #include <vector>
 
 class SimTimeline;
@@ -56,9 +56,9 @@ private:
     HostProcesses hostProcesses() const;
 
     const SimTimeline &timeline_;
-    mutable std::mutex mutex_; // guards what follows; never held while calling back
-    std::vector<Process> processes_;
-    quint32 nextPid_ = 1000;
-    std::vector<std::function<void(const processes::Entry &)>> listeners_;
-    HostProcesses hostProcesses_;
+    mutable Mutex mutex_; // never held while calling back
+    std::vector<Process> processes_ GUARDED_BY(mutex_);
+    quint32 nextPid_ GUARDED_BY(mutex_) = 1000;
+    std::vector<std::function<void(const processes::Entry &)>> listeners_ GUARDED_BY(mutex_);
+    HostProcesses hostProcesses_ GUARDED_BY(mutex_);
 };

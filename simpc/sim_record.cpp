@@ -8,7 +8,7 @@ void SimRecord::add(const QString &line)
 {
     std::vector<std::function<void(const QString &)>> listeners;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         lines_.append(line);
         listeners = listeners_;
     }
@@ -20,18 +20,18 @@ QStringList SimRecord::lines() const
 {
     if (timeline_)
         timeline_->settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return lines_;
 }
 
 void SimRecord::clear()
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     lines_.clear();
 }
 
 void SimRecord::onLine(std::function<void(const QString &)> listener)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     listeners_.push_back(std::move(listener));
 }

@@ -1,11 +1,12 @@
 // What is written down about a simulated PC, line by line.
 #pragma once
 
+#include "base/mutex.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <mutex>
 #include <vector>
 
 class SimTimeline;
@@ -30,7 +31,7 @@ public:
 
 private:
     const SimTimeline *const timeline_;
-    mutable std::mutex mutex_; // guards what follows; never held while calling back
-    QStringList lines_;
-    std::vector<std::function<void(const QString &)>> listeners_;
+    mutable Mutex mutex_; // never held while calling back
+    QStringList lines_ GUARDED_BY(mutex_);
+    std::vector<std::function<void(const QString &)>> listeners_ GUARDED_BY(mutex_);
 };

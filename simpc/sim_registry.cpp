@@ -6,19 +6,19 @@
 
 void SimRegistry::setText(const QString &key, const QString &name, const QString &value)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     values_[key][name] = value;
 }
 
 void SimRegistry::addKey(const QString &key)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     values_[key];
 }
 
 void SimRegistry::removeKey(const QString &key)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     for (auto it = values_.begin(); it != values_.end();) {
         if (it.key() == key || it.key().startsWith(key + '\\'))
             it = values_.erase(it);
@@ -30,7 +30,7 @@ void SimRegistry::removeKey(const QString &key)
 bool SimRegistry::keyExists(const QString &key) const
 {
     timeline_.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return std::any_of(values_.keyBegin(), values_.keyEnd(), [&](const QString &existing) {
         return existing == key || existing.startsWith(key + '\\');
     });
@@ -39,7 +39,7 @@ bool SimRegistry::keyExists(const QString &key) const
 std::optional<QString> SimRegistry::text(const QString &key, const QString &name) const
 {
     timeline_.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     const auto values = values_.constFind(key);
     if (values == values_.constEnd() || !values->contains(name))
         return std::nullopt;
@@ -49,7 +49,7 @@ std::optional<QString> SimRegistry::text(const QString &key, const QString &name
 QStringList SimRegistry::subkeys(const QString &key) const
 {
     timeline_.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     QStringList names;
     const QString prefix = key + '\\';
     for (auto it = values_.keyBegin(); it != values_.keyEnd(); ++it) {

@@ -1,11 +1,12 @@
 // The registry of a simulated PC.
 #pragma once
 
+#include "base/mutex.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
 
-#include <mutex>
 #include <optional>
 
 class SimTimeline;
@@ -31,6 +32,6 @@ public:
 
 private:
     const SimTimeline &timeline_;
-    mutable std::mutex mutex_; // guards the values
-    QMap<QString, QMap<QString, QString>> values_;
+    mutable Mutex mutex_;
+    QMap<QString, QMap<QString, QString>> values_ GUARDED_BY(mutex_);
 };

@@ -14,7 +14,7 @@ void SimTimeline::after(int milliseconds, std::function<void()> change)
     const qint64 due = now() + milliseconds;
     std::function<void()> notify;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         changes_.push_back({due, std::move(change)});
         notify = plannedListener_;
     }
@@ -24,7 +24,7 @@ void SimTimeline::after(int milliseconds, std::function<void()> change)
 
 std::optional<SimTimeline::Change> SimTimeline::takeDueChange() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     // Among equals this finds the one that was planned first.
     const auto first =
         std::min_element(changes_.begin(), changes_.end(),
@@ -52,7 +52,7 @@ void SimTimeline::settle() const
 
 std::optional<qint64> SimTimeline::nextChange() const
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     std::optional<qint64> next;
     for (const Change &change : changes_) {
         if (!next || change.due < *next)
@@ -63,6 +63,6 @@ std::optional<qint64> SimTimeline::nextChange() const
 
 void SimTimeline::onPlanned(std::function<void()> notify)
 {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     plannedListener_ = std::move(notify);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/mutex.h"
 
 #include <functional>
 #include <mutex>
@@ -58,7 +59,7 @@ private:
     Clock &clock_;
     mutable std::recursive_mutex happening_;  // held while the world calls back; before mutex_
     mutable std::optional<qint64> changeDue_; // of the change that happens; guarded by happening_
-    mutable std::mutex mutex_;                // guards what follows; never held while calling back
-    mutable std::vector<Change> changes_;
-    std::function<void()> plannedListener_;
+    mutable Mutex mutex_;                     // never held while calling back
+    mutable std::vector<Change> changes_ GUARDED_BY(mutex_);
+    std::function<void()> plannedListener_ GUARDED_BY(mutex_);
 };

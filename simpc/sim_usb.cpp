@@ -26,7 +26,7 @@ void SimUsb::setCable(const Cable &headsets)
     const SimTimeline::OneAtATime oneAtATime = timeline_.oneAtATime();
     Cable before;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         before = std::exchange(cable_, headsets);
     }
     cableListener_.tell(headsets);
@@ -43,7 +43,7 @@ void SimUsb::setCable(const Cable &headsets)
 SimUsb::Cable SimUsb::cable() const
 {
     timeline_.settle();
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const MutexLock lock(mutex_);
     return cable_;
 }
 
@@ -53,7 +53,7 @@ void SimUsb::onCable(std::function<void(const Cable &)> listener)
     cableListener_.set(std::move(listener));
     Cable now;
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const MutexLock lock(mutex_);
         now = cable_;
     }
     cableListener_.tell(now);

@@ -1,12 +1,12 @@
 // The USB cable of a simulated PC.
 #pragma once
 
+#include "base/mutex.h"
 #include "simpc/sim_listener.h"
 
 #include <QString>
 
 #include <functional>
-#include <mutex>
 #include <vector>
 
 // A headset on the cable.
@@ -45,8 +45,8 @@ public:
 
 private:
     const SimTimeline &timeline_;
-    mutable std::mutex mutex_; // guards the next; never held while calling back
-    Cable cable_;
+    mutable Mutex mutex_; // never held while calling back
+    Cable cable_ GUARDED_BY(mutex_);
     SimListener<Cable> cableListener_;
     SimListener<QString> interfaceListener_;
 };

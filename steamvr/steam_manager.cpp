@@ -10,7 +10,6 @@
 #include <QDebug>
 #include <QDir>
 #include <QFile>
-#include <QMutexLocker>
 #include <QThread>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -123,7 +122,7 @@ bool SteamManager::hasLaunchSteam()
     const bool running = SystemInfo::isProcessRunning(QStringLiteral("steam.exe"));
     int seen = 0;
     {
-        const QMutexLocker lock(&countMutex_);
+        const MutexLock lock(countMutex_);
         steamRunning_ = running;
         steamSeenCount_ = running ? steamSeenCount_ + 1 : 0;
         seen = steamSeenCount_;
@@ -142,13 +141,13 @@ bool SteamManager::hasLaunchSteam()
 bool SteamManager::hasLaunchSteamVR()
 {
     if (SystemInfo::isProcessRunning(QStringLiteral("vrmonitor.exe"))) {
-        const QMutexLocker lock(&countMutex_);
+        const MutexLock lock(countMutex_);
         steamVRMissCount_ = 0;
         return true;
     }
     int misses = 0;
     {
-        const QMutexLocker lock(&countMutex_);
+        const MutexLock lock(countMutex_);
         misses = ++steamVRMissCount_;
     }
     qWarning().noquote().nospace()
@@ -158,7 +157,7 @@ bool SteamManager::hasLaunchSteamVR()
 
 void SteamManager::startSteam()
 {
-    const QMutexLocker lock(&startMutex_);
+    const MutexLock lock(startMutex_);
     qInfo("[steam] startSteam called");
     if (starting_) {
         qWarning("[steam] Steam is starting, return");
@@ -179,7 +178,7 @@ void SteamManager::launchWorker()
     dependencies_.clock.sleep(pauseBeforeLaunch);
     const bool ok = launchSteamExe();
     {
-        const QMutexLocker lock(&startMutex_);
+        const MutexLock lock(startMutex_);
         starting_ = false;
     }
     if (ok) {
@@ -297,7 +296,7 @@ void SteamManager::restartSteamVR()
     stopSteamVR();
     QString serial;
     {
-        const QMutexLocker lock(&startMutex_);
+        const MutexLock lock(startMutex_);
         serial = restartSerial_;
     }
     // The settings store belongs to the object's thread. Posted after the stop,
@@ -315,7 +314,7 @@ void SteamManager::restartSteamVR()
 
 void SteamManager::setRestartSerial(const QString &serial)
 {
-    const QMutexLocker lock(&startMutex_);
+    const MutexLock lock(startMutex_);
     restartSerial_ = serial;
 }
 

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/mutex.h"
 #include "pc/shared_cell.h"
 
-#include <QMutex>
 #include <QObject>
 #include <QString>
 
@@ -85,13 +85,13 @@ private:
     Dependencies dependencies_;
     bool steamInstalled_ = false;
     int timerId_ = 0;
-    QMutex countMutex_; // guards the counts
-    bool steamRunning_ = false;
-    int steamSeenCount_ = 4;
-    int steamVRMissCount_ = 0;
-    QMutex startMutex_; // guards the launch; taken before countMutex_
+    Mutex countMutex_;
+    bool steamRunning_ GUARDED_BY(countMutex_) = false;
+    int steamSeenCount_ GUARDED_BY(countMutex_) = 4;
+    int steamVRMissCount_ GUARDED_BY(countMutex_) = 0;
     QString vrstartupPath_;
-    QString restartSerial_;
-    bool starting_ = false;
+    Mutex startMutex_; // taken before countMutex_
+    QString restartSerial_ GUARDED_BY(startMutex_);
+    bool starting_ GUARDED_BY(startMutex_) = false;
     SharedCell cell_;
 };

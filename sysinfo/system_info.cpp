@@ -120,7 +120,7 @@ QString SystemInfo::networkCategoryOf(const QString &queryOutput)
 
 QJsonObject SystemInfo::toJson() const
 {
-    const std::lock_guard<std::mutex> lock(deviceSNMutex_);
+    const MutexLock lock(deviceSNMutex_);
     return {
         {QStringLiteral("streamingAssistantVersion"), version_},
         {QStringLiteral("GUID"), machineGuid_},
@@ -146,7 +146,7 @@ void SystemInfo::setDeviceSN(const QString &serial)
 {
     if (serial.isEmpty())
         return;
-    const std::lock_guard<std::mutex> lock(deviceSNMutex_);
+    const MutexLock lock(deviceSNMutex_);
     deviceSN_ = serial;
 }
 

@@ -1,14 +1,14 @@
 // What this PC is: gathered once, then answered from memory.
 #pragma once
 
+#include "base/mutex.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-
-#include <mutex>
 
 class QProcess;
 
@@ -100,8 +100,8 @@ private:
     QString vram_;
     QString hostName_;
     QString directX_;
-    QString deviceSN_; // changes later, so it has a lock
-    mutable std::mutex deviceSNMutex_;
+    mutable Mutex deviceSNMutex_;
+    QString deviceSN_ GUARDED_BY(deviceSNMutex_); // changes later, so it has a lock
     QString networkCategory_;
     QString version_;
     bool audioSupported_ = false;

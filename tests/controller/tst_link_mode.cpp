@@ -1,3 +1,4 @@
+#include "base/mutex.h"
 #include "controller/connection_flow.h"
 #include "controller/link_mode.h"
 #include "controller/streaming_settings.h"
@@ -8,7 +9,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMutex>
 #include <QSignalSpy>
 
 namespace {
@@ -32,7 +32,7 @@ struct Mode
     }
 
     PcFixture pc;
-    QMutex lock;
+    Mutex lock;
     StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};
     VRListModel model;
     ConnectionFlow flow{pc.clock, pc.config, pc.system, model};

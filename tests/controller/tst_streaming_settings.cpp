@@ -1,9 +1,9 @@
+#include "base/mutex.h"
 #include "controller/streaming_settings.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 
 #include <QJsonDocument>
-#include <QMutex>
 #include <QSignalSpy>
 
 namespace {
@@ -16,7 +16,7 @@ struct Settings
     }
 
     PcFixture pc;
-    QMutex lock;
+    Mutex lock;
     StreamingSettings settings{pc.clock, pc.config, pc.steam, lock};
 };
 

@@ -3,6 +3,7 @@
 import json
 import os
 import re
+import shlex
 import shutil
 import subprocess
 from concurrent.futures import ThreadPoolExecutor
@@ -12,11 +13,11 @@ from .tree import Problem
 _FOUND = re.compile(r"(?P<path>[^\s:][^:]*):(?P<line>\d+):\d+: (?:error|warning): (?P<text>.*)")
 
 
-def _problems(tree, output):
+def _problems(tree, output, folder=None):
     for line in output.splitlines():
         match = _FOUND.match(line)
         if match:
-            path = os.path.relpath(os.path.join(tree.root, match["path"]), tree.root)
+            path = os.path.relpath(os.path.join(folder or tree.root, match["path"]), tree.root)
             yield Problem(path, int(match["line"]), match["text"])
 
 
@@ -63,18 +64,70 @@ def changed_files(tree, base):
     return [name for name in names.split("\0") if name in tree.paths]
 
 
+def _commands(build):
+    """How each source is compiled; None where nothing was built."""
+    try:
+        with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
+            return json.load(file)
+    except OSError:
+        return None
+
+
+def _not_built(build):
+    return Problem("CMakePresets.json", 1, f"{build} is not built: run "
+                                           "cmake --preset linux && cmake --build --preset linux")
+
+
+# What is not the program: others look at it in their own way.
+_NOT_THE_PROGRAM = ("tests", "peers", "bench", "build")
+
+
+def locks(tree, build):
+    """what a lock guards is touched with it, as clang reads base/mutex.h"""
+    program = shutil.which("clang++")
+    if not program:
+        yield Problem("base/mutex.h", 1, "clang++ is missing: run tools/install-packages test")
+        return
+    commands = _commands(build)
+    if commands is None:
+        yield _not_built(build)
+        return
+    sources = {}
+    for command in commands:
+        path = os.path.relpath(os.path.realpath(command["file"]), tree.root)
+        if path in tree.paths and not path.startswith(_NOT_THE_PROGRAM):
+            sources[path] = command
+
+    def run(path):
+        words = shlex.split(sources[path]["command"])
+        # From the compiler on: what stands before it is a cache.
+        first = next(n for n, word in enumerate(words) if re.search(r"\+\+(-\d+)?$", word))
+        words = [program] + words[first + 1:]
+        output = words.index("-o")
+        del words[output:output + 2]
+        words.remove("-c")
+        return subprocess.run(words + ["-fsyntax-only", "-Wno-everything", "-Wthread-safety",
+                                       "-Werror=thread-safety"],
+                              cwd=sources[path]["directory"], capture_output=True, text=True)
+
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        for path, result in zip(sorted(sources), pool.map(run, sorted(sources))):
+            problems = [Problem(p.path, p.line, p.message)
+                        for p in _problems(tree, result.stderr, sources[path]["directory"])]
+            if result.returncode and not problems:
+                problems = [Problem(path, 1, "clang failed: " + result.stderr[-500:])]
+            yield from problems
+
+
 def tidy(tree, build, base=None, everything=False):
     """clang-tidy, see .clang-tidy"""
     program = shutil.which("clang-tidy")
     if not program:
         yield Problem(".clang-tidy", 1, "clang-tidy is missing: run tools/install-packages check")
         return
-    try:
-        with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
-            commands = json.load(file)
-    except OSError:
-        yield Problem("CMakePresets.json", 1, f"{build} is not built: run "
-                                              "cmake --preset linux && cmake --build --preset linux")
+    commands = _commands(build)
+    if commands is None:
+        yield _not_built(build)
         return
     known = {os.path.relpath(os.path.realpath(c["file"]), tree.root) for c in commands}
     sources = sorted(known & set(tree.cpp()))
