@@ -31,6 +31,7 @@
 #define REQUIRES(...) KOLM_THREAD_SAFETY(requires_capability(__VA_ARGS__))
 #define EXCLUDES(...) KOLM_THREAD_SAFETY(locks_excluded(__VA_ARGS__))
 #define ACQUIRE(...) KOLM_THREAD_SAFETY(acquire_capability(__VA_ARGS__))
+#define TRY_ACQUIRE(...) KOLM_THREAD_SAFETY(try_acquire_capability(__VA_ARGS__))
 #define RELEASE(...) KOLM_THREAD_SAFETY(release_capability(__VA_ARGS__))
 // The function gives this mutex back.
 #define RETURN_CAPABILITY(mutex) KOLM_THREAD_SAFETY(lock_returned(mutex))
@@ -48,6 +49,8 @@ public:
     Mutex &operator=(const Mutex &) = delete;
 
     void lock() ACQUIRE() { mutex_.lock(); }
+    // Whether it could be had at once; then it is held.
+    [[nodiscard]] bool tryLock() TRY_ACQUIRE(true) { return mutex_.try_lock(); }
     void unlock() RELEASE() { mutex_.unlock(); }
 
 private:
