@@ -204,7 +204,7 @@ WaitOutcome wait(Set *set, const WaitOptions &options)
         FD_SET(options.writeTo, &writable);
 
     const auto milliseconds = static_cast<long>(options.limit.value_or(0ms).count());
-    const timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000};
+    timeval limit{milliseconds / 1000, (milliseconds % 1000) * 1000};
     if (::select(0, &readable, &writable, &exceptional, options.limit ? &limit : nullptr) ==
         SOCKET_ERROR)
         return {};

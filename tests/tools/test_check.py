@@ -4,6 +4,7 @@ it is, and the good one must not."""
 
 import json
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -213,7 +214,7 @@ class CheckTest(unittest.TestCase):
         rules = re.findall(r"^  (\w+) ", subprocess.run(
             [sys.executable, CHECK, "--help"], stdout=subprocess.PIPE, text=True,
             check=True).stdout.split("rules:")[1], re.MULTILINE)
-        self.assertEqual(sorted(set(rules) - {"tidy"}), sorted({rule for _, rule, _, _ in BAD}))
+        self.assertEqual(sorted(set(rules) - {"locks", "tidy"}), sorted({rule for _, rule, _, _ in BAD}))
 
     def test_unknown_rule_is_refused(self):
         run = subprocess.run([sys.executable, CHECK, "--root", self.root, "layer"],
@@ -258,6 +259,23 @@ class CheckTest(unittest.TestCase):
                              [("a/other.cpp", 4, "nullptr"), ("a/user.cpp", 4, "nullptr")])
         self.assertEqual(self.check("tidy", *build, "--base", "HEAD"), [])
         self.assertEqual(len(self.check("tidy", *build, "--all")), 3)
+
+    @unittest.skipUnless(shutil.which("clang++"), "clang++ is not installed")
+    def test_locks_are_held(self):
+        counter = ("#include \"base/mutex.h\"\nstruct Counter\n{{\n    Mutex mutex;\n"
+                   "    int count GUARDED_BY(mutex) = 0;\n}};\nvoid next(Counter &counter)\n{{\n"
+                   "    {}\n    ++counter.count;\n}}\n")
+        self.lay_out({"base/mutex.h": (ROOT / "base" / "mutex.h").read_text("utf-8"),
+                      "link/good.cpp": counter.format("const MutexLock lock(counter.mutex);"),
+                      "link/bad.cpp": counter.format(""),
+                      "tests/link/other.cpp": counter.format("")})
+        names = [str(self.root / name)
+                 for name in ("link/good.cpp", "link/bad.cpp", "tests/link/other.cpp")]
+        (self.root / "compile_commands.json").write_text(json.dumps(
+            [{"directory": str(self.root), "file": name, "command":
+              "ccache c++ -std=c++17 -I . -o x.o -c " + shlex.quote(name)} for name in names]))
+        self.assert_reported(self.check("locks", "--build", str(self.root)),
+                             [("link/bad.cpp", 10, "requires holding mutex")])
 
 
 def bad_tree_test(rule, files, expected):
