@@ -26,8 +26,8 @@ QString accessibleName(QQuickItem *item)
 
 bool hasRing(QQuickItem *item)
 {
-    QList<QQuickItem *> near = item ? Interface::shownItems(item) : QList<QQuickItem *>();
+    QList<QQuickItem *> rings = item ? Interface::shownItems(item) : QList<QQuickItem *>();
     for (const QQuickItem *around = item; around; around = around->parentItem())
-        near += around->childItems();
-    return std::any_of(near.cbegin(), near.cend(), isShownRing);
+        rings += around->childItems();
+    return std::any_of(rings.cbegin(), rings.cend(), isShownRing);
 }

@@ -5,12 +5,13 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
 #include <functional>
 
 namespace {
 
-constexpr int lookInterval = 1000; // ms
-constexpr int limit = 30000;       // ms
+constexpr std::chrono::milliseconds lookInterval(1000);
+constexpr std::chrono::milliseconds limit(30000);
 
 } // namespace
 
