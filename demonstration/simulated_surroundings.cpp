@@ -5,6 +5,7 @@
 #include "demonstration/close_signals.h"
 #include "demonstration/demonstration.h"
 #include "demonstration/exit_codes.h"
+#include "demonstration/face_record.h"
 #include "demonstration/quick_screen.h"
 #include "demonstration/road_printer.h"
 #include "demonstration/script_input.h"
@@ -189,6 +190,7 @@ std::optional<int> SimulatedSurroundings::begin()
 
 void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
 {
+    face_record::begin(engine);
     thePc()->start();
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
                      QCoreApplication::instance(), [this] { d->endWithTheEventLoop(); });
