@@ -1,0 +1,297 @@
+"""Turns what was seen of a run into a text that is the same for every run.
+
+What depends on chance or on how busy the machine is, is made the same here and
+nowhere else, and never left out:
+
+1. Times, folders, the port of the cloud, the boundary between parts of a form and the
+   program's version become words: they are of this run, or of this build.
+2. Each thread has a section of its own, in its own order: how threads take
+   turns is chance. What was written into OpenVR's paths file, which three threads
+   write, has one too.
+3. What comes to the GUI thread from elsewhere, whenever it likes (ANSWERS in
+   face_turns.py: cloud, network, adb, the launch of Steam), has a section for each
+   of them, in its own order. The rest is in order among itself.
+4. How often the program looks depends on how long it lives, and on how late it
+   notices: what is exactly like what was before is counted, as "(x 4)". So are
+   questions with their answers, of the control link and of adb. Counts may differ
+   by half (differences.py). That adb is asked while it is at work, and that it is
+   ended, which only happens if it runs, is counted, too.
+5. Numbers that only count such looks are cut short: "switch: 3" to "2...", the last
+   digit of the lines from the streaming server to "N". Of an installer's progress
+   the end is noted: it comes in as many pieces as the network likes.
+6. The requests of one moment reach the cloud over several connections: they are
+   sorted.
+7. In some lives (lives.races()) a cable, a real adb or a delay of 5 or 10 s meets the look
+   every 5 s, and either may be first. There each property has a history of its own,
+   and signals of the stages and the start of SteamVR have sections of their own,
+   apart from the looks; adb's reports do not say what the link is like meanwhile.
+8. Where it still went this way or that when it was recorded, a section stands there
+   more than once: one of them has to be met.
+"""
+import difflib
+import json
+import re
+
+from behaviour_run import read
+from face_turns import GUI, Face, section_of
+from lives import races
+
+DATA = 'home/.local/share/KOLM/KOLM_Streaming_Assistant'
+FILES = ['work/session.json', 'work/compare.json', DATA + '/set.json', DATA + '/setting.inf',
+         DATA + '/feedback.json', 'home/AppData/Local/openvr/openvrpaths.vrpath']
+
+# The thread that launches Steam, and what of it is logged before the pages are there.
+POOL = 'thread Thread (pooled)'
+PROGRESS = re.compile(r'orbupdate\.processStatus')
+PROPERTY = re.compile(r'  orb\w*\.')
+ADB_BUSY = 'log Warning: QProcess::start: Process is already running'
+START = re.compile(r'log \w+: Successfully set external_drivers|orb\.showToast\("正在重启，请等待')
+LIST_SHOWN = re.compile(r'orb\.showVrList\(\w+,')
+LAUNCH = re.compile(r'log \w+: \[steam\] (steam path|steam\.exe |wait for steam|startupSteam|'
+                    r'executeExA|Could not find|Cannot find|Process handle)')
+
+LINK = 'thread QThread'
+# What begins a question with its answers.
+LINK_TURNS = re.compile(r'log \w+: (m_hmd_info_back vector size|"DeviceConnectBack")')
+LINK_COUNT = re.compile(r'(log \w+: "DeviceConnectBack" "\w+") \d$')
+PORT_TURNS = re.compile(r'log \w+: forward tcp')
+END_OF_ADB = 'program: terminate adb.exe'
+SERVER_TURNS = re.compile(r'< (HMDInfoRequest|WiredConnect)')
+ECHO_TURNS = re.compile(r'Send data exchange command response: (HMDInfoRequest|WiredConnect)')
+
+
+class Words:
+    """Replaces what is of this run only."""
+
+    def __init__(self, place, bin_folder, host):
+        self.texts = [(str(place / 'work'), 'WORK'), (str(place / 'home'), 'HOME'),
+                      (str(bin_folder), 'PROGRAM'), (host, 'CLOUD')]
+        self.patterns = [
+            (re.compile(r'\b\d+ms\b'), 'TIMEms'),
+            (re.compile(r'(hasLaunchSteamVR:\w+; switch: )\d{2,}\b|'
+                        r'(hasLaunchSteamVR:\w+; switch: )[2-9]'), r'\1\g<2>2...'),
+            (re.compile(r'("(?:timestamp|duration)":)\d+'), r'\1TIME'),
+            (re.compile(r'\d{4}-\d\d-\d\d \d\d:\d\d:\d\d'), 'TIME'),
+            (re.compile(r'("streamingAssistantVersion": ?")[\d.]+'), r'\1VERSION'),
+            (re.compile(r'boundary_\.oOo\._[\w/+=]+'), 'BOUNDARY'),
+        ]
+
+    def __call__(self, text):
+        for what, word in self.texts:
+            text = text.replace(what, word)
+        for pattern, word in self.patterns:
+            text = pattern.sub(word, text)
+        return text
+
+
+def counted(turns):
+    """Lines of turns (lists of lines), of which equal neighbours are counted."""
+    lines = []
+    last, count = None, 0
+    for turn in [*turns, None]:
+        if turn == last:
+            count += 1
+            continue
+        if last:
+            lines += last
+            if count > 1:
+                lines[-1] += f'   (x {count})'
+        last, count = turn, 1
+    return lines
+
+
+def split_before(lines, begins):
+    """Turns that begin with a line that matches."""
+    turns = [[]]
+    for line in lines:
+        if begins.match(line) and turns[-1]:
+            turns.append([])
+        turns[-1].append(line)
+    return [turn for turn in turns if turn]
+
+
+def joined(turns):
+    return [line for turn in turns for line in turn]
+
+
+LOG_END = re.compile(r'\r\n(?=\[\w+:\d)')  # a message may hold one as well
+LOG_LINE = re.compile(r'\[(\w+):\d\d:\d\d:\d\d\.\d{3}  "\(0\)"\]:(.*)', re.DOTALL)
+
+
+def log_lines(text):
+    """The lines of the log file as SIMPC_FACE has them."""
+    if not text.endswith('\r\n'):
+        return ['the log does not end with a line end']
+    lines = []
+    for line in LOG_END.split(text[:-2]):
+        match = LOG_LINE.fullmatch(line)
+        said = f'log {match[1]}: {match[2]}' if match else 'no log line: ' + line
+        lines.append(said.replace('\\', '\\\\').replace('\r', '\\r').replace('\n', '\\n'))
+    return lines
+
+
+def launch_of_steam(lines):
+    """Apart: the early lines of the GUI thread, and of the thread that launches
+    Steam, which may begin before the pages are there."""
+    own, launch = [], []
+    for line, next_line in zip(lines, [*lines[1:], '']):
+        clears = 'Successfully cleared' in line and '[steam] stopSteamVR' not in next_line
+        (launch if clears or LAUNCH.match(line) else own).append(line)
+    return own, launch
+
+
+def log_sections(place, face):
+    """The log before the face was there; and that it is the face's from then on."""
+    data = place / DATA
+    lines = []
+    for path in sorted(data.glob('????-??-??.txt')):
+        lines += log_lines(read(path))
+    begin = len(lines) - len(face.logged)
+    early, late = lines[:begin], lines[begin:]
+    early, launch = launch_of_steam(early)
+    if launch:
+        face.sections.setdefault(POOL, [])[:0] = [[line] for line in launch]
+    sections = {}
+    for line in early:
+        section = section_of([line])
+        sections.setdefault('log before the pages' if section == GUI
+                            else section + ', before the pages', []).append(line)
+    # Two threads may come to the file in the other order.
+    only_log, only_face = list(late), []
+    for line in face.logged:
+        if line in only_log:
+            only_log.remove(line)
+        else:
+            only_face.append(line)
+    sections['log file against what was logged'] = (
+        [f'only in the log file: {line}' for line in only_log] +
+        [f'not in the log file: {line}' for line in only_face] or ['the same lines'])
+    return sections
+
+
+def batch(body):
+    """A list of usage events, one a line."""
+    try:
+        events = json.loads(body)
+    except ValueError:
+        return [body]
+    if not isinstance(events, list):
+        return [body]
+    return [json.dumps(event, ensure_ascii=False, separators=(',', ':')) for event in events]
+
+
+def cloud_requests(place):
+    requests = []
+    for path in sorted((place / 'cloud').glob('*.head')):
+        head = read(path).replace('\r', '').rstrip('\n').split('\n')
+        head = [head[0], *sorted(line for line in head[1:]
+                                 if not line.startswith('Content-Length'))]
+        body = read(path.with_suffix('.body')) or ''
+        requests.append(head + ['  ' + line for line in batch(body) if line])
+    # The first ones leave in the same moment, the last one at the end.
+    return sorted(requests[:-1]) + requests[-1:]
+
+
+def change(before, after):
+    """What became of a file; None is one that is not there."""
+    if after == before:
+        return ['as it was' if after is not None else 'there is none']
+    if after is None:
+        return ['it is gone']
+    if before is None:
+        return ['it is new', *after.split('\n')]
+    return list(difflib.unified_diff(before.split('\n'), after.split('\n'), n=1, lineterm=''))[2:]
+
+
+def files_left(place):
+    for name in FILES:
+        yield ('file ' + name.rsplit('/', 1)[1],
+               change(read(place / 'before' / name), read(place / name)))
+    others = []
+    for path in sorted(place.rglob('*')):
+        name = str(path.relative_to(place))
+        if path.is_file() and name.startswith(('home/', 'work/')) and name not in FILES:
+            others.append(re.sub(r'\d{4}-\d\d-\d\d', 'DAY', name))
+    yield 'other files', others
+
+
+def journal(place):
+    return [line[10:] for line in (read(place / 'journal') or '').split('\n')[:-1]]
+
+
+def histories(sections):
+    """Takes what properties became out of the sections; a line for each property."""
+    became = {}
+    for title in (GUI, 'adb'):
+        for turn in sections.get(title, []):
+            for line in [line for line in turn if PROPERTY.match(line)]:
+                name, _, value = line.strip().partition(' = ')
+                became.setdefault(name, []).append(value)
+                turn.remove(line)
+    return [f'{name}: ' + ' > '.join(values) for name, values in sorted(became.items())]
+
+
+def take_apart(sections):
+    """The turns of races, each kind for itself."""
+    looks, stages, starts = [], [], []
+    for turn in sections.pop(GUI, []):
+        stages.append([line for line in turn if line.startswith('orbroad.')])
+        turn = [line for line in turn if not line.startswith('orbroad.')]
+        (starts if START.match(turn[0] if turn else '') else looks).append(turn)
+    questions, reports = [], []
+    for turn in sections.pop('adb', []):
+        turn = [LIST_SHOWN.sub('orb.showVrList(?,', line) for line in turn]
+        (reports if any(not line.startswith('log ') for line in turn) else questions).append(turn)
+    sections.update({GUI + ', looks': looks, GUI + ', stages': stages,
+                     GUI + ', start of SteamVR': starts, 'adb, questions': questions,
+                     'adb, reports': reports})
+    for title, turns in sections.items():
+        sections[title] = [turn for turn in turns if turn]
+
+
+def counted_section(title, turns):
+    if title == LINK:
+        turns = split_before([LINK_COUNT.sub(r'\1 N', line) for line in joined(turns)], LINK_TURNS)
+    elif title == 'ports for adb':
+        turns = split_before(joined(turns), PORT_TURNS)
+    elif title == 'answers of the cloud':
+        turns = [turn for turn, after in zip(turns, [*turns[1:], ['']])
+                 if not (PROGRESS.match(turn[0]) and PROGRESS.match(after[0]))]
+    return counted(turns)
+
+
+def raw_sections(name, place, code):
+    """Every section of the record: (title, lines)."""
+    face = Face(read(place / 'face') or '')
+    yield 'end', [f'exit code {code}', 'the record of the face is ' +
+                  ('whole' if face.complete else 'broken off')]
+    happened = journal(place)
+    yield 'journal', [line for line in happened if line != END_OF_ADB]
+    yield 'journal, adb', counted([[line] for line in happened if line == END_OF_ADB])
+    yield from log_sections(place, face).items()
+    busy = [[line] for turns in face.sections.values() for turn in turns for line in turn
+            if line == ADB_BUSY]
+    yield 'adb is still at work', counted(busy)
+    if races(name):
+        yield 'histories', histories(face.sections)
+        take_apart(face.sections)
+    for title, turns in sorted(face.sections.items()):
+        yield title, counted_section(title, [[line for line in turn if line != ADB_BUSY]
+                                             for turn in turns])
+    echo = (read(place / 'stdout') or '').split('\n')[:-1]
+    directed = [line for line in echo if line.startswith('directed: ')]
+    yield 'standard output', counted(split_before(
+        [line for line in echo if line not in directed], ECHO_TURNS))
+    yield 'what it was told', directed
+    yield 'standard error', (read(place / 'stderr') or '').split('\n')[:-1]
+    server = (read(place / 'server.log') or '').split('\n')[:-1]
+    yield 'streaming server', counted(split_before(server, SERVER_TURNS))
+    yield 'cloud', joined(cloud_requests(place))
+    yield from files_left(place)
+
+
+def sections(name, place, bin_folder, code, host):
+    """The sections of the record, in order: (title, lines)."""
+    words = Words(place, bin_folder, host)
+    return [(title, [words(line) for line in lines])
+            for title, lines in raw_sections(name, place, code)]
