@@ -1,3 +1,4 @@
+#!/usr/bin/env python3
 """Compares what the program does on every compiled-in simulated PC with what it
 did when it was recorded: pages, log, journal, streaming server, cloud, files.
 
