@@ -113,6 +113,8 @@ private slots:
     void anAdbThatHangsHoldsNothingUp();
     void theShippedAdbIsUsedFromTheWorkingFolder();
     void changingToUsbAndBackLeavesNoAdb();
+    void fromACableThatConnectsToAnEmptyWifi();
+    void toAnEmptyCableForTheSecondTime();
     void aKilledProgramsServerIsTakenOverByTheNext();
 };
 
@@ -280,6 +282,55 @@ void TestWired::changingToUsbAndBackLeavesNoAdb()
     QVERIFY(program.serverLog().contains("WiredConnect"));
     QCOMPARE(adb.processes(), QList<qint64>());
     QCOMPARE(program.json(program.dataDir() + "/set.json").value("wiredOrWireless").toInt(), 2);
+}
+
+// Nothing is connected any more, and that is said before SteamVR is started
+// again, let alone a headset found.
+void TestWired::fromACableThatConnectsToAnEmptyWifi()
+{
+    writeFile("scenario.json", R"({"title":"USB to Wi-Fi","pc":{"usb":"PA7910SIM1"},
+        "steam":{"running":true},"streamingServer":{"usb":"adb","headsets":[]},
+        "files":{"set.json":{"wiredOrWireless":1}},
+        "at":[{"seconds":60,"personChooses":"wifi"}]})");
+    Program program(dir(), dir() + "/scenario.json");
+    const Adb adb(program, dir());
+    program.environment.insert("SIMPC_DIRECTED", "1");
+    QVERIFY(program.start());
+    QCOMPARE(program.tell("until shown stopStreaming"), QString("ok"));
+    QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
+    QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
+    QVERIFY(program.waitForOutput("launch explorer", 2));
+    const QStringList road = program.road();
+    const int again = road.lastIndexOf("launch explorer steam://rungameid/250820");
+    for (const char *stage : {"SteamVR runs", "streaming server on the control port",
+                              "headset found", "headset connected"}) {
+        const int lost = road.indexOf(QStringLiteral("[ ] lost: ") + stage);
+        QVERIFY2(lost >= 0 && lost < again, stage);
+    }
+    // It stays like that.
+    QVERIFY(program.waitForOutput("[x] streaming server on the control port", 2));
+    QCOMPARE(program.tell("wait 30"), QString("ok"));
+    QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
+    QCOMPARE(program.road().filter("[x] headset").size(), 2);
+    QCOMPARE(program.close(), 0);
+}
+
+void TestWired::toAnEmptyCableForTheSecondTime()
+{
+    writeFile("scenario.json", R"({"title":"twice to an empty cable","steam":{"running":true},
+        "at":[{"seconds":20,"personChooses":"usb"},{"seconds":50,"personChooses":"wifi"},
+              {"seconds":100,"personChooses":"usb"}]})");
+    Program program(dir(), dir() + "/scenario.json");
+    const Adb adb(program, dir());
+    QVERIFY(program.start());
+    QVERIFY(program.waitForOutput("[x] headset connected", 2)); // Wi-Fi, before and after
+    QVERIFY(program.waitForOutput("the person chooses USB", 2));
+    QVERIFY(program.waitForOutput("lost: headset found", 2));
+    // adb is asked and has nothing new to say; the server is polled.
+    const int polls = program.serverLog().count("WiredConnect");
+    QTRY_VERIFY_WITH_TIMEOUT(program.serverLog().count("WiredConnect") > polls + 2, 60000);
+    QCOMPARE(program.road().filter("[x] headset found").size(), 2);
+    QCOMPARE(program.close(), 0);
 }
 
 void TestWired::aKilledProgramsServerIsTakenOverByTheNext()
