@@ -1,8 +1,8 @@
 #include "app/start_up.h"
 
 #include "app/application_font.h"
+#include "app/composition.h"
 #include "app/log_file.h"
-#include "app/product.h"
 #include "app/qml_loading.h"
 #include "app/surroundings.h"
 #include "app/translation.h"
@@ -63,7 +63,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
 
     QGuiApplication app(argc, argv);
     installLogFile();
-    initProductResources();
+    initProgramResources();
     const QLocale locale;
     setUp(app, locale);
 
@@ -74,10 +74,10 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     if (instance.isFirst()) {
         if (const std::optional<QString> cloudHost = surroundings.cloudHost())
             cloud::useHost(*cloudHost);
-        Product product(locale, &app);
-        product.publish(engine);
+        Composition composition(locale, &app);
+        composition.publish(engine);
         loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/mainWindow.qml")));
-        surroundings.attach(engine, &product.road());
+        surroundings.attach(engine, &composition.stages());
         return surroundings.exitCode(QGuiApplication::exec());
     }
     loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml")));

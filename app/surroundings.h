@@ -5,7 +5,7 @@
 
 #include <optional>
 
-class ConnectionRoad;
+class ConnectionStages;
 class QQmlApplicationEngine;
 
 // Told by the start-up where it has got to, on the GUI thread. On Windows
@@ -25,9 +25,9 @@ public:
     // there is no going on, the exit code with which the program ends at once.
     [[nodiscard]] virtual std::optional<int> begin() { return std::nullopt; }
 
-    // Once the windows are there, before the event loop. `road` is null in a
+    // Once the windows are there, before the event loop. `stages` is null in a
     // second copy; both live until the event loop has ended.
-    virtual void attach(QQmlApplicationEngine & /*engine*/, const ConnectionRoad * /*road*/) {}
+    virtual void attach(QQmlApplicationEngine & /*engine*/, const ConnectionStages * /*stages*/) {}
 
     // Where the vendor cloud is, if the surroundings have one of their own.
     virtual std::optional<QString> cloudHost() const { return std::nullopt; }

@@ -4,7 +4,7 @@
 #include "checks/facts.h"
 #include "checks/steam_watch.h"
 #include "controller/connection_flow.h"
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "controller/usb_headset.h"
 
@@ -20,15 +20,15 @@ void ConnectionTracker::update()
     const connection::Facts now = facts();
     const connection::State state = connection::stateOf(now);
 
-    ConnectionRoad::State stages;
-    stages.steam = deps_.steam.steamRunning();
-    stages.steamVR = deps_.steam.steamVRRunning() && !stopped_;
-    stages.server = now.server;
-    stages.headset = now.found || now.connected;
-    stages.linked = state == connection::State::Connected;
-    deps_.status.set(state, stages.headset);
-    deps_.road.update(stages, deps_.clock.now());
-    deps_.facts.reached = deps_.road.firstMissing();
+    ConnectionStages::Reached reached;
+    reached.steam = deps_.steam.steamRunning();
+    reached.steamVR = deps_.steam.steamVRRunning() && !stopped_;
+    reached.server = now.server;
+    reached.headset = now.found || now.connected;
+    reached.linked = state == connection::State::Connected;
+    deps_.status.set(state, reached.headset);
+    deps_.stages.update(reached, deps_.clock.now());
+    deps_.facts.reached = deps_.stages.firstMissing();
     deps_.facts.wired = now.wired;
 }
 

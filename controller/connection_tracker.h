@@ -8,7 +8,7 @@
 
 class Clock;
 class ConnectionFlow;
-class ConnectionRoad;
+class ConnectionStages;
 class ConnectionStatus;
 class SteamWatch;
 class UsbHeadset;
@@ -29,7 +29,7 @@ public:
         const SteamWatch &steam;
         ConnectionFlow &flow;
         const UsbHeadset &usb;
-        ConnectionRoad &road;
+        ConnectionStages &stages;
         ConnectionStatus &status;
         Facts &facts; // of the checks: how far the connection has come, and by what
     };

@@ -10,7 +10,7 @@
 #include "config/config_manager.h"
 #include "config/recent_headsets.h"
 #include "controller/connection_flow.h"
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "controller/connection_tracker.h"
 #include "controller/feedback.h"
@@ -76,7 +76,7 @@ void ORBManager::makeParts()
     SystemInfo &system = deps_->system();
 
     model_ = new VRListModel(this);
-    road_ = new ConnectionRoad(this);
+    stages_ = new ConnectionStages(this);
     status_ = new ConnectionStatus(this);
     flow_ = new ConnectionFlow(clock, config, system, *model_, this);
     checks_ = new CheckRunner(clock, checks::table(), this);
@@ -89,7 +89,7 @@ void ORBManager::makeParts()
          [this](const SettingsChoice &choice, LinkKind link) { startRun(choice, link); }},
         this);
     tracker_ = new ConnectionTracker(
-        {clock, *steamWatch_, *flow_, *usb_, *road_, *status_, checks_->facts()}, this);
+        {clock, *steamWatch_, *flow_, *usb_, *stages_, *status_, checks_->facts()}, this);
     poll_ = new Poll({*steamWatch_, *flow_, system, *usb_, *tracker_, *checks_}, this);
 }
 

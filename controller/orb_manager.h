@@ -15,7 +15,7 @@
 class CheckModel;
 class CheckRunner;
 class ConnectionFlow;
-class ConnectionRoad;
+class ConnectionStages;
 class ConnectionStatus;
 class ConnectionTracker;
 class LinkMode;
@@ -114,7 +114,7 @@ public:
     // Where the connection stands, and how far it has come, for whoever wants
     // to show it.
     ConnectionStatus &status() const { return *status_; }
-    const ConnectionRoad &road() const { return *road_; }
+    const ConnectionStages &stages() const { return *stages_; }
     // What stands in the way of it; lives as long as this object.
     CheckModel &findings();
 
@@ -188,7 +188,7 @@ private:
     UsageEvents events_;
     std::unique_ptr<PcCheck> pc_;
     VRListModel *model_ = nullptr;
-    ConnectionRoad *road_ = nullptr;
+    ConnectionStages *stages_ = nullptr;
     ConnectionStatus *status_ = nullptr;
     ConnectionTracker *tracker_ = nullptr;
     ConnectionFlow *flow_ = nullptr;

@@ -19,12 +19,12 @@ constexpr auto settleTime = 1500ms; // for the window to show what was announced
 
 } // namespace
 
-Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const ConnectionRoad &road,
+Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const ConnectionStages &stages,
                              QQuickWindow *window, Say say, QObject *parent)
-    : QObject(parent), wishes_(wishes), clock_(clock), road_(road), window_(window),
+    : QObject(parent), wishes_(wishes), clock_(clock), stages_(stages), window_(window),
       say_(std::move(say))
 {
-    connect(&road_, &ConnectionRoad::stageChanged, this, &Demonstration::onStage);
+    connect(&stages_, &ConnectionStages::stageChanged, this, &Demonstration::onStage);
     if (window_ && say_) {
         firstFrame_ = connect(window_, &QQuickWindow::frameSwapped, this, [this] {
             // The render thread may have announced the second one by now.
@@ -44,9 +44,9 @@ void Demonstration::say(const QString &line) const
 
 void Demonstration::onStage(int stage, bool reached)
 {
-    const QString words = ConnectionRoad::describe(static_cast<ConnectionRoad::Stage>(stage));
+    const QString words = ConnectionStages::describe(static_cast<Stage>(stage));
     say((reached ? QStringLiteral("[x] ") : QStringLiteral("[ ] lost: ")) + words);
-    if (stage == ConnectionRoad::Linked && reached && !connected_) {
+    if (static_cast<Stage>(stage) == Stage::Linked && reached && !connected_) {
         connected_ = true;
         clock_.singleShot(settleTime, this, [this] { onConnected(); });
     }
@@ -65,12 +65,11 @@ void Demonstration::onLimit()
     if (connected_)
         return;
     result_ = exit_code::notConnected;
-    const int missing = road_.firstMissing();
+    const int missing = stages_.firstMissing();
     say(QStringLiteral("failed after %1 s, missing: %2")
             .arg(wishes_.limitSeconds)
-            .arg(missing < ConnectionRoad::stageCount
-                     ? ConnectionRoad::describe(static_cast<ConnectionRoad::Stage>(missing))
-                     : QStringLiteral("nothing")));
+            .arg(missing < stageCount ? ConnectionStages::describe(static_cast<Stage>(missing))
+                                      : QStringLiteral("nothing")));
     takeScreenshot([this] { emit closeRequested(); });
 }
 

@@ -2,7 +2,7 @@
 // come, takes a picture at its end and closes.
 #pragma once
 
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "demonstration/wishes.h"
 
 #include <QObject>
@@ -23,9 +23,9 @@ public:
     using Say = std::function<void(const QString &line)>;
 
     // Says each stage that is reached or lost, and what else there is to tell;
-    // `say` is empty when nobody wants to hear it. `road` outlives this object;
+    // `say` is empty when nobody wants to hear it. `stages` outlives this object;
     // `window` is the main window, null when there is none.
-    Demonstration(const Wishes &wishes, Clock &clock, const ConnectionRoad &road,
+    Demonstration(const Wishes &wishes, Clock &clock, const ConnectionStages &stages,
                   QQuickWindow *window, Say say, QObject *parent = nullptr);
 
     // 0, unless the headset was not connected in time or the picture could not
@@ -46,7 +46,7 @@ private:
 
     const Wishes wishes_;
     Clock &clock_;
-    const ConnectionRoad &road_;
+    const ConnectionStages &stages_;
     QQuickWindow *window_;
     const Say say_;
     QMetaObject::Connection firstFrame_;

@@ -161,7 +161,7 @@ void face_record::begin(QQmlApplicationEngine &engine)
     logFile = qInstallMessageHandler(onLogLine);
     QCoreApplication::instance()->installEventFilter(new Turns(QCoreApplication::instance()));
     std::atexit([] { record->finish(); });
-    for (const char *name : {"orb", "orbupdate", "orbroad"}) {
+    for (const char *name : {"orb", "orbupdate", "orbstages"}) {
         const QString called = QString::fromLatin1(name);
         auto *const object = engine.rootContext()->contextProperty(called).value<QObject *>();
         if (!object)

@@ -1,6 +1,6 @@
 #include "demonstration/script.h"
 
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 
 #include <QStringList>
 
@@ -118,7 +118,7 @@ Step untilSo(const Scene &scene, const QString &text)
 {
     const QString line = text.trimmed();
     const Condition *condition = rowOf(line, conditions());
-    if (!condition || (condition->ofTheRoad && !scene.road))
+    if (!condition || (condition->ofTheStages && !scene.stages))
         return Senseless{QStringLiteral("there is no such condition")};
     const QString argument = argumentOf(line, *condition);
     if (!fits(condition->argument, argument))
@@ -148,10 +148,10 @@ bool isShown(const Scene &scene, const QString &name)
     return scene.screen.middleOf(*itemName(name)).has_value();
 }
 
-template <ConnectionRoad::Stage stage>
+template <Stage stage>
 bool reached(const Scene &scene, const QString &)
 {
-    return scene.road->reached(stage);
+    return scene.stages->reached(stage);
 }
 
 } // namespace
@@ -205,7 +205,6 @@ const std::vector<Verb> &verbs()
 
 const std::vector<Condition> &conditions()
 {
-    using Road = ConnectionRoad;
     static const std::vector<Condition> table = {
         {"shown", Argument::Name, "the item is shown", isShown},
         {"hidden", Argument::Name, "it is not",
@@ -220,12 +219,12 @@ const std::vector<Condition> &conditions()
          [](const Scene &scene, const QString &) { return scene.screen.toast() == true; }},
         {"toast gone", Argument::None, "none is",
          [](const Scene &scene, const QString &) { return scene.screen.toast() == false; }},
-        {"steam", Argument::None, "Steam runs", reached<Road::Steam>, true},
-        {"steamvr", Argument::None, "SteamVR runs", reached<Road::SteamVR>, true},
+        {"steam", Argument::None, "Steam runs", reached<Stage::Steam>, true},
+        {"steamvr", Argument::None, "SteamVR runs", reached<Stage::SteamVR>, true},
         {"server", Argument::None, "the streaming server is on the control port",
-         reached<Road::Server>, true},
-        {"headset", Argument::None, "it reports a headset", reached<Road::Headset>, true},
-        {"linked", Argument::None, "a headset is connected", reached<Road::Linked>, true},
+         reached<Stage::Server>, true},
+        {"headset", Argument::None, "it reports a headset", reached<Stage::Headset>, true},
+        {"linked", Argument::None, "a headset is connected", reached<Stage::Linked>, true},
     };
     return table;
 }

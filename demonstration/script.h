@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-class ConnectionRoad;
+class ConnectionStages;
 
 // GUI thread.
 namespace script {
@@ -19,7 +19,7 @@ namespace script {
 struct Scene
 {
     Screen &screen;
-    const ConnectionRoad *road = nullptr; // null in a second copy
+    const ConnectionStages *stages = nullptr; // null in a second copy
 };
 
 // Nothing happens for that long.
@@ -62,7 +62,7 @@ struct Condition
     Argument argument;
     QString help; // for people: when it holds
     bool (*holds)(const Scene &scene, const QString &argument);
-    bool ofTheRoad = false; // there is none in a second copy
+    bool ofTheStages = false; // there is none in a second copy
 };
 
 const std::vector<Verb> &verbs();

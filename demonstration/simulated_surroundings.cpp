@@ -101,9 +101,9 @@ struct SimulatedSurroundings::Private
     void heedSignals(QQmlApplicationEngine &engine);
     void heedPerson(QQmlApplicationEngine &engine);
     void seatScriptedUser(QQmlApplicationEngine &engine, QQuickWindow &window,
-                          const ConnectionRoad *road);
+                          const ConnectionStages *stages);
     void demonstrate(QQmlApplicationEngine &engine, QQuickWindow *window,
-                     const ConnectionRoad &road);
+                     const ConnectionStages &stages);
     void endWithTheEventLoop();
 
     Wishes wishes;
@@ -132,11 +132,11 @@ void SimulatedSurroundings::Private::heedPerson(QQmlApplicationEngine &engine)
 
 void SimulatedSurroundings::Private::seatScriptedUser(QQmlApplicationEngine &engine,
                                                       QQuickWindow &window,
-                                                      const ConnectionRoad *road)
+                                                      const ConnectionStages *stages)
 {
     screen = std::make_unique<QuickScreen>(window);
     scriptedUser = std::make_unique<ScriptedUser>(
-        Clock::system(), script::Scene{*screen, road},
+        Clock::system(), script::Scene{*screen, stages},
         [](const QString &line) { console::echo(line.toStdString()); });
     closeOnRequest(*scriptedUser, engine);
     input = std::make_unique<ScriptInput>(STDIN_FILENO);
@@ -144,12 +144,13 @@ void SimulatedSurroundings::Private::seatScriptedUser(QQmlApplicationEngine &eng
 }
 
 void SimulatedSurroundings::Private::demonstrate(QQmlApplicationEngine &engine,
-                                                 QQuickWindow *window, const ConnectionRoad &road)
+                                                 QQuickWindow *window,
+                                                 const ConnectionStages &stages)
 {
     Demonstration::Say say;
     if (printer)
         say = [printer = printer](const QString &line) { printer->say(line); };
-    demonstration = std::make_unique<Demonstration>(wishes, Clock::system(), road, window, say);
+    demonstration = std::make_unique<Demonstration>(wishes, Clock::system(), stages, window, say);
     closeOnRequest(*demonstration, engine);
     if (printer)
         printer->begin();
@@ -188,7 +189,7 @@ std::optional<int> SimulatedSurroundings::begin()
     return std::nullopt;
 }
 
-void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionRoad *road)
+void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionStages *stages)
 {
     face_record::begin(engine);
     thePc()->start();
@@ -198,9 +199,9 @@ void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const Connecti
     d->heedPerson(engine);
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (window && d->wishes.scripted)
-        d->seatScriptedUser(engine, *window, road);
-    if (road)
-        d->demonstrate(engine, window, *road);
+        d->seatScriptedUser(engine, *window, stages);
+    if (stages)
+        d->demonstrate(engine, window, *stages);
 }
 
 std::optional<QString> SimulatedSurroundings::cloudHost() const

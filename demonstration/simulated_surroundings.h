@@ -17,7 +17,7 @@ public:
     ~SimulatedSurroundings() override;
 
     [[nodiscard]] std::optional<int> begin() override;
-    void attach(QQmlApplicationEngine &engine, const ConnectionRoad *road) override;
+    void attach(QQmlApplicationEngine &engine, const ConnectionStages *stages) override;
     std::optional<QString> cloudHost() const override;
     int exitCode(int loopResult) const override;
 

@@ -10,7 +10,7 @@ Item {
     // How high is what stands above, and what the cards make room for.
     property int above: 0
     property int drawerHeight: 0
-    property QtObject road: null
+    property QtObject stages: null
     property QtObject checks: null
     readonly property alias connected: headsetPage.connected
     // Whether Steam and SteamVR are.
@@ -35,7 +35,7 @@ Item {
         height: sheet.drawerHeight - 22 - 3 * utils.grid
         active: sheet.pulledDown
         sourceComponent: ConnectionDetails {
-            road: sheet.road
+            stages: sheet.stages
             checks: sheet.checks
         }
     }
@@ -81,7 +81,7 @@ Item {
             id: headsetPage
             objectName: "headsetPage"
             collapsed: sheet.pulledDown
-            road: sheet.road
+            stages: sheet.stages
             checks: sheet.checks
             width: row.width - 2 * (row.cardWidth + row.spacing)
             height: row.height

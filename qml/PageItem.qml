@@ -19,7 +19,7 @@ Card {
         return false;
     }
 
-    property QtObject road: null
+    property QtObject stages: null
     property QtObject checks: null
 
     // The user wants the other link type; `wired` is the present one.
@@ -75,9 +75,9 @@ Card {
         visible: findings.count === 0 && (page.connected || !headsets.visible)
         Layout.fillWidth: true
     }
-    RoadStrip {
-        objectName: "roadStrip"
-        road: page.road
+    StageStrip {
+        objectName: "stageStrip"
+        stages: page.stages
         visible: !page.connected
         Layout.fillWidth: true
     }

@@ -13,7 +13,7 @@ FramelessWindow {
     property alias ispullDown: cards.pulledDown
     readonly property string currentLanguage: Qt.locale().name.split("_")[0]
     readonly property QtObject updater: typeof orbupdate === "undefined" ? null : orbupdate
-    readonly property QtObject road: typeof orbroad === "undefined" ? null : orbroad
+    readonly property QtObject stages: typeof orbstages === "undefined" ? null : orbstages
     readonly property QtObject checks: typeof orbchecks === "undefined" ? null : orbchecks
     readonly property string windows: "qrc:/qml/windows/"
     property bool leaving: false
@@ -132,7 +132,7 @@ FramelessWindow {
             above: titleRow.height + (banner.visible ? banner.height : 0)
             // The same place, with the banner and without.
             drawerHeight: banner.visible ? 488 : 488 + 56
-            road: root.road
+            stages: root.stages
             checks: root.checks
             onMoreWanted: root.openDialog(root.windows + "SystemInfoPage.qml")
             onToast: root.showToast(text)

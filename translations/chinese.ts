@@ -581,7 +581,7 @@
     </message>
 </context>
 <context>
-    <name>RoadList</name>
+    <name>StageList</name>
     <message>
         <source>已就绪</source>
         <translation>Ready</translation>
@@ -600,7 +600,7 @@
     </message>
 </context>
 <context>
-    <name>RoadModel</name>
+    <name>StageModel</name>
     <message>
         <source>Steam</source>
         <translation>Steam</translation>
@@ -623,7 +623,7 @@
     </message>
 </context>
 <context>
-    <name>RoadStrip</name>
+    <name>StageStrip</name>
     <message>
         <source>全部就绪</source>
         <translation>All done</translation>

@@ -7,7 +7,7 @@ import ORBManager 1.0
 RowLayout {
     id: details
 
-    property QtObject road: null
+    property QtObject stages: null
     property QtObject checks: null
 
     spacing: 3 * utils.grid
@@ -30,9 +30,9 @@ RowLayout {
                 font.bold: true
                 Layout.fillWidth: true
             }
-            RoadList {
-                objectName: "roadList"
-                road: details.road
+            StageList {
+                objectName: "stageList"
+                stages: details.stages
                 Layout.fillWidth: true
             }
             Item {

@@ -13,7 +13,7 @@ public:
         applicationWasThere = QCoreApplication::instance() != nullptr;
         return 7;
     }
-    void attach(QQmlApplicationEngine &, const ConnectionRoad *) override { ++attached; }
+    void attach(QQmlApplicationEngine &, const ConnectionStages *) override { ++attached; }
     int exitCode(int) const override { return 8; }
 
     int begun = 0;

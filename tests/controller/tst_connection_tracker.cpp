@@ -1,4 +1,4 @@
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
@@ -32,7 +32,7 @@ struct Tracked : ControllerFixture
 
     ConnectionStatus &status() { return orb().status(); }
     State state() { return status().state(); }
-    bool stage(ConnectionRoad::Stage stage) { return orb().road().reached(stage); }
+    bool stage(Stage stage) { return orb().stages().reached(stage); }
 
     void note()
     {
@@ -146,7 +146,7 @@ private slots:
         t.orb().connectVR("", "", false);
         QCOMPARE(t.state(), State::LetGo);
         QVERIFY(t.orb().vrIsConnect()); // until the next look
-        QVERIFY(!t.stage(ConnectionRoad::Linked));
+        QVERIFY(!t.stage(Stage::Linked));
         t.pass(20000);
         QCOMPARE(t.taken(), QStringList{"LetGo"});
         t.server.headsets.clear();
@@ -214,10 +214,9 @@ private slots:
         t.orb().setProperty("wired", false);
         QCOMPARE(t.taken(), QStringList{"NoServer"});
         QVERIFY(!t.status().headsetFound());
-        for (const auto stage : {ConnectionRoad::SteamVR, ConnectionRoad::Server,
-                                 ConnectionRoad::Headset, ConnectionRoad::Linked})
+        for (const auto stage : {Stage::SteamVR, Stage::Server, Stage::Headset, Stage::Linked})
             QVERIFY(!t.stage(stage));
-        QVERIFY(t.stage(ConnectionRoad::Steam));
+        QVERIFY(t.stage(Stage::Steam));
         // The older property says what it said until a headset is connected.
         QVERIFY(t.orb().vrIsConnect());
         announceMisses(4);
@@ -254,7 +253,7 @@ private slots:
         t.pass(30000);
         QCOMPARE(t.state(), State::Searching);
         QVERIFY(!t.status().headsetFound());
-        QVERIFY(!t.stage(ConnectionRoad::Headset));
+        QVERIFY(!t.stage(Stage::Headset));
         QVERIFY(t.orb().hasEnumdevices()); // the one of the Wi-Fi, to this day
     }
 
@@ -314,8 +313,8 @@ private slots:
         else
             t.steam.restartSteamVR();
         QCOMPARE(t.taken(), QStringList{"NoServer"});
-        QVERIFY(!t.stage(ConnectionRoad::SteamVR));
-        QVERIFY(!t.stage(ConnectionRoad::Linked));
+        QVERIFY(!t.stage(Stage::SteamVR));
+        QVERIFY(!t.stage(Stage::Linked));
         QVERIFY(t.orb().vrIsConnect());
     }
 
@@ -327,10 +326,10 @@ private slots:
         t.server.headsets = one;
         t.connectHeadset();
         t.steam.stopSteamVR();
-        QVERIFY(!t.stage(ConnectionRoad::SteamVR));
+        QVERIFY(!t.stage(Stage::SteamVR));
         QVERIFY(t.orb().haslaunchSteamVR());
         t.steam.startSteamVR();
-        QVERIFY(t.stage(ConnectionRoad::SteamVR));
+        QVERIFY(t.stage(Stage::SteamVR));
         announceMisses(1);
         t.pass(20000);
         QCOMPARE(t.state(), State::Connected);

@@ -2,7 +2,7 @@
 #include "checks/steam_watch.h"
 #include "checks/table.h"
 #include "controller/connection_flow.h"
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "controller/connection_tracker.h"
 #include "controller/poll.h"
@@ -61,7 +61,7 @@ struct Polled
 
     PcFixture pc;
     VRListModel model;
-    ConnectionRoad road;
+    ConnectionStages stages;
     ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
     SteamWatch steam{pc.steam};
     LinkKind kind = LinkKind::Wireless;
@@ -72,7 +72,7 @@ struct Polled
     }};
     CheckRunner checks{pc.clock, ::checks::table()};
     ConnectionStatus status;
-    ConnectionTracker tracker{{pc.clock, steam, flow, usb, road, status, checks.facts()}};
+    ConnectionTracker tracker{{pc.clock, steam, flow, usb, stages, status, checks.facts()}};
     Poll poll{{steam, flow, pc.system, usb, tracker, checks}};
 };
 
@@ -191,15 +191,15 @@ private slots:
         p.useCable();
         p.pc.pc.processes.start("vrmonitor.exe");
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
+        QCOMPARE(p.stages.firstMissing(), int(Stage::Headset));
         p.usb.watch();
         emit p.pc.adb.deviceConnect(true, "PA7910");
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
+        QCOMPARE(p.stages.firstMissing(), int(Stage::Linked));
         p.pc.server.usbConnected = true;
         QVERIFY(p.flow.requestReport(LinkKind::Wired));
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
+        QCOMPARE(p.stages.firstMissing(), int(stageCount));
     }
 
     void whatItLearnsBecomesFacts()
@@ -217,7 +217,7 @@ private slots:
         QCOMPARE(facts.networkCategory, std::optional<QString>("Private"));
         QVERIFY(!facts.adb);
         QCOMPARE(facts.wired, std::optional<bool>(false));
-        QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Headset));
+        QCOMPARE(facts.reached, std::optional<int>(Stage::Headset));
 
         p.useCable();
         p.pc.pc.facts.acLine.set(power::AcLine::Online);
@@ -246,7 +246,7 @@ private slots:
         QVERIFY(facts.power);
         QVERIFY(!facts.stereoOutput);
         QVERIFY(!facts.networkCategory);
-        QCOMPARE(facts.reached, std::optional<int>(ConnectionRoad::Steam));
+        QCOMPARE(facts.reached, std::optional<int>(Stage::Steam));
     }
 
     void whatItLearnsIsJudgedAtOnce()
@@ -271,18 +271,18 @@ private slots:
         p.pc.server.present = false;
         p.pc.pc.processes.start("vrmonitor.exe");
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Server));
+        QCOMPARE(p.stages.firstMissing(), int(Stage::Server));
         p.pc.server.present = true;
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Headset));
+        QCOMPARE(p.stages.firstMissing(), int(Stage::Headset));
         p.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
         QVERIFY(p.flow.requestReport(LinkKind::Wireless));
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::Linked));
+        QCOMPARE(p.stages.firstMissing(), int(Stage::Linked));
         QVERIFY(!p.flow.requestReport(LinkKind::Wireless)); // left out after the connect
         QVERIFY(p.flow.requestReport(LinkKind::Wireless));
         p.run();
-        QCOMPARE(p.road.firstMissing(), int(ConnectionRoad::stageCount));
+        QCOMPARE(p.stages.firstMissing(), int(stageCount));
     }
 };
 

@@ -15,19 +15,19 @@ const QByteArray redWindow = R"(Window { width: 40; height: 30
 struct Run
 {
     explicit Run(const Wishes &wishes, QQuickWindow *window = nullptr)
-        : demonstration(wishes, clock, road, window,
+        : demonstration(wishes, clock, stages, window,
                         [this](const QString &line) { said.append(line); })
     {
     }
 
-    void reach(int stages) { road.update(upTo(stages), clock.now()); }
-    static ConnectionRoad::State upTo(int stages)
+    void reach(int count) { stages.update(upTo(count), clock.now()); }
+    static ConnectionStages::Reached upTo(int count)
     {
-        return {stages > 0, stages > 1, stages > 2, stages > 3, stages > 4};
+        return {count > 0, count > 1, count > 2, count > 3, count > 4};
     }
 
     ManualClock clock;
-    ConnectionRoad road;
+    ConnectionStages stages;
     QStringList said;
     Demonstration demonstration;
     QSignalSpy closed{&demonstration, &Demonstration::closeRequested};
@@ -42,7 +42,7 @@ Wishes untilConnected(int limitSeconds = 0, const QString &screenshot = {})
     return wishes;
 }
 
-constexpr int all = ConnectionRoad::stageCount;
+constexpr int all = stageCount;
 
 } // namespace
 
@@ -97,9 +97,9 @@ void TestDemonstration::firstFrameIsSaidOnce()
 void TestDemonstration::nobodyHasToListen()
 {
     ManualClock clock;
-    ConnectionRoad road;
-    const Demonstration demonstration(untilConnected(1), clock, road, nullptr, {});
-    road.update(Run::upTo(1), clock.now());
+    ConnectionStages stages;
+    const Demonstration demonstration(untilConnected(1), clock, stages, nullptr, {});
+    stages.update(Run::upTo(1), clock.now());
     clock.advance(1000);
     QCOMPARE(demonstration.result(), 3);
 }

@@ -1,4 +1,4 @@
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "demonstration/script.h"
 #include "tests/demonstration/fake_screen.h"
 #include "tests/support/test_case.h"
@@ -41,26 +41,26 @@ struct Case
 {
     const char *line;
     // Lets it hold, after it did not.
-    std::function<void(FakeScreen &, ConnectionRoad &)> happen;
+    std::function<void(FakeScreen &, ConnectionStages &)> happen;
 };
 
-Case stage(const char *line, int stages)
+Case stage(const char *line, int count)
 {
-    return {line, [stages](FakeScreen &, ConnectionRoad &road) {
-                road.update({stages > 0, stages > 1, stages > 2, stages > 3, stages > 4},
-                            QDateTime({2024, 5, 17}, {14, 3}));
+    return {line, [count](FakeScreen &, ConnectionStages &stages) {
+                stages.update({count > 0, count > 1, count > 2, count > 3, count > 4},
+                              QDateTime({2024, 5, 17}, {14, 3}));
             }};
 }
 
 const std::vector<Case> cases = {
-    {"shown close", [](FakeScreen &screen, ConnectionRoad &) { screen.items["close 1"] = {}; }},
-    {"shown close 2", [](FakeScreen &screen, ConnectionRoad &) { screen.items["close 2"] = {}; }},
-    {"hidden dim", [](FakeScreen &screen, ConnectionRoad &) { screen.items.remove("dim 1"); }},
+    {"shown close", [](FakeScreen &screen, ConnectionStages &) { screen.items["close 1"] = {}; }},
+    {"shown close 2", [](FakeScreen &screen, ConnectionStages &) { screen.items["close 2"] = {}; }},
+    {"hidden dim", [](FakeScreen &screen, ConnectionStages &) { screen.items.remove("dim 1"); }},
     {"dialog SettingPage",
-     [](FakeScreen &screen, ConnectionRoad &) { screen.openDialog = "SettingPage"; }},
-    {"nodialog", [](FakeScreen &screen, ConnectionRoad &) { screen.openDialog.clear(); }},
-    {"toast", [](FakeScreen &screen, ConnectionRoad &) { screen.toastIsShown = true; }},
-    {"toast gone", [](FakeScreen &screen, ConnectionRoad &) { screen.toastIsShown = false; }},
+     [](FakeScreen &screen, ConnectionStages &) { screen.openDialog = "SettingPage"; }},
+    {"nodialog", [](FakeScreen &screen, ConnectionStages &) { screen.openDialog.clear(); }},
+    {"toast", [](FakeScreen &screen, ConnectionStages &) { screen.toastIsShown = true; }},
+    {"toast gone", [](FakeScreen &screen, ConnectionStages &) { screen.toastIsShown = false; }},
     stage("steam", 1),
     stage("steamvr", 2),
     stage("server", 3),
@@ -210,11 +210,11 @@ void TestScript::conditionHoldsOnceItIsSo()
     const Case &row = cases[size_t(index)];
     FakeScreen screen;
     settle(screen, row.line);
-    ConnectionRoad road;
+    ConnectionStages stages;
     const auto act =
-        std::get<script::Act>(script::read(QString("until ") + row.line, {screen, &road}));
+        std::get<script::Act>(script::read(QString("until ") + row.line, {screen, &stages}));
     QVERIFY(!act.ready());
-    row.happen(screen, road);
+    row.happen(screen, stages);
     QVERIFY(act.ready());
     // There is nothing else to do.
     QCOMPARE(act.act().text, QString("ok"));
@@ -225,11 +225,11 @@ void TestScript::stageBeforeTheOneAskedForIsNotEnough()
 {
     const QStringList names = {"steam", "steamvr", "server", "headset", "linked"};
     FakeScreen screen;
-    ConnectionRoad road;
+    ConnectionStages stages;
     for (int reached = 1; reached < names.size(); ++reached) {
-        stage("", reached).happen(screen, road);
+        stage("", reached).happen(screen, stages);
         const auto act =
-            std::get<script::Act>(script::read("until " + names[reached], {screen, &road}));
+            std::get<script::Act>(script::read("until " + names[reached], {screen, &stages}));
         QVERIFY2(!act.ready(), qPrintable(names[reached]));
     }
 }
@@ -287,8 +287,8 @@ void TestScript::lineThatMeansNothingIsExplained()
     QFETCH(QString, line);
     QFETCH(QString, reason);
     FakeScreen screen;
-    const ConnectionRoad road;
-    QCOMPARE(::reason(line, {screen, &road}), reason);
+    const ConnectionStages stages;
+    QCOMPARE(::reason(line, {screen, &stages}), reason);
     QCOMPARE(screen.deeds, QStringList());
 }
 

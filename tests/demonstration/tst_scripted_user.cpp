@@ -1,5 +1,5 @@
 #include "base/manual_clock.h"
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "demonstration/scripted_user.h"
 #include "tests/demonstration/fake_screen.h"
 #include "tests/support/test_case.h"
@@ -18,9 +18,9 @@ struct Seat
 
     ManualClock clock;
     FakeScreen screen;
-    ConnectionRoad road;
+    ConnectionStages stages;
     QStringList said;
-    ScriptedUser user{clock, {screen, &road}, [this](const QString &line) { said.append(line); }};
+    ScriptedUser user{clock, {screen, &stages}, [this](const QString &line) { said.append(line); }};
     QSignalSpy closed{&user, &ScriptedUser::closeRequested};
 };
 

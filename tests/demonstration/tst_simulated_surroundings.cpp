@@ -1,4 +1,4 @@
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 #include "demonstration/simulated_surroundings.h"
 #include "simpc/sim_pc.h"
 #include "tests/support/gui_test_main.h"
@@ -78,7 +78,7 @@ private:
 
     int script_[2] = {-1, -1};
     QObject orb_;
-    ConnectionRoad road_;
+    ConnectionStages stages_;
     std::unique_ptr<SimulatedSurroundings> surroundings_ =
         std::make_unique<SimulatedSurroundings>();
     std::unique_ptr<QQmlApplicationEngine> engine_;
@@ -130,7 +130,7 @@ void TestSimulatedSurroundings::pcIsThereBeforeTheWindows()
                                    {"SIMPC_LIMIT", "1"}});
     QCOMPARE(surroundings_->begin(), std::optional<int>());
     QVERIFY(SimPc::exists());
-    surroundings_->attach(*engine_, &road_);
+    surroundings_->attach(*engine_, &stages_);
     QCOMPARE(surroundings_->exitCode(0), 0);
 }
 

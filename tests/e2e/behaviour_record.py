@@ -235,8 +235,8 @@ def take_apart(sections):
     """The turns of races, each kind for itself."""
     looks, stages, starts = [], [], []
     for turn in sections.pop(GUI, []):
-        stages.append([line for line in turn if line.startswith('orbroad.')])
-        turn = [line for line in turn if not line.startswith('orbroad.')]
+        stages.append([line for line in turn if line.startswith('orbstages.')])
+        turn = [line for line in turn if not line.startswith('orbstages.')]
         (starts if START.match(turn[0] if turn else '') else looks).append(turn)
     questions, reports = [], []
     for turn in sections.pop('adb', []):

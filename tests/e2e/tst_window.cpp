@@ -335,10 +335,10 @@ void TestWindow::detailsOpenWhileConnected()
     QVERIFY(start("headset-drops-and-returns").start());
     QCOMPARE(tell("until shown drawerTab"), QString("ok"));
     clickOn("drawerTab");
-    QCOMPARE(tell("until shown roadList"), QString("ok"));
+    QCOMPARE(tell("until shown stageList"), QString("ok"));
     QCOMPARE(tell("until hidden drawerTab"), QString("ok"));
-    QCOMPARE(tell("until hidden roadList"), QString("ok"));
-    QCOMPARE(tell("until shown roadStrip"), QString("ok"));
+    QCOMPARE(tell("until hidden stageList"), QString("ok"));
+    QCOMPARE(tell("until shown stageStrip"), QString("ok"));
     QCOMPARE(tell("until linked"), QString("ok"));
 }
 

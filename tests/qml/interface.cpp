@@ -85,7 +85,7 @@ FramelessQuickWindow *Interface::load()
         standInPages();
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb.connection);
-    engine_.rootContext()->setContextProperty(QStringLiteral("orbroad"), &roadModel_);
+    engine_.rootContext()->setContextProperty(QStringLiteral("orbstages"), &stageModel_);
     if (hasChecks)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &checks);
     if (hasUpdate)

@@ -3,8 +3,8 @@
 
 #include "base/manual_clock.h"
 #include "checks/check_model.h"
-#include "controller/connection_road.h"
-#include "controller/road_model.h"
+#include "controller/connection_stages.h"
+#include "controller/stage_model.h"
 #include "tests/qml/fake_orb.h"
 #include "ui/frameless_quick_window.h"
 
@@ -50,7 +50,7 @@ public:
     // Change these before load().
     FakeOrb orb;
     FakeUpdate update{orb};
-    ConnectionRoad road;
+    ConnectionStages stages;
     CheckModel checks;
     bool hasChecks = true; // whether there is anything to show findings of
     bool hasUpdate = true; // whether there is an update checker at all
@@ -104,7 +104,7 @@ public:
     static QStringList texts(QQuickItem *root);
 
 private:
-    RoadModel roadModel_{road};
+    StageModel stageModel_{stages};
     StandInDialogs standIns_;
     QQmlApplicationEngine engine_;
     FramelessQuickWindow *window_ = nullptr;

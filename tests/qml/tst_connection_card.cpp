@@ -88,7 +88,7 @@ private slots:
         const bool connected = state == State::Connected;
         QCOMPARE(pages.shown("stopStreaming"), connected);
         QCOMPARE(pages.shown("drawerTab"), connected);
-        QCOMPARE(pages.shown("roadStrip"), !connected);
+        QCOMPARE(pages.shown("stageStrip"), !connected);
         QCOMPARE(pages.shown("steps"), !connected);
         QCOMPARE(pages.shown("headsets"), !wired && found);
         QCOMPARE(pages.text("bannerText"),

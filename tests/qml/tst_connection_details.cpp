@@ -84,11 +84,11 @@ private slots:
         pages.load();
         const QDateTime noon({2024, 1, 1}, {12, 0, 5});
         pages.orb.becomeConnected(true);
-        pages.road.update({true, false, false, false, false}, noon);
+        pages.stages.update({true, false, false, false, false}, noon);
         pages.click("drawerTab");
-        pages.road.update({true, true, false, false, false}, noon.addSecs(10));
+        pages.stages.update({true, true, false, false, false}, noon.addSecs(10));
         pages.settle();
-        QCOMPARE(Interface::texts(pages.item("roadList")),
+        QCOMPARE(Interface::texts(pages.item("stageList")),
                  (QStringList{"Steam", zh("已就绪"), zh("自 12:00:05"), "SteamVR", zh("已就绪"),
                               zh("自 12:00:15"), zh("串流服务"), zh("等待中"), zh("自 12:00:05"),
                               zh("VR眼镜"), zh("未就绪"), zh("自 12:00:05"), zh("串流连接"),

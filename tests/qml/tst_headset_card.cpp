@@ -167,12 +167,12 @@ private slots:
         Interface pages;
         pages.load();
         const QDateTime noon({2024, 1, 1}, {12, 0, 5});
-        QCOMPARE(Interface::texts(pages.item("roadStrip")), QStringList(zh("正在等待：Steam")));
-        pages.road.update({true, true, false, false, false}, noon);
-        QCOMPARE(Interface::texts(pages.item("roadStrip")),
+        QCOMPARE(Interface::texts(pages.item("stageStrip")), QStringList(zh("正在等待：Steam")));
+        pages.stages.update({true, true, false, false, false}, noon);
+        QCOMPARE(Interface::texts(pages.item("stageStrip")),
                  QStringList(zh("正在等待：串流服务（自 12:00:05）")));
         QStringList marks;
-        for (QQuickItem *item : Interface::shownItems(pages.item("roadStrip"))) {
+        for (QQuickItem *item : Interface::shownItems(pages.item("stageStrip"))) {
             if (item->inherits("QQuickImage"))
                 marks.append(item->property("source").toUrl().fileName());
         }
@@ -180,7 +180,7 @@ private slots:
                                      "orb_todo.png", "orb_todo.png"}));
 
         pages.orb.becomeConnected(true);
-        QVERIFY(!pages.shown("roadStrip"));
+        QVERIFY(!pages.shown("stageStrip"));
     }
 
     void stepsFollowTheLink_data()

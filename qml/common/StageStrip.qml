@@ -5,8 +5,8 @@ import QtQuick 2.15
 Item {
     id: strip
 
-    property QtObject road: null
-    readonly property string waitingFor: road ? road.waitingFor : ""
+    property QtObject stages: null
+    readonly property string waitingFor: stages ? stages.waitingFor : ""
 
     implicitHeight: 6 * utils.grid
     Accessible.role: Accessible.StaticText
@@ -17,7 +17,7 @@ Item {
         anchors { top: parent.top; horizontalCenter: parent.horizontalCenter }
 
         Repeater {
-            model: strip.road
+            model: strip.stages
 
             Row {
                 readonly property bool reached: model.reached
@@ -44,7 +44,7 @@ Item {
         text: {
             if (!strip.waitingFor)
                 return qsTr("全部就绪");
-            const since = strip.road.waitingSince;
+            const since = strip.stages.waitingSince;
             if (isNaN(since.getTime()))
                 return qsTr("正在等待：%1").arg(strip.waitingFor);
             return qsTr("正在等待：%1（自 %2）").arg(strip.waitingFor)

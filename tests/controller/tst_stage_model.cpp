@@ -1,5 +1,5 @@
-#include "controller/connection_road.h"
-#include "controller/road_model.h"
+#include "controller/connection_stages.h"
+#include "controller/stage_model.h"
 #include "tests/support/test_case.h"
 
 #include <QSignalSpy>
@@ -10,20 +10,20 @@ const QDateTime noon({2024, 1, 1}, {12, 0});
 
 } // namespace
 
-class TestRoadModel : public TestCase
+class TestStageModel : public TestCase
 {
     Q_OBJECT
 
     // One letter a stage: reached, waited for or neither.
-    static QString picture(const RoadModel &model)
+    static QString picture(const StageModel &model)
     {
         QString letters;
         for (int row = 0; row < model.rowCount(); ++row) {
             const QModelIndex index = model.index(row);
-            if (model.data(index, RoadModel::Reached).toBool())
-                letters += model.data(index, RoadModel::Waiting).toBool() ? '?' : 'x';
+            if (model.data(index, StageModel::Reached).toBool())
+                letters += model.data(index, StageModel::Waiting).toBool() ? '?' : 'x';
             else
-                letters += model.data(index, RoadModel::Waiting).toBool() ? 'w' : '.';
+                letters += model.data(index, StageModel::Waiting).toBool() ? 'w' : '.';
         }
         return letters;
     }
@@ -31,29 +31,29 @@ class TestRoadModel : public TestCase
 private slots:
     void hasARowForEveryStage()
     {
-        const ConnectionRoad road;
-        const RoadModel model(road);
-        QCOMPARE(model.rowCount(), ConnectionRoad::stageCount);
+        const ConnectionStages stages;
+        const StageModel model(stages);
+        QCOMPARE(model.rowCount(), stageCount);
         QCOMPARE(model.rowCount(model.index(0)), 0);
         QStringList names;
         for (int row = 0; row < model.rowCount(); ++row)
-            names.append(model.data(model.index(row), RoadModel::Name).toString());
+            names.append(model.data(model.index(row), StageModel::Name).toString());
         QCOMPARE(names, (QStringList{"Steam", "SteamVR", QString::fromUtf8("串流服务"),
                                      QString::fromUtf8("VR眼镜"), QString::fromUtf8("串流连接")}));
-        QVERIFY(!model.data(model.index(0), RoadModel::Since).toDateTime().isValid());
-        QVERIFY(!model.data(model.index(0), RoadModel::Since + 1).isValid());
-        QVERIFY(!model.data(QModelIndex(), RoadModel::Name).isValid());
+        QVERIFY(!model.data(model.index(0), StageModel::Since).toDateTime().isValid());
+        QVERIFY(!model.data(model.index(0), StageModel::Since + 1).isValid());
+        QVERIFY(!model.data(QModelIndex(), StageModel::Name).isValid());
     }
 
     void namesItsRolesForThePages()
     {
-        const ConnectionRoad road;
-        const QHash<int, QByteArray> names = RoadModel(road).roleNames();
+        const ConnectionStages stages;
+        const QHash<int, QByteArray> names = StageModel(stages).roleNames();
         QCOMPARE(names.size(), 4);
-        QCOMPARE(names.value(RoadModel::Name), QByteArray("name"));
-        QCOMPARE(names.value(RoadModel::Reached), QByteArray("reached"));
-        QCOMPARE(names.value(RoadModel::Waiting), QByteArray("waiting"));
-        QCOMPARE(names.value(RoadModel::Since), QByteArray("since"));
+        QCOMPARE(names.value(StageModel::Name), QByteArray("name"));
+        QCOMPARE(names.value(StageModel::Reached), QByteArray("reached"));
+        QCOMPARE(names.value(StageModel::Waiting), QByteArray("waiting"));
+        QCOMPARE(names.value(StageModel::Since), QByteArray("since"));
     }
 
     void saysWhereItHangs_data()
@@ -84,9 +84,9 @@ private slots:
         QFETCH(int, done);
         QFETCH(QString, waitingFor);
 
-        ConnectionRoad road;
-        const RoadModel model(road);
-        road.update({reached[0], reached[1], reached[2], reached[3], reached[4]}, noon);
+        ConnectionStages stages;
+        const StageModel model(stages);
+        stages.update({reached[0], reached[1], reached[2], reached[3], reached[4]}, noon);
         QCOMPARE(picture(model), letters);
         QCOMPARE(model.done(), done);
         QCOMPARE(model.waitingFor(), waitingFor);
@@ -94,36 +94,36 @@ private slots:
 
     void tellsSinceWhen()
     {
-        ConnectionRoad road;
-        const RoadModel model(road);
-        road.update({}, noon);
-        road.update({true, false, false, false, false}, noon.addSecs(5));
-        QCOMPARE(model.data(model.index(0), RoadModel::Since).toDateTime(), noon.addSecs(5));
-        QCOMPARE(model.data(model.index(1), RoadModel::Since).toDateTime(), noon);
+        ConnectionStages stages;
+        const StageModel model(stages);
+        stages.update({}, noon);
+        stages.update({true, false, false, false, false}, noon.addSecs(5));
+        QCOMPARE(model.data(model.index(0), StageModel::Since).toDateTime(), noon.addSecs(5));
+        QCOMPARE(model.data(model.index(1), StageModel::Since).toDateTime(), noon);
         QCOMPARE(model.waitingSince(), noon);
-        road.update({true, true, true, true, true}, noon.addSecs(10));
+        stages.update({true, true, true, true, true}, noon.addSecs(10));
         QVERIFY(!model.waitingSince().isValid());
     }
 
     // Whatever is announced is drawn.
     void announcesNewsAndOnlyNews()
     {
-        ConnectionRoad road;
-        RoadModel model(road);
-        QSignalSpy data(&model, &RoadModel::dataChanged);
-        QSignalSpy changed(&model, &RoadModel::changed);
-        road.update({}, noon);
+        ConnectionStages stages;
+        StageModel model(stages);
+        QSignalSpy data(&model, &StageModel::dataChanged);
+        QSignalSpy changed(&model, &StageModel::changed);
+        stages.update({}, noon);
         QCOMPARE(data.size(), 1);
         QCOMPARE(data[0][0].toModelIndex().row(), 0);
-        QCOMPARE(data[0][1].toModelIndex().row(), ConnectionRoad::stageCount - 1);
+        QCOMPARE(data[0][1].toModelIndex().row(), stageCount - 1);
         QCOMPARE(changed.size(), 1);
-        road.update({}, noon.addSecs(5));
+        stages.update({}, noon.addSecs(5));
         QCOMPARE(data.size(), 1);
-        road.update({true, false, false, false, false}, noon.addSecs(10));
+        stages.update({true, false, false, false, false}, noon.addSecs(10));
         QCOMPARE(data.size(), 2);
         QCOMPARE(changed.size(), 2);
     }
 };
 
-KOLM_TEST_MAIN(TestRoadModel)
-#include "tst_road_model.moc"
+KOLM_TEST_MAIN(TestStageModel)
+#include "tst_stage_model.moc"

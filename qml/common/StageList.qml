@@ -5,7 +5,7 @@ import QtQuick.Layouts 1.15
 ColumnLayout {
     id: list
 
-    property QtObject road: null
+    property QtObject stages: null
 
     function time(since) {
         return since && !isNaN(since.getTime()) ? Qt.formatTime(since, "HH:mm:ss") : "";
@@ -14,7 +14,7 @@ ColumnLayout {
     spacing: 0
 
     Repeater {
-        model: list.road
+        model: list.stages
 
         RowLayout {
             id: stage
@@ -51,7 +51,7 @@ ColumnLayout {
                     waiting: model.waiting
                 }
                 Rectangle {
-                    visible: index < list.road.rowCount() - 1
+                    visible: index < list.stages.rowCount() - 1
                     width: 2
                     height: parent.height / 2 - utils.iconSize / 2
                     color: stage.reached ? utils.done : utils.outline

@@ -1,31 +1,31 @@
 // Everything of a first copy, put together.
 #pragma once
 
-class ConnectionRoad;
+class ConnectionStages;
 class ORBManager;
 class ORBUpdate;
 class QGuiApplication;
 class QLocale;
 class QQmlApplicationEngine;
-class RoadModel;
+class StageModel;
 
 // Makes the controller and the update checker, both owned by the application,
 // which destroys them last. GUI thread.
-class Product
+class Composition
 {
 public:
-    Product(const QLocale &locale, QGuiApplication *app);
+    Composition(const QLocale &locale, QGuiApplication *app);
 
     // Lets the pages see them.
     void publish(QQmlApplicationEngine &engine) const;
 
-    const ConnectionRoad &road() const;
+    const ConnectionStages &stages() const;
 
 private:
     ORBManager *orb_;
     ORBUpdate *update_;
-    RoadModel *roadModel_; // owned by the controller
+    StageModel *stageModel_; // owned by the controller
 };
 
 // Makes the compiled-in pages, images and fonts available.
-void initProductResources();
+void initProgramResources();

@@ -1,14 +1,14 @@
-#include "controller/connection_road.h"
+#include "controller/connection_stages.h"
 
-ConnectionRoad::ConnectionRoad(QObject *parent) : QObject(parent) {}
+ConnectionStages::ConnectionStages(QObject *parent) : QObject(parent) {}
 
-void ConnectionRoad::update(const State &state, const QDateTime &now)
+void ConnectionStages::update(const Reached &reached, const QDateTime &now)
 {
-    const std::array<bool, stageCount> values = {state.steam, state.steamVR, state.server,
-                                                 state.headset, state.linked};
+    const std::array<bool, stageCount> values = {reached.steam, reached.steamVR, reached.server,
+                                                 reached.headset, reached.linked};
     bool news = false;
     for (int stage = 0; stage < stageCount; ++stage) {
-        Entry &entry = stages_[stage];
+        Entry &entry = entries_[stage];
         const bool changed = entry.reached != values[stage];
         if (changed || !entry.since.isValid()) {
             entry = {values[stage], now};
@@ -21,26 +21,26 @@ void ConnectionRoad::update(const State &state, const QDateTime &now)
         emit updated();
 }
 
-int ConnectionRoad::firstMissing() const
+int ConnectionStages::firstMissing() const
 {
     int stage = 0;
-    while (stage < stageCount && stages_[stage].reached)
+    while (stage < stageCount && entries_[stage].reached)
         ++stage;
     return stage;
 }
 
-QString ConnectionRoad::describe(Stage stage)
+QString ConnectionStages::describe(Stage stage)
 {
     switch (stage) {
-    case Steam:
+    case Stage::Steam:
         return QStringLiteral("Steam runs");
-    case SteamVR:
+    case Stage::SteamVR:
         return QStringLiteral("SteamVR runs");
-    case Server:
+    case Stage::Server:
         return QStringLiteral("streaming server on the control port");
-    case Headset:
+    case Stage::Headset:
         return QStringLiteral("headset found");
-    case Linked:
+    case Stage::Linked:
         return QStringLiteral("headset connected");
     }
     return {};

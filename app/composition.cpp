@@ -1,4 +1,4 @@
-#include "app/product.h"
+#include "app/composition.h"
 
 #include "base/clock.h"
 #include "checks/check_model.h"
@@ -10,7 +10,7 @@
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "controller/qml_types.h"
-#include "controller/road_model.h"
+#include "controller/stage_model.h"
 #include "link/sys_manager.h"
 #include "pc/shell_launch.h"
 #include "qml/resources.h"
@@ -71,7 +71,7 @@ ORBUpdate *makeUpdate(QGuiApplication *app)
 
 } // namespace
 
-Product::Product(const QLocale &locale, QGuiApplication *app)
+Composition::Composition(const QLocale &locale, QGuiApplication *app)
 {
     qmlRegisterUncreatableType<ORBManager>("ORBManager", 1, 0, "ORBManagerCLS",
                                            QStringLiteral("there is one, called orb"));
@@ -84,28 +84,28 @@ Product::Product(const QLocale &locale, QGuiApplication *app)
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
     orb_ = new ORBManager(std::make_unique<ProcessWideServices>(), app);
     update_ = makeUpdate(app);
-    roadModel_ = new RoadModel(orb_->road(), orb_);
+    stageModel_ = new StageModel(orb_->stages(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
         HttpManager::instance().abortRequests();
         update->abortRequests();
     });
 }
 
-void Product::publish(QQmlApplicationEngine &engine) const
+void Composition::publish(QQmlApplicationEngine &engine) const
 {
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb_->status());
-    engine.rootContext()->setContextProperty(QStringLiteral("orbroad"), roadModel_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbstages"), stageModel_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }
 
-const ConnectionRoad &Product::road() const
+const ConnectionStages &Composition::stages() const
 {
-    return orb_->road();
+    return orb_->stages();
 }
 
-void initProductResources()
+void initProgramResources()
 {
     qml::initResources();
     res::initResources();

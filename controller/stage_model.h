@@ -1,10 +1,10 @@
-// The road of the connection as a list that a page can show.
+// The stages of the connection as a list that a page can show.
 #pragma once
 
 #include <QAbstractListModel>
 #include <QDateTime>
 
-class ConnectionRoad;
+class ConnectionStages;
 
 // One row a stage, in the order in which they are reached. The rows never come
 // or go. GUI thread.
@@ -12,7 +12,7 @@ class ConnectionRoad;
 // Roles: "name" (text, translated), "reached" (bool), "waiting" (bool: the
 // first stage that is not reached, so where it hangs), "since" (date and time
 // at which the stage got its state; invalid before anybody looked).
-class RoadModel : public QAbstractListModel
+class StageModel : public QAbstractListModel
 {
     Q_OBJECT
     // How many stages are reached without a gap; all of them when connected.
@@ -26,8 +26,8 @@ public:
     enum Role { Name = Qt::UserRole, Reached, Waiting, Since };
     Q_ENUM(Role)
 
-    // `road` outlives the model.
-    explicit RoadModel(const ConnectionRoad &road, QObject *parent = nullptr);
+    // `stages` outlives the model.
+    explicit StageModel(const ConnectionStages &stages, QObject *parent = nullptr);
 
     int done() const;
     QString waitingFor() const;
@@ -43,5 +43,5 @@ signals:
 private:
     void refresh();
 
-    const ConnectionRoad &road_;
+    const ConnectionStages &stages_;
 };
