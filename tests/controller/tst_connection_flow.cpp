@@ -1,17 +1,13 @@
-#include "controller/connection_flow.h"
-#include "controller/vr_list_model.h"
-#include "tests/controller/controller_fixture.h"
+#include "tests/controller/parts_fixture.h"
 #include "tests/support/test_case.h"
 
 namespace {
 
 // A flow that looks again whenever it wants to, and writes down what it says.
-struct Flow
+struct Flow : PartsFixture
 {
-    explicit Flow(const QString &dir) : pc(dir)
+    explicit Flow(const QString &folder) : PartsFixture(folder)
     {
-        pc.config.loadDeviceSettings(false, 0);
-        flow.setLink(&pc.server);
         QObject::connect(&flow, &ConnectionFlow::connectionChanged,
                          [this] { said << (flow.isConnected() ? "connected" : "unconnected"); });
         QObject::connect(&flow, &ConnectionFlow::listShown, [this](bool connected, bool byUser) {
@@ -31,15 +27,10 @@ struct Flow
 
     QStringList sent()
     {
-        QStringList commands = pc.server.received;
+        QStringList commands = server.received;
         commands.removeAll("HMDInfoRequest");
         return commands;
     }
-
-    PcFixture pc;
-    VRListModel model;
-    ConnectionFlow flow{pc.clock, pc.config, pc.system, model};
-    QStringList said;
 };
 
 } // namespace
@@ -52,7 +43,7 @@ private slots:
     void theOnlyHeadsetIsConnectedByItself()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         clearLog();
         f.tick();
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
@@ -64,9 +55,9 @@ private slots:
         QVERIFY(!f.flow.isConnected());
 
         f.said.clear();
-        f.pc.clock.advance(999);
+        f.clock.advance(999);
         QVERIFY(f.said.isEmpty());
-        f.pc.clock.advance(1);
+        f.clock.advance(1);
         QCOMPARE(f.said, QStringList({"settings", "list(1,0)", "connected"}));
         QCOMPARE(loggedCount("vr reconnect sn from:  to D3A"), 1);
         QCOMPARE(f.flow.connectedSerial(), QString("D3A"));
@@ -75,13 +66,13 @@ private slots:
     void theTickAfterAConnectIsLeftOut()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
-        const int asked = f.pc.server.received.size();
+        const int asked = f.server.received.size();
         QVERIFY(!f.flow.requestReport(LinkKind::Wireless));
-        QCOMPARE(f.pc.server.received.size(), asked);
+        QCOMPARE(f.server.received.size(), asked);
         QVERIFY(f.flow.requestReport(LinkKind::Wireless));
-        QCOMPARE(f.pc.server.received.size(), asked + 1);
+        QCOMPARE(f.server.received.size(), asked + 1);
     }
 
     void aHeadsetWithoutAddressOrAlreadyConnectedIsNotConnected_data()
@@ -96,12 +87,12 @@ private slots:
         QFETCH(QString, address);
         QFETCH(bool, connected);
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", address, connected}};
+        f.server.headsets = {{"D3A", address, connected}};
         f.tick();
         QVERIFY(f.sent().isEmpty());
         QCOMPARE(f.said, QStringList{"list(0,0)"});
         // The first contact is still to come.
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
     }
@@ -109,7 +100,7 @@ private slots:
     void ofSeveralHeadsetsTheUserChoosesAndIsAskedOnce()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
         f.tick();
         f.tick();
         f.tick();
@@ -119,7 +110,7 @@ private slots:
 
         f.flow.connectHeadset("D3A", "10.0.0.7", true);
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QCOMPARE(f.flow.connectedSerial(), QString("D3A"));
         QVERIFY(f.flow.isConnected());
     }
@@ -127,52 +118,52 @@ private slots:
     void aHeadsetThatDropsOutAndReturnsIsConnectedAgain()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QVERIFY(f.flow.isConnected());
         f.tick(); // left out
 
-        f.pc.server.headsets.clear();
+        f.server.headsets.clear();
         f.said.clear();
         f.tick();
         QCOMPARE(f.said, QStringList({"list(0,0)", "unconnected"}));
         QCOMPARE(f.flow.wantedSerial(), QString("D3A"));
 
-        f.pc.server.received.clear();
-        f.pc.server.headsets = {{"D3B", "10.0.0.8", false}, {"D3A", "10.0.0.9", false}};
+        f.server.received.clear();
+        f.server.headsets = {{"D3B", "10.0.0.8", false}, {"D3A", "10.0.0.9", false}};
         f.tick();
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.9 "});
         QCOMPARE(loggedCount("vr reconnect: D3A"), 1);
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QVERIFY(f.flow.isConnected());
     }
 
     void aConnectedHeadsetBeforeTheOneToReconnectIsTaken()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
         f.tick();
-        f.pc.server.headsets = {{"D2X", "10.0.0.2", true}, {"D3A", "10.0.0.7", false}};
-        f.pc.server.received.clear();
+        f.server.headsets = {{"D2X", "10.0.0.2", true}, {"D3A", "10.0.0.7", false}};
+        f.server.received.clear();
         f.tick();
         QVERIFY(f.sent().isEmpty());
         QCOMPARE(f.flow.connectedSerial(), QString("D2X"));
         QCOMPARE(f.flow.knownSerial(), QString("D2X"));
         QCOMPARE(f.flow.wantedSerial(), QString("D2X"));
-        QCOMPARE(f.pc.config.serial(), QString("D2X"));
+        QCOMPARE(f.config.serial(), QString("D2X"));
     }
 
     void theOneToReconnectBeforeAConnectedHeadsetEndsTheWalk()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
-        f.pc.server.obeys = false;
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.obeys = false;
         f.tick();
         f.tick();
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}, {"D2X", "10.0.0.2", true}};
-        f.pc.server.received.clear();
+        f.server.headsets = {{"D3A", "10.0.0.7", false}, {"D2X", "10.0.0.2", true}};
+        f.server.received.clear();
         f.tick();
         QCOMPARE(f.sent(), QStringList{"LinkTo D3A 10.0.0.7 "});
         QCOMPARE(f.flow.connectedSerial(), QString());
@@ -181,24 +172,24 @@ private slots:
     void afterTheUserDisconnectedNothingReconnectsByItself()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         f.tick();
-        f.pc.server.received.clear();
+        f.server.received.clear();
         f.said.clear();
 
         f.flow.connectHeadset("D3A", "10.0.0.7", false);
         QCOMPARE(f.sent(), QStringList{"Disconnect D3A 10.0.0.7 "});
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QCOMPARE(f.said, QStringList({"list(0,1)", "unconnected"}));
-        f.pc.server.received.clear();
+        f.server.received.clear();
         for (int i = 0; i < 5; ++i)
             f.tick();
         QVERIFY(f.sent().isEmpty());
 
         f.flow.connectHeadset("D3A", "10.0.0.7", true);
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QVERIFY(f.flow.isConnected());
         QVERIFY(!f.flow.disconnectedByUser());
     }
@@ -206,16 +197,16 @@ private slots:
     void changingHeadsetsLetsTheOldOneGoFirst()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}};
         f.tick();
-        f.pc.clock.advance(1000);
-        f.pc.server.headsets.append({"D3B", "10.0.0.8", false});
-        f.pc.server.received.clear();
+        f.clock.advance(1000);
+        f.server.headsets.append({"D3B", "10.0.0.8", false});
+        f.server.received.clear();
         clearLog();
-        const qint64 slept = f.pc.clock.slept();
+        const qint64 slept = f.clock.slept();
         f.flow.connectHeadset("D3B", "10.0.0.8", true);
         QCOMPARE(f.sent(), QStringList({"Disconnect D3A 10.0.0.7 ", "LinkTo D3B 10.0.0.8 "}));
-        QCOMPARE(f.pc.clock.slept() - slept, 200);
+        QCOMPARE(f.clock.slept() - slept, 200);
         QCOMPARE(logged().first(), QString("connect VRD3A"));
         QCOMPARE(f.flow.recentHeadsets(), QStringList({"D3B", "D3A"}));
     }
@@ -234,40 +225,40 @@ private slots:
     {
         Flow f(dir());
         QVERIFY(f.flow.requestReport(LinkKind::Wireless));
-        QCOMPARE(f.pc.clock.slept(), 200);
-        QCOMPARE(f.pc.server.received, QStringList{"HMDInfoRequest"});
+        QCOMPARE(f.clock.slept(), 200);
+        QCOMPARE(f.server.received, QStringList{"HMDInfoRequest"});
         QVERIFY(f.flow.requestReport(LinkKind::Wired));
-        QCOMPARE(f.pc.server.received.last(), QString("WiredConnect"));
+        QCOMPARE(f.server.received.last(), QString("WiredConnect"));
     }
 
     void theReportedSerialGoesToTheDescriptionOfThePc()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", true}};
-        f.pc.server.reportedId = "D3Z";
+        f.server.headsets = {{"D3A", "10.0.0.7", true}};
+        f.server.reportedId = "D3Z";
         f.tick();
         QCOMPARE(f.flow.knownSerial(), QString("D3Z"));
-        QCOMPARE(f.pc.system.toJson().value("deciveSN").toString(), QString("D3Z"));
+        QCOMPARE(f.system.toJson().value("deciveSN").toString(), QString("D3Z"));
     }
 
     void withoutAServerNoHeadsetIsKnownAndNothingFails()
     {
         Flow f(dir());
-        f.pc.server.present = false;
+        f.server.present = false;
         f.tick();
         QCOMPARE(f.said, QStringList{"list(0,0)"});
         QCOMPARE(f.model.rowCount(), 0);
         f.flow.setLink(nullptr);
         f.tick();
         f.flow.connectHeadset("D3A", "10.0.0.7", true);
-        f.pc.clock.advance(1000);
+        f.clock.advance(1000);
         QVERIFY(!f.flow.isConnected());
     }
 
     void forgettingLetsTheFirstContactRuleApplyAgain()
     {
         Flow f(dir());
-        f.pc.server.headsets = {{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
+        f.server.headsets = {{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
         f.tick();
         f.flow.forgetHeadset();
         f.tick();
@@ -289,7 +280,7 @@ private slots:
         QFETCH(bool, steamVR);
         QFETCH(bool, connected);
         Flow f(dir());
-        f.pc.server.usbConnected = answer;
+        f.server.usbConnected = answer;
         QVERIFY(f.flow.requestReport(LinkKind::Wired));
         f.flow.stepWired(steamVR);
         QCOMPARE(f.flow.isConnected(), connected);

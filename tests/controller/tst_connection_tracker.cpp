@@ -1,7 +1,6 @@
 #include "controller/connection_stages.h"
 #include "controller/connection_status.h"
-#include "tests/controller/controller_fixture.h"
-#include "tests/support/test_case.h"
+#include "tests/controller/controller_test.h"
 
 #include <QMetaEnum>
 
@@ -58,28 +57,14 @@ struct Tracked : ControllerFixture
 } // namespace
 
 // What the pages are told, with the real parts behind it.
-class TestConnectionTracker : public TestCase
+class TestConnectionTracker : public ControllerTest
 {
     Q_OBJECT
-
-    void store(int mode) const
-    {
-        writeFile("set.json", "{\"wiredOrWireless\":" + QByteArray::number(mode) + "}");
-    }
-    void storeWired() const { store(1); }
-    void storeWireless() const { store(2); }
-
-    // The polls do not find SteamVR while it restarts.
-    void announceMisses(int count)
-    {
-        for (int miss = 1; miss <= count; ++miss)
-            announce(QStringLiteral("[steam] hasLaunchSteamVR:false; switch: %1").arg(miss));
-    }
 
 private slots:
     void theOnlyHeadsetIsFoundAndConnected()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.present = false;
         t.pass(10000);
@@ -99,7 +84,7 @@ private slots:
 
     void ofSeveralTheUserIsAskedAndTheChoiceCountsAtOnce()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = two;
         t.pass(15000);
@@ -112,7 +97,7 @@ private slots:
 
     void aHeadsetThatDoesNotObeyIsStillBeingConnected()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = two;
         t.server.obeys = false;
@@ -125,7 +110,7 @@ private slots:
 
     void aHeadsetThatDropsOutIsLostAndComesBack()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -139,7 +124,7 @@ private slots:
 
     void lettingGoCountsAtOnceAndLasts()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -160,7 +145,7 @@ private slots:
 
     void anotherHeadsetIsNotConnectedBecauseTheLastOneIs()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -175,7 +160,7 @@ private slots:
 
     void theCableFromEmptyToConnectedAndBack()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.pass(15000);
         QCOMPARE(t.state(), State::Searching);
@@ -195,7 +180,7 @@ private slots:
 
     void onTheCableTheServersWordIsEnough()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.server.usbConnected = true;
         t.connectHeadset();
@@ -205,7 +190,7 @@ private slots:
     // What the polls find out may take seconds, or never change.
     void fromCableToWifiNothingIsConnectedAnyMore()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.server.usbConnected = true;
         t.pass(1000);
@@ -231,7 +216,7 @@ private slots:
 
     void fromWifiToAnEmptyCableItIsEmptyEachTime()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -259,7 +244,7 @@ private slots:
 
     void fromWifiBackToTheCableTheHeadsetOnItIsKnown()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.pass(1000);
         emit t.adb.deviceConnect(true, "D3USB");
@@ -278,7 +263,7 @@ private slots:
 
     void aCableThatChangesDuringWifiIsKnownAfterwards()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.pass(1000);
         emit t.adb.deviceConnect(true, "D3USB");
@@ -302,7 +287,7 @@ private slots:
     void whateverStopsSteamVREndsTheConnectionAtOnce()
     {
         QFETCH(QString, how);
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.server.usbConnected = true;
         t.connectHeadset();
@@ -321,7 +306,7 @@ private slots:
     // The polls may miss a short stop altogether.
     void steamVRIsBackAsSoonAsItWasStarted()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -337,7 +322,7 @@ private slots:
 
     void whatAServerBeforeTheRestartSaidCountsNoMore()
     {
-        storeWired();
+        store(LinkKind::Wired);
         Tracked t(dir());
         t.server.usbConnected = true;
         t.connectHeadset();
@@ -357,7 +342,7 @@ private slots:
 
     void aServerThatIsGoneIsNoticedByTheNextPoll()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();
@@ -369,7 +354,7 @@ private slots:
     // What is announced is drawn.
     void nothingIsAnnouncedWithoutNews()
     {
-        storeWireless();
+        store(LinkKind::Wireless);
         Tracked t(dir());
         t.server.headsets = one;
         t.connectHeadset();

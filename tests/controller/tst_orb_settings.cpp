@@ -1,44 +1,14 @@
-#include "tests/controller/controller_fixture.h"
-#include "tests/support/test_case.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-namespace {
-
-constexpr int wired = 1;
-constexpr int wireless = 2;
-
-} // namespace
+#include "tests/controller/controller_test.h"
 
 // The streaming settings as the pages see and change them.
-class TestOrbSettings : public TestCase
+class TestOrbSettings : public ControllerTest
 {
     Q_OBJECT
-
-    void storeMode(int mode) const
-    {
-        writeFile(
-            "set.json",
-            QJsonDocument(QJsonObject{{"wiredOrWireless", mode}, {"lastSn", "D3A"}}).toJson());
-    }
-    QJsonObject stored(const QString &model) const
-    {
-        return QJsonDocument::fromJson(readFile("set.json")).object().value(model).toObject();
-    }
-
-    // The poll does not find SteamVR while it restarts.
-    void announceMisses(int count)
-    {
-        for (int miss = 1; miss <= count; ++miss)
-            announce(QStringLiteral("[steam] hasLaunchSteamVR:false; switch: %1").arg(miss));
-    }
 
 private slots:
     void freshSettingsAreShown()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         QCOMPARE(f.orb().definitionIndex(), 1);
         QCOMPARE(f.orb().fpsIndex(), 1);
@@ -55,7 +25,7 @@ private slots:
 
     void effectsAreReadBackWithoutASignal()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(20000);
@@ -93,7 +63,7 @@ private slots:
     {
         QFETCH(QString, property);
         QFETCH(int, value);
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         const auto chosen = [&](const char *name) { return property == name ? value : 0; };
@@ -120,7 +90,7 @@ private slots:
 
     void effectsRestartSteamVRTenSecondsLater()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(20000);
@@ -137,7 +107,7 @@ private slots:
 
     void customValuesSurviveTheEnd()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         const QByteArray before = (f.orb(), readFile("set.json"));
         f.orb().setVideoQuilty(130, 120);
@@ -145,14 +115,14 @@ private slots:
         QCOMPARE(f.orb().bitRate(), 120);
         QCOMPARE(readFile("set.json"), before); // what a crash would leave
         f.close();
-        QCOMPARE(stored("D3").value("scale").toString(), QString("130"));
-        QCOMPARE(stored("D3").value("bitRate").toString(), QString("120"));
-        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("50"));
+        QCOMPARE(storedSettings("D3").value("scale").toString(), QString("130"));
+        QCOMPARE(storedSettings("D3").value("bitRate").toString(), QString("120"));
+        QCOMPARE(storedSettings("D3").value("bitRate_wired").toString(), QString("50"));
     }
 
     void bitRateOfTheCableIsStoredAtOnce()
     {
-        storeMode(wired);
+        store(LinkKind::Wired);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pc.journal.clear();
@@ -160,8 +130,8 @@ private slots:
         const qint64 slept = f.clock.slept();
         f.orb().setVideoBitRate(150);
         QCOMPARE(f.orb().bitRate(), 150);
-        QCOMPARE(stored("D3").value("bitRate_wired").toString(), QString("150"));
-        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QCOMPARE(storedSettings("D3").value("bitRate_wired").toString(), QString("150"));
+        QCOMPARE(storedSettings("D3").value("bitRate").toString(), QString("50"));
         QVERIFY(f.pc.journal.lines().isEmpty());
         QCOMPARE(f.emitted, QStringList());
         QCOMPARE(f.clock.slept(), slept);
@@ -169,7 +139,7 @@ private slots:
 
     void eachLinkHasItsBitRate()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(20000);
@@ -189,7 +159,7 @@ private slots:
 
     void valuesGoToTheModelOfTheHeadset()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.pass(20000);
@@ -197,9 +167,9 @@ private slots:
         QVERIFY(f.orb().isD2());
         f.orb().setVideoQuilty(90, 40);
         f.orb().setVideoBitRate(45);
-        QCOMPARE(stored("D2").value("scale").toString(), QString("90"));
-        QCOMPARE(stored("D2").value("bitRate").toString(), QString("45"));
-        QCOMPARE(stored("D3").value("bitRate").toString(), QString("50"));
+        QCOMPARE(storedSettings("D2").value("scale").toString(), QString("90"));
+        QCOMPARE(storedSettings("D2").value("bitRate").toString(), QString("45"));
+        QCOMPARE(storedSettings("D3").value("bitRate").toString(), QString("50"));
         QCOMPARE(f.orb().widthIndex(), 1600);
     }
 

@@ -1,13 +1,6 @@
-#include "tests/controller/controller_fixture.h"
-#include "tests/support/test_case.h"
-
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "tests/controller/controller_test.h"
 
 namespace {
-
-constexpr int wired = 1;
-constexpr int wireless = 2;
 
 const QString listCommand = QStringLiteral("adb devices && adb forward --list");
 
@@ -17,23 +10,9 @@ const HeadsetList twoHeadsets{{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", fa
 
 // What the parts of the controller find out reaches the pages through it, and
 // what its modes do reaches adb.
-class TestOrbSignals : public TestCase
+class TestOrbSignals : public ControllerTest
 {
     Q_OBJECT
-
-    void storeMode(int mode) const
-    {
-        writeFile(
-            "set.json",
-            QJsonDocument(QJsonObject{{"wiredOrWireless", mode}, {"lastSn", "D3A"}}).toJson());
-    }
-
-    // The poll does not find SteamVR while it restarts.
-    void announceMisses(int count)
-    {
-        for (int miss = 1; miss <= count; ++miss)
-            announce(QStringLiteral("[steam] hasLaunchSteamVR:false; switch: %1").arg(miss));
-    }
 
 private slots:
     void steamAndSteamVRAreAnnouncedWhenTheyChange()
@@ -79,7 +58,7 @@ private slots:
 
     void aChoiceOfTheModeSpeaksToTheUser()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.orb().setProperty("wired", true);
@@ -94,7 +73,7 @@ private slots:
 
     void theSoundIsWarnedOfAtEachPoll()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.pc.facts.waveOuts.set({});
         f.orb();
@@ -109,7 +88,7 @@ private slots:
 
     void onBatteryTheUserIsToldOnceAndOnMainsOnceAgain()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         f.clock.advance(5000);
@@ -126,7 +105,7 @@ private slots:
 
     void aPublicNetworkIsPromptedForOnce()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning(),
                             [](SimPc &pc) { pc.facts.network.set({"Public"}); });
         QTRY_COMPARE(f.system.networkCategory(), QString("Public"));
@@ -137,7 +116,7 @@ private slots:
 
     void severalHeadsetsAreShownOnceAndAgainAfterTheCable()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.server.headsets = twoHeadsets;
         f.orb();
@@ -160,7 +139,7 @@ private slots:
 
     void theHeadsetOfTheCableIsForgottenWithIt()
     {
-        storeMode(wired);
+        store(LinkKind::Wired);
         ControllerFixture f(dir(), steamRunning());
         f.orb();
         emit f.adb.deviceConnect(true, "D2USB");
@@ -174,20 +153,20 @@ private slots:
 
     void adbIsAskedAtOnceWhenTheCableIsChosen_data()
     {
-        QTest::addColumn<int>("stored");
-        QTest::newRow("at the start") << wired;
-        QTest::newRow("later") << wireless;
+        QTest::addColumn<LinkKind>("stored");
+        QTest::newRow("at the start") << LinkKind::Wired;
+        QTest::newRow("later") << LinkKind::Wireless;
     }
     void adbIsAskedAtOnceWhenTheCableIsChosen()
     {
-        QFETCH(int, stored);
-        storeMode(stored);
+        QFETCH(LinkKind, stored);
+        store(stored);
         ControllerFixture f(dir(), steamRunning());
         QCOMPARE(f.adbLines, QStringList{"adb --version"});
         f.adb.take("Android Debug Bridge version 1.0.41\r\n");
         f.adbLines.clear();
         f.orb();
-        if (stored == wireless) {
+        if (stored == LinkKind::Wireless) {
             f.clock.advance(4000);
             QCOMPARE(f.adbLines, QStringList());
             // The poll, late after the stop of SteamVR, asks a little later.
@@ -202,7 +181,7 @@ private slots:
 
     void anAdbThatDoesNotAnswerGetsItsGraceFromTheChoice()
     {
-        storeMode(wired);
+        store(LinkKind::Wired);
         ControllerFixture f(dir(), steamRunning());
         f.orb(); // begins the grace
         f.clock.advance(400);
@@ -216,7 +195,7 @@ private slots:
 
     void eachPollOnTheCableAsksAdbAgain()
     {
-        storeMode(wired);
+        store(LinkKind::Wired);
         ControllerFixture f(dir(), steamRunning());
         f.adb.take("Android Debug Bridge version 1.0.41\r\n");
         f.adbLines.clear();
@@ -231,7 +210,7 @@ private slots:
 
     void overWifiAdbIsLeftAlone()
     {
-        storeMode(wireless);
+        store(LinkKind::Wireless);
         ControllerFixture f(dir(), steamRunning());
         f.adb.take("Android Debug Bridge version 1.0.41\r\n");
         f.adbLines.clear();

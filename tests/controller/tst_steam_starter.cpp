@@ -8,14 +8,15 @@
 
 namespace {
 
-struct Starting
+struct Starting : PcFixture
 {
-    explicit Starting(PcFixture &pc, const QString &applicationDir = "C:/KOLM")
-        : watch(pc.steam), starter({pc.clock, pc.steam, watch}, applicationDir)
+    Starting(const QString &folder, const SteamOptions &options,
+             const QString &applicationDir = "C:/KOLM")
+        : PcFixture(folder, options), starter({clock, steam, watch}, applicationDir)
     {
     }
 
-    SteamWatch watch;
+    SteamWatch watch{steam};
     SteamStarter starter;
 };
 
@@ -28,55 +29,51 @@ class TestSteamStarter : public TestCase
 private slots:
     void steamThatRunsBringsSteamVRAtOnce()
     {
-        PcFixture pc(dir(), steamThatIs(true, true));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, true));
         QSignalSpy states(&s.watch, &SteamWatch::stateChanged);
         s.starter.startUp();
-        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(s.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
         QCOMPARE(s.watch.state(), SteamWatch::Pass);
         QCOMPARE(states.size(), 1);
         QCOMPARE(logged().last(), QString("checkSteam end"));
-        QVERIFY(pc.pool.empty());
+        QVERIFY(s.pool.empty());
     }
 
     void steamThatDoesNotRunIsStartedAndWaitedFor()
     {
-        PcFixture pc(dir(), steamThatIs(true, false));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, false));
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         s.starter.startUp();
-        QCOMPARE(pc.pool.size(), size_t(1));
-        pc.pc.processes.start("steam.exe");
-        pc.clock.advance(1999);
+        QCOMPARE(s.pool.size(), size_t(1));
+        s.pc.processes.start("steam.exe");
+        s.clock.advance(1999);
         QVERIFY(toasts.isEmpty());
-        pc.clock.advance(1);
+        s.clock.advance(1);
         QCOMPARE(toasts.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("steam启动中，请勿操作"));
         QCOMPARE(toasts[0][1].toInt(), 5000);
         // Seen four times: after 7 s and three rounds of 2 s.
-        QCOMPARE(pc.clock.slept(), 7000 + 3 * 2000);
-        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(s.clock.slept(), 7000 + 3 * 2000);
+        QCOMPARE(s.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
     }
 
     void theWaitEndsAfterTwentySevenSeconds()
     {
-        PcFixture pc(dir(), steamThatIs(true, false));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, false));
         s.starter.startUp();
-        pc.clock.advance(2000);
-        QCOMPARE(pc.clock.slept(), 27000);
-        QVERIFY(pc.pc.journal.lines().isEmpty()); // no Steam, no SteamVR
+        s.clock.advance(2000);
+        QCOMPARE(s.clock.slept(), 27000);
+        QVERIFY(s.pc.journal.lines().isEmpty()); // no Steam, no SteamVR
     }
 
     void theFirstLookComesAfterASecond()
     {
-        PcFixture pc(dir(), steamThatIs(true, true));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, true));
         QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
         s.starter.scheduleFollowUps();
-        pc.clock.advance(999);
+        s.clock.advance(999);
         QVERIFY(running.isEmpty());
-        pc.clock.advance(1);
+        s.clock.advance(1);
         QCOMPARE(running.size(), 1);
     }
 
@@ -95,13 +92,12 @@ private slots:
     {
         QFETCH(QString, folder);
         QFETCH(bool, advice);
-        PcFixture pc(dir(), steamThatIs(true, true));
-        Starting s(pc, folder);
+        Starting s(dir(), steamThatIs(true, true), folder);
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         s.starter.scheduleFollowUps();
-        pc.clock.advance(3999);
+        s.clock.advance(3999);
         QVERIFY(toasts.isEmpty());
-        pc.clock.advance(1);
+        s.clock.advance(1);
         QCOMPARE(toasts.size(), advice ? 1 : 0);
         if (advice) {
             QCOMPARE(toasts[0][0].toString(),
@@ -112,25 +108,23 @@ private slots:
 
     void launchingSteamToastsStartsAndAnnounces()
     {
-        PcFixture pc(dir(), steamThatIs(true, false));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, false));
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         QSignalSpy running(&s.watch, &SteamWatch::steamRunningChanged);
         s.starter.launch(false);
         QCOMPARE(toasts[0][0].toString(), QString("正在登录steam，请稍等"));
         QCOMPARE(toasts[0][1].toInt(), 15000);
-        QCOMPARE(pc.pool.size(), size_t(1));
+        QCOMPARE(s.pool.size(), size_t(1));
         QCOMPARE(running.size(), 1);
     }
 
     void launchingSteamVRCountsItAsRunning()
     {
-        PcFixture pc(dir(), steamThatIs(true, true));
-        Starting s(pc);
+        Starting s(dir(), steamThatIs(true, true));
         QSignalSpy toasts(&s.starter, &SteamStarter::toast);
         QSignalSpy running(&s.watch, &SteamWatch::steamVRRunningChanged);
         s.starter.launch(true);
-        QCOMPARE(pc.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
+        QCOMPARE(s.pc.journal.lines().last(), QString("launch explorer steam://rungameid/250820"));
         QVERIFY(s.watch.steamVRRunning());
         QCOMPARE(running.size(), 1);
         QCOMPARE(toasts[0][0].toString(), QString("正在准备打开或者安装SteamVR,确保已登录steam"));
