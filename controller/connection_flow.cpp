@@ -199,23 +199,22 @@ connection::Facts ConnectionFlow::facts(LinkKind kind) const
     facts.server = link_ && link_->hasClient();
     if (!facts.server || !reportTaken_ || !link_->hasReported(facts.wired))
         return facts;
-    if (facts.wired) {
-        facts.connected = connected_;
-        facts.expected = wasConnectedByUsb_;
-    } else {
-        takeWirelessFacts(&facts);
-    }
+    if (!facts.wired)
+        return withWireless(facts);
+    facts.connected = connected_;
+    facts.expected = wasConnectedByUsb_;
     return facts;
 }
 
-void ConnectionFlow::takeWirelessFacts(connection::Facts *facts) const
+connection::Facts ConnectionFlow::withWireless(connection::Facts facts) const
 {
-    facts->found = model_.rowCount() > 0;
-    facts->asked = userAsked_;
+    facts.found = model_.rowCount() > 0;
+    facts.asked = userAsked_;
     if (!wishIsOfThisLink_)
-        return;
-    facts->letGo = userDisconnected_;
-    facts->expected = !wantedSerial_.isEmpty();
-    facts->wanted = facts->expected && model_.isReachable(wantedSerial_);
-    facts->connected = connected_ && facts->expected && connectedSerial_ == wantedSerial_;
+        return facts;
+    facts.letGo = userDisconnected_;
+    facts.expected = !wantedSerial_.isEmpty();
+    facts.wanted = facts.expected && model_.isReachable(wantedSerial_);
+    facts.connected = connected_ && facts.expected && connectedSerial_ == wantedSerial_;
+    return facts;
 }

@@ -13,12 +13,9 @@ class ConfigManager;
 class SystemInfo;
 class VRListModel;
 
-// What is known of the headset and what the user wants of it. GUI thread; a
-// connect blocks it for 200 ms.
-//
-// States in wireless mode: no headset yet, waiting for the user's choice among
-// several, connecting, connected, lost (reconnects by itself), disconnected by
-// the user (does not).
+// What is known of the headset and what the user wants of it. Where that puts
+// the connection is for connection::stateOf() to say. GUI thread; a connect
+// blocks it for 200 ms.
 class ConnectionFlow : public QObject
 {
     Q_OBJECT
@@ -56,7 +53,7 @@ public:
     // anything of the connection of the moment.
     void awaitReport();
     // What the server reported since then, and what the user wants.
-    connection::Facts facts(LinkKind kind) const;
+    [[nodiscard]] connection::Facts facts(LinkKind kind) const;
 
     // Of the headset that is connected, or on the cable.
     QString connectedSerial() const { return connectedSerial_; }
@@ -84,7 +81,7 @@ private:
     void followHeadset(const HeadsetList &headsets, const QString &previous);
     void makeCurrent(const QString &serial);
     void takeUsbHeadset(const QString &serial);
-    void takeWirelessFacts(connection::Facts *facts) const;
+    connection::Facts withWireless(connection::Facts facts) const;
 
     Clock &clock_;
     ConfigManager &config_;

@@ -33,6 +33,6 @@ struct Facts
 };
 
 // Pure.
-State stateOf(const Facts &facts);
+[[nodiscard]] State stateOf(const Facts &facts);
 
 } // namespace connection

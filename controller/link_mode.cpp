@@ -67,7 +67,7 @@ void LinkMode::enter(LinkKind kind)
 {
     emit wiredChanged();
     if (isWired(kind)) {
-        deps_.usb.look();
+        deps_.usb.checkDevices();
     } else {
         deps_.flow.forgetHeadset();
         deps_.usb.stop();

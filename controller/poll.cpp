@@ -47,7 +47,7 @@ void Poll::look(LinkKind kind)
     }
     if (isWired(kind)) {
         deps_.flow.stepWired(*facts.steamVRRunning);
-        facts.adb = deps_.usb.look();
+        facts.adb = deps_.usb.checkDevices();
         deps_.flow.showWiredList();
         return;
     }

@@ -17,7 +17,7 @@ void UsbHeadset::watch()
     connect(&adb, &AdbManger::showAdbTipToast, this, &UsbHeadset::unreachable);
 }
 
-adb_rules::AdbState UsbHeadset::look()
+adb_rules::AdbState UsbHeadset::checkDevices()
 {
     AdbManger &adb = adb_();
     adb.checkDevice();

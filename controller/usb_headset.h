@@ -26,7 +26,7 @@ public:
     void watch();
     // Lets adb look once for headsets, and says how adb stands now; the answer
     // takes about a second.
-    adb_rules::AdbState look();
+    adb_rules::AdbState checkDevices();
     // Ends every adb process; that blocks until they are gone.
     void stop();
 

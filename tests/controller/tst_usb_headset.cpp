@@ -84,7 +84,7 @@ private slots:
         Cable cable(dir());
         cable.adb.take("Android Debug Bridge version 1.0.41\r\n");
         cable.adbLines.clear();
-        cable.usb.look();
+        cable.usb.checkDevices();
         cable.clock.advance(800);
         QCOMPARE(cable.adbLines, QStringList{"adb devices && adb forward --list"});
     }
