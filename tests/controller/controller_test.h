@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+Q_DECLARE_METATYPE(LinkKind)
+
 class ControllerTest : public TestCase
 {
 protected:

@@ -199,7 +199,7 @@ private slots:
         QCOMPARE(facts.networkCategory, std::optional<QString>("Private"));
         QVERIFY(!facts.adb);
         QCOMPARE(facts.wired, std::optional<bool>(false));
-        QCOMPARE(facts.reached, std::optional<int>(Stage::Headset));
+        QCOMPARE(facts.reached, std::optional<int>(int(Stage::Headset)));
 
         p.useCable();
         p.pc.facts.acLine.set(power::AcLine::Online);
@@ -227,7 +227,7 @@ private slots:
         QVERIFY(facts.power);
         QVERIFY(!facts.stereoOutput);
         QVERIFY(!facts.networkCategory);
-        QCOMPARE(facts.reached, std::optional<int>(Stage::Steam));
+        QCOMPARE(facts.reached, std::optional<int>(int(Stage::Steam)));
     }
 
     void whatItLearnsIsJudgedAtOnce()
