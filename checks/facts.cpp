@@ -2,9 +2,6 @@
 
 void Facts::forgetPoll()
 {
-    power.reset();
-    steamRunning.reset();
-    steamVRRunning.reset();
     stereoOutput.reset();
     networkCategory.reset();
     adb.reset();

@@ -38,7 +38,8 @@ struct Facts
     std::optional<int> hardwareScore;
     std::optional<QStringList> nvidiaDrivers; // their versions, "31.0.15.5176"
 
-    // A poll begins anew, and may end before all of its steps.
+    // A poll begins anew. It asks about power, Steam and SteamVR whatever
+    // happens, but may not get to the rest.
     void forgetPoll();
 
     // Whether the connection has got so far.

@@ -212,6 +212,10 @@ private slots:
         QVERIFY(facts.adb);
         QCOMPARE(facts.adb->serial, p.adb.adbState().serial);
         QCOMPARE(facts.wired, std::optional<bool>(true));
+        // And adb not without.
+        p.kind = LinkKind::Wireless;
+        p.run();
+        QVERIFY(!facts.adb);
     }
 
     void whatItDoesNotGetToIsNotKnown()
