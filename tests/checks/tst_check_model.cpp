@@ -74,7 +74,7 @@ private slots:
         check.severity = Severity::Error;
         check.blocks = Stage::Server;
         check.title = "%1 is in the way";
-        check.text = "%2 holds %1, 100% of it; %3 stays";
+        check.text = "%2 holds %1, 100% of it; %0 and %3 stay";
         check.action = {Action::OpenUrl, "Look", "ms-settings:network"};
         FindingList list;
         list.show({{&check, {{"Port", "%2"}, {"Program", "node.exe"}}}});
@@ -89,7 +89,7 @@ private slots:
             {"identifier", "ports"},
             {"severity", int(Severity::Error)},
             {"title", "%2 is in the way"},
-            {"text", "node.exe holds %2, 100% of it; %3 stays"},
+            {"text", "node.exe holds %2, 100% of it; %0 and %3 stay"},
             {"evidence", QVariantList{QVariantMap{{"label", "Port"}, {"value", "%2"}},
                                       QVariantMap{{"label", "Program"}, {"value", "node.exe"}}}},
             {"action", int(Action::OpenUrl)},

@@ -104,6 +104,15 @@ private slots:
             QVERIFY2(find(id)->hold == 30s, id);
     }
 
+    // Nobody puts another card into a PC that runs, and drivers take long to list.
+    void thePcIsNotAskedAboutItsPartsWithEveryPoll()
+    {
+        for (const char *id : {"system-too-old", "hardware-too-weak", "driver-too-old"}) {
+            QVERIFY2(find(id)->question, id);
+            QVERIFY2(find(id)->question->again == 60s, id);
+        }
+    }
+
     // They have a dialog, a toast or a place on a card; a second one would be one
     // too many.
     void whatIsShownElsewhereIsNoCard()

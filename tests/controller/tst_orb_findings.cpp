@@ -81,6 +81,20 @@ private slots:
         QVERIFY(!found(f).contains("ports-taken"));
     }
 
+    void aSteamThatIsNotThereIsAFinding()
+    {
+        SteamOptions options;
+        options.steamInstalled = false;
+        ControllerFixture f(dir(), options);
+        announce("[steam] Could not find Steam installation path");
+        announce("[steam] Cannot find Steam installation path");
+        announce("[steam] startupSteam failed");
+        announce("[steam] hasLaunchSteamVR:false; switch: 1");
+        f.orb();
+        f.pass(5000);
+        QVERIFY(found(f).contains("steam-missing"));
+    }
+
     void thePollsFindingsComeWithThePoll()
     {
         ControllerFixture f(dir(), steamRunning());
