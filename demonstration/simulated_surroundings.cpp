@@ -6,8 +6,8 @@
 #include "demonstration/demonstration.h"
 #include "demonstration/exit_codes.h"
 #include "demonstration/face_record.h"
+#include "demonstration/progress_printer.h"
 #include "demonstration/quick_screen.h"
-#include "demonstration/road_printer.h"
 #include "demonstration/script_input.h"
 #include "demonstration/scripted_user.h"
 #include "demonstration/wishes.h"
@@ -60,9 +60,9 @@ QString bringPc()
 }
 
 // Prints what happens on the PC, and to it, as long as the PC is there.
-std::shared_ptr<RoadPrinter> printerOf(SimPc &pc)
+std::shared_ptr<ProgressPrinter> printerOf(SimPc &pc)
 {
-    auto printer = std::make_shared<RoadPrinter>(Clock::system(), console::echo);
+    auto printer = std::make_shared<ProgressPrinter>(Clock::system(), console::echo);
     const auto say = [printer](const QString &line) { printer->say(line); };
     pc.events.onLine(say);
     pc.journal.onLine(say);
@@ -107,7 +107,7 @@ struct SimulatedSurroundings::Private
     void endWithTheEventLoop();
 
     Wishes wishes;
-    std::shared_ptr<RoadPrinter> printer; // null when nobody asks for the road
+    std::shared_ptr<ProgressPrinter> printer; // null when nobody asks for the progress
     std::unique_ptr<CloseSignals> closeSignals;
     std::unique_ptr<QuickScreen> screen;
     std::unique_ptr<ScriptedUser> scriptedUser;
@@ -184,7 +184,7 @@ std::optional<int> SimulatedSurroundings::begin()
         return exit_code::badScenario;
     }
     d->wishes = Wishes::fromEnvironment();
-    if (d->wishes.printRoad)
+    if (d->wishes.printProgress)
         d->printer = printerOf(thePc()->pc());
     return std::nullopt;
 }

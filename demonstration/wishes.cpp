@@ -5,8 +5,8 @@
 Wishes Wishes::fromEnvironment()
 {
     Wishes wishes;
-    const QString road = qEnvironmentVariable("SIMPC_ROAD");
-    wishes.printRoad = !road.isEmpty() && road != QLatin1String("0");
+    const QString progress = qEnvironmentVariable("SIMPC_PROGRESS");
+    wishes.printProgress = !progress.isEmpty() && progress != QLatin1String("0");
     wishes.screenshot = qEnvironmentVariable("SIMPC_SCREENSHOT");
     wishes.untilConnected = qEnvironmentVariable("SIMPC_UNTIL") == QLatin1String("connected");
     wishes.limitSeconds = qEnvironmentVariableIntValue("SIMPC_LIMIT");

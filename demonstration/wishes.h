@@ -6,7 +6,7 @@
 // The variables are told in demonstration/README.md.
 struct Wishes
 {
-    bool printRoad = false;      // SIMPC_ROAD: any text but "0"
+    bool printProgress = false;  // SIMPC_PROGRESS: any text but "0"
     QString screenshot;          // SIMPC_SCREENSHOT: PNG file, when connected
     bool untilConnected = false; // SIMPC_UNTIL=connected: then the program closes
     int limitSeconds = 0;        // SIMPC_LIMIT: longest wait for that; 0: none

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import ORBManager 1.0
 
-// What lies behind the cards: the road of the connection, what is streamed over
+// What lies behind the cards: the stages of the connection, what is streamed over
 // it, and what else was found.
 RowLayout {
     id: details

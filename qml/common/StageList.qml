@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-// The road of the connection stage by stage: how each is and since when.
+// The connection stage by stage: how each is and since when.
 ColumnLayout {
     id: list
 

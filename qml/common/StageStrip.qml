@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The road of the connection in one line: a mark a stage, from this PC to the
+// The stages of the connection in one line: a mark a stage, from this PC to the
 // headset, and below them what is waited for.
 Item {
     id: strip

@@ -88,7 +88,7 @@ private slots:
         QVERIFY(order.contains("poll"));
     }
 
-    void theWirelessRoadFromStartToConnected()
+    void fromStartToConnectedOverWifi()
     {
         store(LinkKind::Wireless);
         ControllerFixture f(dir());

@@ -250,7 +250,7 @@ private slots:
         QCOMPARE(p.findings(), QStringList());
     }
 
-    void theRoadFollows()
+    void theStagesFollow()
     {
         Polled p(dir());
         p.server.present = false;

@@ -98,7 +98,7 @@ private slots:
     void withoutAToastNoConditionOfOneHolds();
     void lineThatMeansNothingIsExplained_data();
     void lineThatMeansNothingIsExplained();
-    void secondCopyHasNoRoad();
+    void secondCopyPrintsNoProgress();
     void everyRowIsTried();
     void tablesAreThoseOfTheReadme();
 
@@ -292,7 +292,7 @@ void TestScript::lineThatMeansNothingIsExplained()
     QCOMPARE(screen.deeds, QStringList());
 }
 
-void TestScript::secondCopyHasNoRoad()
+void TestScript::secondCopyPrintsNoProgress()
 {
     FakeScreen screen;
     for (const char *name : {"steam", "steamvr", "server", "headset", "linked"})

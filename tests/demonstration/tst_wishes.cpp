@@ -17,7 +17,7 @@ private slots:
 void TestWishes::cleanup()
 {
     for (const char *name :
-         {"SIMPC_ROAD", "SIMPC_SCREENSHOT", "SIMPC_UNTIL", "SIMPC_LIMIT", "SIMPC_DIRECTED"})
+         {"SIMPC_PROGRESS", "SIMPC_SCREENSHOT", "SIMPC_UNTIL", "SIMPC_LIMIT", "SIMPC_DIRECTED"})
         qunsetenv(name);
     TestCase::cleanup();
 }
@@ -25,7 +25,7 @@ void TestWishes::cleanup()
 void TestWishes::nothingIsWishedForByItself()
 {
     const Wishes wishes = Wishes::fromEnvironment();
-    QVERIFY(!wishes.printRoad);
+    QVERIFY(!wishes.printProgress);
     QCOMPARE(wishes.screenshot, QString());
     QVERIFY(!wishes.untilConnected);
     QCOMPARE(wishes.limitSeconds, 0);
@@ -34,8 +34,8 @@ void TestWishes::nothingIsWishedForByItself()
 
 void TestWishes::eachVariableIsRead()
 {
-    qputenv("SIMPC_ROAD", "yes");
-    QVERIFY(Wishes::fromEnvironment().printRoad);
+    qputenv("SIMPC_PROGRESS", "yes");
+    QVERIFY(Wishes::fromEnvironment().printProgress);
     qputenv("SIMPC_SCREENSHOT", "/tmp/a b.png");
     QCOMPARE(Wishes::fromEnvironment().screenshot, QString("/tmp/a b.png"));
     qputenv("SIMPC_UNTIL", "connected");
@@ -50,7 +50,7 @@ void TestWishes::someWordsMeanNo_data()
 {
     QTest::addColumn<QByteArray>("variable");
     QTest::addColumn<QByteArray>("value");
-    QTest::newRow("no road") << QByteArray("SIMPC_ROAD") << QByteArray("0");
+    QTest::newRow("no progress") << QByteArray("SIMPC_PROGRESS") << QByteArray("0");
     QTest::newRow("until something else") << QByteArray("SIMPC_UNTIL") << QByteArray("linked");
     QTest::newRow("a limit that is no number") << QByteArray("SIMPC_LIMIT") << QByteArray("soon");
     QTest::newRow("no script") << QByteArray("SIMPC_DIRECTED") << QByteArray("0");
@@ -62,7 +62,7 @@ void TestWishes::someWordsMeanNo()
     QFETCH(QByteArray, value);
     qputenv(variable.constData(), value);
     const Wishes wishes = Wishes::fromEnvironment();
-    QVERIFY(!wishes.printRoad);
+    QVERIFY(!wishes.printProgress);
     QVERIFY(!wishes.untilConnected);
     QCOMPARE(wishes.limitSeconds, 0);
     QVERIFY(!wishes.scripted);

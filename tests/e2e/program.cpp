@@ -28,7 +28,7 @@ Program::Program(const QString &dir, const QString &scenario)
     environment.insert("SIMPC_SCENARIO", scenario);
     environment.insert("SIMPC_CLOUD_HOST", "127.0.0.1:1"); // nobody
     environment.insert("SIMPC_SPEED", QString::number(testSpeed));
-    environment.insert("SIMPC_ROAD", "1");
+    environment.insert("SIMPC_PROGRESS", "1");
     environment.insert("SIMPC_SERVER_LOG", dir + "/server.log");
     environment.insert("SIMPC_SCREENSHOT", screenshot());
     // Half a minute at this speed: only a machine that hangs meets it.
@@ -140,10 +140,10 @@ QString Program::errors()
     return QString::fromUtf8(errors_);
 }
 
-QStringList Program::road()
+QStringList Program::progress()
 {
     QStringList lines;
-    const QStringList all = output().split('\n').filter(QRegularExpression("^road: "));
+    const QStringList all = output().split('\n').filter(QRegularExpression("^progress: "));
     for (const QString &line : all)
         lines << line.section(" s  ", 1);
     return lines;
@@ -181,7 +181,7 @@ QString Program::serverLog() const
 
 QStringList Program::journal()
 {
-    return road().filter(QRegularExpression("^(launch|cell write|terminate) "));
+    return progress().filter(QRegularExpression("^(launch|cell write|terminate) "));
 }
 
 QString Program::screenshot() const

@@ -44,9 +44,9 @@ public:
     int close();
     void kill();
 
-    QString output();   // standard output so far
-    QString errors();   // standard error so far
-    QStringList road(); // the lines of the road, without their times
+    QString output();       // standard output so far
+    QString errors();       // standard error so far
+    QStringList progress(); // the lines of the progress, without their times
 
     QString home() const { return home_; }
     QString work() const { return work_; }

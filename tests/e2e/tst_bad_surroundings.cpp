@@ -11,7 +11,7 @@ class TestBadSurroundings : public TestCase
     Q_OBJECT
 
 private slots:
-    void aTakenControlPortEndsTheRoadAtTheServer()
+    void aTakenControlPortEndsItAtTheServer()
     {
         QTcpServer other;
         QVERIFY(other.listen(QHostAddress::LocalHost, 9932));
@@ -25,7 +25,7 @@ private slots:
         QVERIFY(program.journal().value(program.journal().size() - 1).contains("vrstartup.exe"));
     }
 
-    void brokenFilesDoNotEndTheRoad_data()
+    void brokenFilesEndNothing_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("empty") << QByteArray();
@@ -36,7 +36,7 @@ private slots:
         QTest::newRow("wrong types") << QByteArray(
             "{\"sessionSettings\":7,\"D3\":\"x\",\"lastSn\":{},\"wiredOrWireless\":\"y\"}");
     }
-    void brokenFilesDoNotEndTheRoad()
+    void brokenFilesEndNothing()
     {
         QFETCH(QByteArray, content);
         Program program(dir(), "steam-already-running");

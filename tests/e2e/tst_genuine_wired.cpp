@@ -4,7 +4,7 @@
 
 #include <QDir>
 
-// The wired road through the genuine adb, with a headset that speaks adb's
+// The way over the cable through the genuine adb, with a headset that speaks adb's
 // protocol at its other end.
 class TestGenuineWired : public TestCase
 {

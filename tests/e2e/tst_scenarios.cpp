@@ -22,7 +22,7 @@ class TestScenarios : public TestCase
     }
 
 private slots:
-    void aRoadThatEndsSaysWhere_data()
+    void aConnectionThatEndsSaysWhere_data()
     {
         QTest::addColumn<QString>("scenario");
         QTest::addColumn<QString>("missing");
@@ -35,7 +35,7 @@ private slots:
         QTest::newRow("two headsets") << "two-headsets"
                                       << "headset connected";
     }
-    void aRoadThatEndsSaysWhere()
+    void aConnectionThatEndsSaysWhere()
     {
         QFETCH(QString, scenario);
         QFETCH(QString, missing);
@@ -48,14 +48,14 @@ private slots:
                  qPrintable(program.output()));
     }
 
-    void theseRoadsEndConnected_data()
+    void theseEndConnected_data()
     {
         QTest::addColumn<QString>("scenario");
         for (const char *name : {"steam-already-running", "leftover-steamvr", "slow-steam",
                                  "on-battery", "public-network"})
             QTest::newRow(name) << name;
     }
-    void theseRoadsEndConnected()
+    void theseEndConnected()
     {
         QFETCH(QString, scenario);
         Program program(dir(), scenario);

@@ -300,18 +300,18 @@ void TestWired::fromACableThatConnectsToAnEmptyWifi()
     QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
     QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
     QVERIFY(program.waitForOutput("launch explorer", 2));
-    const QStringList road = program.road();
-    const int again = road.lastIndexOf("launch explorer steam://rungameid/250820");
+    const QStringList progress = program.progress();
+    const int again = progress.lastIndexOf("launch explorer steam://rungameid/250820");
     for (const char *stage : {"SteamVR runs", "streaming server on the control port",
                               "headset found", "headset connected"}) {
-        const int lost = road.indexOf(QStringLiteral("[ ] lost: ") + stage);
+        const int lost = progress.indexOf(QStringLiteral("[ ] lost: ") + stage);
         QVERIFY2(lost >= 0 && lost < again, stage);
     }
     // It stays like that.
     QVERIFY(program.waitForOutput("[x] streaming server on the control port", 2));
     QCOMPARE(program.tell("wait 30"), QString("ok"));
     QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
-    QCOMPARE(program.road().filter("[x] headset").size(), 2);
+    QCOMPARE(program.progress().filter("[x] headset").size(), 2);
     QCOMPARE(program.close(), 0);
 }
 
@@ -329,7 +329,7 @@ void TestWired::toAnEmptyCableForTheSecondTime()
     // adb is asked and has nothing new to say; the server is polled.
     const int polls = program.serverLog().count("WiredConnect");
     QTRY_VERIFY_WITH_TIMEOUT(program.serverLog().count("WiredConnect") > polls + 2, 60000);
-    QCOMPARE(program.road().filter("[x] headset found").size(), 2);
+    QCOMPARE(program.progress().filter("[x] headset found").size(), 2);
     QCOMPARE(program.close(), 0);
 }
 

@@ -38,7 +38,7 @@ class TestFit : public TestCase
                      QCoreApplication::translate("ORBManager", "显卡：")));
         pages.orb.becomeHardware(state == "no steam" ? FakeOrb::NotCanRun
                                                      : FakeOrb::AdviceHardware);
-        pages.road.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
+        pages.stages.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
         if (state == "no steam") {
             pages.orb.becomeSteamState(FakeOrb::NoneSteam);
             pages.orb.becomeSteam(false);

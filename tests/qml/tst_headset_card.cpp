@@ -162,7 +162,7 @@ private slots:
         QCOMPARE(Interface::texts(pages.item("linkBadge")), QStringList(zh("有线")));
     }
 
-    void roadSaysWhatIsWaitedFor()
+    void stagesSayWhatIsWaitedFor()
     {
         Interface pages;
         pages.load();

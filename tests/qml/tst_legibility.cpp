@@ -52,7 +52,7 @@ class TestLegibility : public TestCase
         pages.load();
         pages.orb.becomeSystemInfo("[]", "[[\"CPU:\",\"Some i7\"]]");
         pages.orb.becomeSteamState(FakeOrb::Pass);
-        pages.road.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
+        pages.stages.update({true, true, true, false, false}, QDateTime({2024, 1, 1}, {12, 0}));
         if (state == "headsets") {
             pages.orb.becomeSteam(true);
             pages.orb.headsets.fill({{"D3A0017C4B2F91", "192.168.1.23", false, true},

@@ -52,7 +52,7 @@ class TestQuiet : public TestCase
     {
         pages.orb.becomeSystemInfo("[]", "[[\"CPU\",\"fast\"]]");
         pages.orb.becomeHardware(FakeOrb::AdviceHardware);
-        pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 0}));
+        pages.stages.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 0}));
         pages.orb.becomeSteamState(FakeOrb::Pass);
         pages.orb.becomeSteam(true);
         pages.orb.becomeSteamVR(true);
@@ -129,7 +129,7 @@ private slots:
         for (int poll = 0; poll < 3; ++poll) {
             emit pages.orb.vrIsConnectChange();
             emit pages.orb.showVrList(true, false);
-            pages.road.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 5}));
+            pages.stages.update({true, true, true, true, true}, QDateTime({2024, 1, 1}, {12, 5}));
             QCOMPARE(framesDrawn(pages), 0);
         }
     }

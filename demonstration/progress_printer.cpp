@@ -1,12 +1,15 @@
-#include "demonstration/road_printer.h"
+#include "demonstration/progress_printer.h"
 
 #include "base/clock.h"
 
 #include <utility>
 
-RoadPrinter::RoadPrinter(Clock &clock, Print print) : clock_(clock), print_(std::move(print)) {}
+ProgressPrinter::ProgressPrinter(Clock &clock, Print print)
+    : clock_(clock), print_(std::move(print))
+{
+}
 
-void RoadPrinter::say(const QString &line)
+void ProgressPrinter::say(const QString &line)
 {
     const MutexLock lock(mutex_);
     if (begun_)
@@ -15,7 +18,7 @@ void RoadPrinter::say(const QString &line)
         kept_.append(line);
 }
 
-void RoadPrinter::begin()
+void ProgressPrinter::begin()
 {
     const MutexLock lock(mutex_);
     begun_ = true;
@@ -25,8 +28,8 @@ void RoadPrinter::begin()
     kept_.clear();
 }
 
-void RoadPrinter::print(const QString &line) const
+void ProgressPrinter::print(const QString &line) const
 {
     const double seconds = static_cast<double>(clock_.elapsed() - start_) / 1000;
-    print_(QStringLiteral("road: %1 s  %2").arg(seconds, 6, 'f', 1).arg(line).toStdString());
+    print_(QStringLiteral("progress: %1 s  %2").arg(seconds, 6, 'f', 1).arg(line).toStdString());
 }

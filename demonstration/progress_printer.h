@@ -1,4 +1,4 @@
-// The road of the connection as it is walked, line by line.
+// How far the connection has come, line by line as it happens.
 #pragma once
 
 #include "base/mutex.h"
@@ -12,19 +12,19 @@
 class Clock;
 
 // Any thread.
-class RoadPrinter
+class ProgressPrinter
 {
 public:
     // Prints one line; is called under a lock, on the thread that says it.
     using Print = std::function<void(const std::string &line)>;
 
     // `clock` outlives this object.
-    RoadPrinter(Clock &clock, Print print);
+    ProgressPrinter(Clock &clock, Print print);
 
     // Prints `line` with the time since begin(). Before that it is kept:
     // things begin before the window is there.
     void say(const QString &line);
-    // The road begins: what was kept is printed. Once.
+    // The run begins: what was kept is printed. Once.
     void begin();
 
 private:

@@ -8,7 +8,7 @@
 
 // The main job from end to end: one headset on Wi-Fi, from start-up to
 // "connected" and back.
-class TestRoad : public TestCase
+class TestWireless : public TestCase
 {
     Q_OBJECT
 
@@ -28,8 +28,8 @@ private slots:
         QVERIFY(program.start());
         QCOMPARE(program.wait(), 0);
 
-        // The road, stage by stage in its order.
-        QStringList stages = program.road().filter("[x]");
+        // Stage by stage in its order.
+        QStringList stages = program.progress().filter("[x]");
         QCOMPARE(stages, QStringList({"[x] Steam runs", "[x] SteamVR runs",
                                       "[x] streaming server on the control port",
                                       "[x] headset found", "[x] headset connected"}));
@@ -151,5 +151,5 @@ private slots:
     }
 };
 
-KOLM_TEST_MAIN(TestRoad)
-#include "tst_road.moc"
+KOLM_TEST_MAIN(TestWireless)
+#include "tst_wireless.moc"

@@ -1,12 +1,12 @@
-"""Compares the road of the Windows program with that of the same program on the
+"""Compares the run of the Windows program with that of the same program on the
 simulated PC: what it logged, what the streaming server saw, and the files that
 are left, line for line.
 
-    compare_roads.py RESULT LINUX_BIN WORK
+    compare_runs.py RESULT LINUX_BIN WORK
 
-RESULT is what tst_program_win has kept. The program of LINUX_BIN walks the road
-of same-road.json in the folder WORK. Times, process ids and folders are masked;
-whatever else differs has to be listed in road_differences.txt, and what is
+RESULT is what tst_program_win has kept. The program of LINUX_BIN makes the run
+of same-run.json in the folder WORK. Times, process ids and folders are masked;
+whatever else differs has to be listed in run_differences.txt, and what is
 listed has to differ.
 """
 import difflib
@@ -29,7 +29,7 @@ def walk_simulated(linux_bin, work):
     home, folder = work / 'home', work / 'work'
     for each in (home, folder, work / 'run'):
         each.mkdir(parents=True, mode=0o700)
-    scenario = HERE / 'same-road.json'
+    scenario = HERE / 'same-run.json'
     subprocess.run([linux_bin / 'simpc-seed', scenario, '--home', home, '--work', folder],
                    check=True)
     for translation in linux_bin.glob('*.qm'):
@@ -98,7 +98,7 @@ def differences(name, simulated, windows):
 
 
 def table():
-    lines = (HERE / 'road_differences.txt').read_text('utf-8').split('\n')
+    lines = (HERE / 'run_differences.txt').read_text('utf-8').split('\n')
     return [line.rstrip() for line in lines if line.strip() and not line.startswith('#')]
 
 
