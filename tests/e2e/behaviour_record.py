@@ -22,9 +22,10 @@ nowhere else, and never left out:
 6. The requests of one moment reach the cloud over several connections: they are
    sorted.
 7. In some lives (lives.races()) a cable, a real adb or a delay of 5 or 10 s meets the look
-   every 5 s, and either may be first. There each property has a history of its own,
-   and signals of the stages and the start of SteamVR have sections of their own,
-   apart from the looks; adb's reports do not say what the link is like meanwhile.
+   every 5 s, and either may be first. There each property has a history of its own;
+   signals of the stages, the start of SteamVR and the looks that bring no news (of
+   which there may be one more or less between any two that do) have sections of their
+   own; adb's reports do not say what the link is like meanwhile.
 8. Where it still went this way or that when it was recorded, a section stands there
    more than once: one of them has to be met.
 """
@@ -46,6 +47,8 @@ PROGRESS = re.compile(r'orbupdate\.processStatus')
 PROPERTY = re.compile(r'  orb\w*\.')
 ADB_BUSY = 'log Warning: QProcess::start: Process is already running'
 START = re.compile(r'log \w+: Successfully set external_drivers|orb\.showToast\("正在重启，请等待')
+NO_NEWS = re.compile(r'log Info: sendWired|orb\.(vrIsConnectChange|showVrList|handleEvent)\(|'
+                     r'log Warning: \[steam\] hasLaunchSteamVR:false; switch: 2')
 LIST_SHOWN = re.compile(r'orb\.showVrList\(\w+,')
 LAUNCH = re.compile(r'log \w+: \[steam\] (steam path|steam\.exe |wait for steam|startupSteam|'
                     r'executeExA|Could not find|Cannot find|Process handle)')
@@ -60,28 +63,37 @@ SERVER_TURNS = re.compile(r'< (HMDInfoRequest|WiredConnect)')
 ECHO_TURNS = re.compile(r'Send data exchange command response: (HMDInfoRequest|WiredConnect)')
 
 
-class Words:
-    """Replaces what is of this run only."""
+class Seen:
+    """What a run has left in `place`, without what is of this run only."""
 
     def __init__(self, place, bin_folder, host):
+        self.place = place
         self.texts = [(str(place / 'work'), 'WORK'), (str(place / 'home'), 'HOME'),
                       (str(bin_folder), 'PROGRAM'), (host, 'CLOUD')]
         self.patterns = [
             (re.compile(r'\b\d+ms\b'), 'TIMEms'),
             (re.compile(r'(hasLaunchSteamVR:\w+; switch: )\d{2,}\b|'
                         r'(hasLaunchSteamVR:\w+; switch: )[2-9]'), r'\1\g<2>2...'),
-            (re.compile(r'("(?:timestamp|duration)":)\d+'), r'\1TIME'),
+            (re.compile(r'("(?:timestamp|duration)":)\d+'), r'\1"TIME"'),
             (re.compile(r'\d{4}-\d\d-\d\d \d\d:\d\d:\d\d'), 'TIME'),
             (re.compile(r'("streamingAssistantVersion": ?")[\d.]+'), r'\1VERSION'),
             (re.compile(r'boundary_\.oOo\._[\w/+=]+'), 'BOUNDARY'),
         ]
 
-    def __call__(self, text):
+    def words(self, text):
         for what, word in self.texts:
             text = text.replace(what, word)
         for pattern, word in self.patterns:
             text = pattern.sub(word, text)
         return text
+
+    def read(self, name):
+        """The text of a file; None when there is none."""
+        text = read(self.place / name)
+        return text if text is None else self.words(text)
+
+    def lines(self, name):
+        return (self.read(name) or '').split('\n')[:-1]
 
 
 def counted(turns):
@@ -140,12 +152,11 @@ def launch_of_steam(lines):
     return own, launch
 
 
-def log_sections(place, face):
+def log_sections(seen, face):
     """The log before the face was there; and that it is the face's from then on."""
-    data = place / DATA
     lines = []
-    for path in sorted(data.glob('????-??-??.txt')):
-        lines += log_lines(read(path))
+    for path in sorted((seen.place / DATA).glob('????-??-??.txt')):
+        lines += log_lines(seen.read(path))
     begin = len(lines) - len(face.logged)
     early, late = lines[:begin], lines[begin:]
     early, launch = launch_of_steam(early)
@@ -166,28 +177,32 @@ def log_sections(place, face):
     sections['log file against what was logged'] = (
         [f'only in the log file: {line}' for line in only_log] +
         [f'not in the log file: {line}' for line in only_face] or ['the same lines'])
+    rest = iter(late)
+    if not all(line in rest for line in face.logged_by_gui):
+        sections['log file against what was logged'] += ['not in the order of the GUI thread']
     return sections
 
 
 def batch(body):
-    """A list of usage events, one a line."""
+    """A list of usage events, one a line; of anything else, its lines."""
     try:
         events = json.loads(body)
     except ValueError:
-        return [body]
+        events = None
     if not isinstance(events, list):
-        return [body]
+        return body.replace('\r', '\\r').split('\n')
     return [json.dumps(event, ensure_ascii=False, separators=(',', ':')) for event in events]
 
 
-def cloud_requests(place):
+def cloud_requests(seen):
     requests = []
-    for path in sorted((place / 'cloud').glob('*.head')):
-        head = read(path).replace('\r', '').rstrip('\n').split('\n')
-        head = [head[0], *sorted(line for line in head[1:]
-                                 if not line.startswith('Content-Length'))]
-        body = read(path.with_suffix('.body')) or ''
-        requests.append(head + ['  ' + line for line in batch(body) if line])
+    for path in sorted((seen.place / 'cloud').glob('*.head')):
+        body = path.with_suffix('.body')
+        length = f'Content-Length: {body.stat().st_size if body.exists() else 0}'
+        head = seen.read(path).replace('\r', '').rstrip('\n').split('\n')
+        head = [head[0], *sorted(line.replace(length, 'Content-Length: as it is')
+                                 for line in head[1:])]
+        requests.append(head + ['  ' + line for line in batch(seen.read(body) or '') if line])
     # The first ones leave in the same moment, the last one at the end.
     return sorted(requests[:-1]) + requests[-1:]
 
@@ -203,20 +218,16 @@ def change(before, after):
     return list(difflib.unified_diff(before.split('\n'), after.split('\n'), n=1, lineterm=''))[2:]
 
 
-def files_left(place):
+def files_left(seen):
     for name in FILES:
         yield ('file ' + name.rsplit('/', 1)[1],
-               change(read(place / 'before' / name), read(place / name)))
+               change(seen.read('before/' + name), seen.read(name)))
     others = []
-    for path in sorted(place.rglob('*')):
-        name = str(path.relative_to(place))
+    for path in sorted(seen.place.rglob('*')):
+        name = str(path.relative_to(seen.place))
         if path.is_file() and name.startswith(('home/', 'work/')) and name not in FILES:
             others.append(re.sub(r'\d{4}-\d\d-\d\d', 'DAY', name))
     yield 'other files', others
-
-
-def journal(place):
-    return [line[10:] for line in (read(place / 'journal') or '').split('\n')[:-1]]
 
 
 def histories(sections):
@@ -233,18 +244,21 @@ def histories(sections):
 
 def take_apart(sections):
     """The turns of races, each kind for itself."""
-    looks, stages, starts = [], [], []
+    looks, quiet, stages, starts = [], [], [], []
     for turn in sections.pop(GUI, []):
         stages.append([line for line in turn if line.startswith('orbstages.')])
         turn = [line for line in turn if not line.startswith('orbstages.')]
-        (starts if START.match(turn[0] if turn else '') else looks).append(turn)
+        if START.match(turn[0] if turn else ''):
+            starts.append(turn)
+        else:
+            (quiet if all(NO_NEWS.match(line) for line in turn) else looks).append(turn)
     questions, reports = [], []
     for turn in sections.pop('adb', []):
         turn = [LIST_SHOWN.sub('orb.showVrList(?,', line) for line in turn]
         (reports if any(not line.startswith('log ') for line in turn) else questions).append(turn)
-    sections.update({GUI + ', looks': looks, GUI + ', stages': stages,
-                     GUI + ', start of SteamVR': starts, 'adb, questions': questions,
-                     'adb, reports': reports})
+    sections.update({GUI + ', looks': looks, GUI + ', looks without news': sorted(quiet),
+                     GUI + ', stages': stages, GUI + ', start of SteamVR': starts,
+                     'adb, questions': questions, 'adb, reports': reports})
     for title, turns in sections.items():
         sections[title] = [turn for turn in turns if turn]
 
@@ -260,15 +274,15 @@ def counted_section(title, turns):
     return counted(turns)
 
 
-def raw_sections(name, place, code):
-    """Every section of the record: (title, lines)."""
-    face = Face(read(place / 'face') or '')
+def sections(name, seen, code):
+    """The sections of a life's record, in order: (title, lines)."""
+    face = Face(seen.read('face') or '')
     yield 'end', [f'exit code {code}', 'the record of the face is ' +
                   ('whole' if face.complete else 'broken off')]
-    happened = journal(place)
+    happened = [line[10:] for line in seen.lines('journal')]  # without the time
     yield 'journal', [line for line in happened if line != END_OF_ADB]
     yield 'journal, adb', counted([[line] for line in happened if line == END_OF_ADB])
-    yield from log_sections(place, face).items()
+    yield from log_sections(seen, face).items()
     busy = [[line] for turns in face.sections.values() for turn in turns for line in turn
             if line == ADB_BUSY]
     yield 'adb is still at work', counted(busy)
@@ -278,20 +292,12 @@ def raw_sections(name, place, code):
     for title, turns in sorted(face.sections.items()):
         yield title, counted_section(title, [[line for line in turn if line != ADB_BUSY]
                                              for turn in turns])
-    echo = (read(place / 'stdout') or '').split('\n')[:-1]
+    echo = seen.lines('stdout')
     directed = [line for line in echo if line.startswith('directed: ')]
     yield 'standard output', counted(split_before(
         [line for line in echo if line not in directed], ECHO_TURNS))
     yield 'what it was told', directed
-    yield 'standard error', (read(place / 'stderr') or '').split('\n')[:-1]
-    server = (read(place / 'server.log') or '').split('\n')[:-1]
-    yield 'streaming server', counted(split_before(server, SERVER_TURNS))
-    yield 'cloud', joined(cloud_requests(place))
-    yield from files_left(place)
-
-
-def sections(name, place, bin_folder, code, host):
-    """The sections of the record, in order: (title, lines)."""
-    words = Words(place, bin_folder, host)
-    return [(title, [words(line) for line in lines])
-            for title, lines in raw_sections(name, place, code)]
+    yield 'standard error', seen.lines('stderr')
+    yield 'streaming server', counted(split_before(seen.lines('server.log'), SERVER_TURNS))
+    yield 'cloud', joined(cloud_requests(seen))
+    yield from files_left(seen)

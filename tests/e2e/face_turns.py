@@ -32,10 +32,12 @@ def section_of(turn):
 
 class Face:
     """`sections`: title -> turns, which are lists of lines; `logged`: the lines of
-    the log; `complete`: whether the program has ended in good order."""
+    the log, `logged_by_gui` those of the GUI thread; `complete`: whether the program has
+    ended in good order."""
 
     def __init__(self, text):
         self.logged = []
+        self.logged_by_gui = []
         self.sections = {}
         self.complete = False
         self._turns = {}  # when it began -> lines
@@ -46,6 +48,8 @@ class Face:
             self.complete = who == 'end'
             if what.startswith('log '):
                 self.logged.append(what)
+                if who == 'gui':
+                    self.logged_by_gui.append(what)
             if who == 'gui':
                 self._turn(int(number)).append(what)
             elif who == 'file':

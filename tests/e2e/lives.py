@@ -54,6 +54,7 @@ VISITED = {
         CONNECTED, 'until toast gone', 'click switchMode', 'until dialog ConfirmPage',
         'click confirm', 'seen startSteamVR', 'seen vrserver.exe detected', 'wait 12']),
     'update-offered.it-is-installed': Life('update-offered', [
+        'seen orbupdate.downExeFinish', 'seen vrserver.exe detected', 'wait 5',
         'until dialog UpdatePage', 'click confirm']),
 }
 # The longest, which begin first so that all end together.

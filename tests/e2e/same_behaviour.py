@@ -5,7 +5,7 @@ did when it was recorded: pages, log, journal, streaming server, cloud, files.
     same_behaviour.py BIN WORK [--once] [--record RUNS] [LIFE ...]
 
 BIN holds the programs of a build, WORK is a folder that may be overwritten.
---record 3 writes tests/e2e/records/ anew instead. What may differ from run to run,
+--record 4 writes tests/e2e/records/ anew instead. What may differ from run to run,
 and why, stands in behaviour_record.py.
 """
 import argparse
@@ -36,7 +36,8 @@ def live(arguments, name, speed):
     life = arguments.lives[name]
     code, host = behaviour_run.in_a_process(arguments.bin, life.scenario, life.plan, speed, place,
                                             arguments.network)
-    return behaviour_record.sections(name, place, arguments.bin, code, host)
+    seen = behaviour_record.Seen(place, arguments.bin, host)
+    return list(behaviour_record.sections(name, seen, code))
 
 
 def compare(arguments, name):
@@ -62,8 +63,8 @@ def compare(arguments, name):
 def record(arguments, name):
     """Several lives: what goes this way or that shall be seen both ways."""
     ways = {}
-    for _ in range(arguments.record):
-        differences.add_ways(ways, live(arguments, name, arguments.speed / 2))
+    for number in range(arguments.record):
+        differences.add_ways(ways, live(arguments, name, arguments.speed / (1 + number % 2)))
     (RECORDS / f'{name}.txt').write_text(differences.unparse(ways), 'utf-8')
     said = ''.join(f'{name}: {title}: {len(lines)} ways\n'
                    for title, lines in ways.items() if len(lines) > 1)

@@ -103,7 +103,7 @@ class Sections(unittest.TestCase):
 
     def test_words_stand_for_what_is_of_this_run(self):
         place = pathlib.Path(tempfile.gettempdir())
-        words = behaviour_record.Words(place, pathlib.Path('/bin'), '127.0.0.1:5')
+        words = behaviour_record.Seen(place, pathlib.Path('/bin'), '127.0.0.1:5').words
         self.assertEqual(words(f'{place}/work/a in 15ms at 127.0.0.1:5'), 'WORK/a in TIMEms at CLOUD')
         self.assertEqual(words('hasLaunchSteamVR:false; switch: 1'),
                          'hasLaunchSteamVR:false; switch: 1')
