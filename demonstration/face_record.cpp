@@ -18,6 +18,8 @@
 #include <iostream>
 #include <mutex>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -161,12 +163,18 @@ void face_record::begin(QQmlApplicationEngine &engine)
     logFile = qInstallMessageHandler(onLogLine);
     QCoreApplication::instance()->installEventFilter(new Turns(QCoreApplication::instance()));
     std::atexit([] { record->finish(); });
-    for (const char *name : {"orb", "orbupdate", "orbstages"}) {
-        const QString called = QString::fromLatin1(name);
+    const std::vector<std::pair<QString, QStringList>> leftAlone = {
+        {QStringLiteral("orb"), unread},
+        {QStringLiteral("orbupdate"), unread},
+        // Its properties say the same.
+        {QStringLiteral("orbstages"), {QStringLiteral("rows")}},
+        {QStringLiteral("orbchecks"), {}},
+    };
+    for (const auto &[called, unreadOfIt] : leftAlone) {
         auto *const object = engine.rootContext()->contextProperty(called).value<QObject *>();
         if (!object)
             continue;
-        auto *const spy = new SignalSpy(*object, called, unread, &engine);
+        auto *const spy = new SignalSpy(*object, called, unreadOfIt, &engine);
         spy->begin([](const QString &line) { record->say(line); });
     }
 }

@@ -98,6 +98,7 @@ void SignalSpy::onSignal(const QMetaMethod &signal, void **arguments)
 
 void SignalSpy::sayChanges()
 {
+    const QString rows = QStringLiteral("rows");
     const QMetaObject &meta = *object_.metaObject();
     for (int i = QObject::staticMetaObject.propertyCount(); i < meta.propertyCount(); ++i) {
         const QMetaProperty property = meta.property(i);
@@ -109,9 +110,17 @@ void SignalSpy::sayChanges()
             const QScopedValueRollback<QString> now(beingRead, called);
             text = textOf(property, property.read(&object_));
         }
-        if (values_.contains(called) && values_[called] == text)
-            continue;
-        values_[called] = text;
-        say_("  " + name_ + '.' + called + " = " + text);
+        sayIfNew(called, text);
     }
+    const auto *const model = qobject_cast<const QAbstractItemModel *>(&object_);
+    if (model && !unread_.contains(rows))
+        sayIfNew(rows, textOf(*model));
+}
+
+void SignalSpy::sayIfNew(const QString &called, const QString &text)
+{
+    if (values_.contains(called) && values_[called] == text)
+        return;
+    values_[called] = text;
+    say_("  " + name_ + '.' + called + " = " + text);
 }

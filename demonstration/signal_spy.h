@@ -11,7 +11,8 @@
 
 // Says every signal of the object with its arguments, on the thread that emits
 // it, and after each of them which properties have changed since the last one.
-// A property that is a list model is said row by row, with its roles.
+// A list model is said row by row, with its roles: one that is a property, and the
+// object itself as its property "rows".
 class SignalSpy : public QObject
 {
 public:
@@ -31,6 +32,7 @@ public:
 private:
     void onSignal(const QMetaMethod &signal, void **arguments);
     void sayChanges();
+    void sayIfNew(const QString &called, const QString &text);
 
     QObject &object_;
     const QString name_;

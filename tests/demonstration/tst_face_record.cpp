@@ -110,6 +110,17 @@ private slots:
         QCOMPARE(seen.reads, 0);
     }
 
+    void aListThatIsFollowedIsItsRows()
+    {
+        QStringListModel list({"a"});
+        SignalSpy spy(list, "list", {});
+        follow(spy);
+        QCOMPARE(lines_, QStringList({"  list.rows = [display \"a\", edit \"a\"]"}));
+        lines_.clear();
+        list.setStringList({});
+        QVERIFY2(lines_.contains("  list.rows = no rows"), qPrintable(lines_.join('\n')));
+    }
+
     void filesAreToldInTheOrderInWhichTheyAreWritten()
     {
         writeFile("b.json", "one\ntwo\n");
