@@ -6,7 +6,7 @@ nowhere else, and never left out:
 1. Times, folders, the port of the cloud, the boundary between parts of a form and the
    program's version become words: they are of this run, or of this build.
 2. Each thread has a section of its own, in its own order: how threads take
-   turns is chance. What was written into OpenVR's paths file, which three threads
+   turns is chance. So have the checks, whose facts come from a thread. What was written into OpenVR's paths file, which three threads
    write, has one too.
 3. What comes to the GUI thread from elsewhere, whenever it likes (ANSWERS in
    face_turns.py: cloud, network, adb, the launch of Steam), has a section for each
@@ -45,6 +45,8 @@ FILES = ['work/session.json', 'work/compare.json', DATA + '/set.json', DATA + '/
 POOL = 'thread Thread (pooled)'
 PROGRESS = re.compile(r'orbupdate\.processStatus')
 PROPERTY = re.compile(r'  orb\w*\.')
+STAGES = re.compile(r'orbstages\.')
+CHECKS = re.compile(r'(  )?orbchecks\.')
 ADB_BUSY = 'log Warning: QProcess::start: Process is already running'
 START = re.compile(r'log \w+: Successfully set external_drivers|orb\.showToast\("正在重启，请等待')
 NO_NEWS = re.compile(r'log Info: sendWired|orb\.(vrIsConnectChange|showVrList|handleEvent)\(|'
@@ -230,24 +232,29 @@ def files_left(seen):
     yield 'other files', others
 
 
-def histories(sections):
-    """Takes what properties became out of the sections; a line for each property."""
+def taken(turns, pattern):
+    """Takes what matches out of the turns."""
+    for turn in turns:
+        found = [line for line in turn if pattern.match(line)]
+        turn[:] = [line for line in turn if not pattern.match(line)]
+        yield found
+
+
+def histories(turns):
+    """Takes what properties became out of the turns; a line for each property."""
     became = {}
-    for title in (GUI, 'adb'):
-        for turn in sections.get(title, []):
-            for line in [line for line in turn if PROPERTY.match(line)]:
-                name, _, value = line.strip().partition(' = ')
-                became.setdefault(name, []).append(value)
-                turn.remove(line)
+    for line in joined(taken(turns, PROPERTY)):
+        name, _, value = line.strip().partition(' = ')
+        became.setdefault(name, []).append(value)
     return [f'{name}: ' + ' > '.join(values) for name, values in sorted(became.items())]
 
 
-def take_apart(sections):
+def take_apart(face):
     """The turns of races, each kind for itself."""
-    looks, quiet, stages, starts = [], [], [], []
+    sections = face.sections
+    looks, quiet, starts = [], [], []
+    stages = list(taken(face.turns, STAGES))
     for turn in sections.pop(GUI, []):
-        stages.append([line for line in turn if line.startswith('orbstages.')])
-        turn = [line for line in turn if not line.startswith('orbstages.')]
         if START.match(turn[0] if turn else ''):
             starts.append(turn)
         else:
@@ -287,11 +294,12 @@ def sections(name, seen, code):
             if line == ADB_BUSY]
     yield 'adb is still at work', counted(busy)
     if races(name):
-        yield 'histories', histories(face.sections)
-        take_apart(face.sections)
+        yield 'histories', histories(face.turns)
+        take_apart(face)
+    yield 'checks', joined(taken(face.turns, CHECKS))
     for title, turns in sorted(face.sections.items()):
-        yield title, counted_section(title, [[line for line in turn if line != ADB_BUSY]
-                                             for turn in turns])
+        turns = [[line for line in turn if line != ADB_BUSY] for turn in turns]
+        yield title, counted_section(title, [turn for turn in turns if turn])
     echo = seen.lines('stdout')
     directed = [line for line in echo if line.startswith('directed: ')]
     yield 'standard output', counted(split_before(

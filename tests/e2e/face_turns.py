@@ -31,9 +31,9 @@ def section_of(turn):
 
 
 class Face:
-    """`sections`: title -> turns, which are lists of lines; `logged`: the lines of
-    the log, `logged_by_gui` those of the GUI thread; `complete`: whether the program has
-    ended in good order."""
+    """`sections`: title -> turns, which are lists of lines; `turns`: those of the GUI
+    thread, as time went by; `logged`: the lines of the log, `logged_by_gui` those of
+    the GUI thread; `complete`: whether the program has ended in good order."""
 
     def __init__(self, text):
         self.logged = []
@@ -56,7 +56,8 @@ class Face:
                 self._written(int(number), what)
             elif who != 'end':
                 self.sections.setdefault('thread ' + who, []).append([what])
-        for _, turn in sorted(self._turns.items()):
+        self.turns = [turn for _, turn in sorted(self._turns.items())]
+        for turn in self.turns:
             self.sections.setdefault(section_of(turn), []).append(turn)
 
     def _turn(self, number):
