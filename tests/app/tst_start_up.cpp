@@ -28,28 +28,25 @@ class TestStartUp : public TestCase
     Q_OBJECT
 
 private slots:
-    void surroundingsThatRefuseEndTheProgramBeforeThereIsAnApplication();
-    void nothingAroundTheProgramLeavesItAlone();
+    void surroundingsThatRefuseEndTheProgramBeforeThereIsAnApplication()
+    {
+        char name[] = "program";
+        char *arguments[] = {name, nullptr};
+        Refusing surroundings;
+        QCOMPARE(runAssistant(1, arguments, surroundings), 7);
+        QCOMPARE(surroundings.begun, 1);
+        QVERIFY(!surroundings.applicationWasThere);
+        QCOMPARE(surroundings.attached, 0);
+    }
+
+    void nothingAroundTheProgramLeavesItAlone()
+    {
+        Surroundings none;
+        QVERIFY(!none.begin());
+        QCOMPARE(none.exitCode(0), 0);
+        QCOMPARE(none.exitCode(-1), -1);
+    }
 };
-
-void TestStartUp::surroundingsThatRefuseEndTheProgramBeforeThereIsAnApplication()
-{
-    char name[] = "program";
-    char *arguments[] = {name, nullptr};
-    Refusing surroundings;
-    QCOMPARE(runAssistant(1, arguments, surroundings), 7);
-    QCOMPARE(surroundings.begun, 1);
-    QVERIFY(!surroundings.applicationWasThere);
-    QCOMPARE(surroundings.attached, 0);
-}
-
-void TestStartUp::nothingAroundTheProgramLeavesItAlone()
-{
-    Surroundings none;
-    QVERIFY(!none.begin());
-    QCOMPARE(none.exitCode(0), 0);
-    QCOMPARE(none.exitCode(-1), -1);
-}
 
 // The program makes the application object itself.
 int main(int argc, char *argv[])
