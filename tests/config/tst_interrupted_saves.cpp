@@ -10,19 +10,6 @@
 #include <QStandardPaths>
 #include <QTemporaryFile>
 
-// Whatever happens while a file is saved, afterwards the old or the new one is
-// there, whole.
-class TestInterruptedSaves : public TestCase
-{
-    Q_OBJECT
-
-private slots:
-    void anyStepOfASaveMayFailOrBeTheLast_data();
-    void anyStepOfASaveMayFailOrBeTheLast();
-    void theDiskMayBeFull_data();
-    void theDiskMayBeFull();
-};
-
 namespace {
 
 // What fits a file's buffer takes another way to the disk than what does not.
@@ -130,145 +117,154 @@ private:
 
 } // namespace
 
-void TestInterruptedSaves::anyStepOfASaveMayFailOrBeTheLast_data()
+// Whatever happens while a file is saved, afterwards the old or the new one is
+// there, whole.
+class TestInterruptedSaves : public TestCase
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<int>("size"); // -1: there was no file before
-    const auto add = [](const char *file, const char *fault, int size) {
-        QTest::addRow("%s, %s, %d bytes", file, fault, size)
-            << QString(file) << QString(fault) << size;
-    };
-    for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
-        for (const char *fault : {"signal=KILL", "error=ENOSPC", "error=EACCES"})
-            add(file, fault, kSmall);
-        add(file, "error=ENOSPC", kLarge);
-    }
-    for (const char *file : {"set.json", "setting.inf"}) {
-        add(file, "signal=KILL", kLarge);
-        add(file, "signal=KILL", -1);
-        add(file, "error=ENOSPC", -1);
-    }
-}
+    Q_OBJECT
 
-void TestInterruptedSaves::anyStepOfASaveMayFailOrBeTheLast()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, fault);
-    QFETCH(int, size);
-    const bool isThere = size >= 0;
-    const bool isKill = fault == "signal=KILL";
-    if (QStandardPaths::findExecutable("strace").isEmpty())
-        QSKIP("No strace here.");
-    const Document document = ::document(file, size);
-    QVERIFY(QDir().mkpath(QFileInfo(path(document.path)).path()));
-    const auto reset = [&] {
-        QFile::remove(path(document.path));
-        if (isThere)
-            writeFile(document.path, document.before);
-    };
-    Saver saver(file, dir());
-    reset();
-    const QList<Step> steps = saver.steps();
-    if (!saver.finished() && saver.errors().contains("ptrace"))
-        QSKIP("Nobody may be traced here.");
-    QVERIFY2(saver.finished(), qPrintable(saver.errors()));
-    const QByteArray after = readFile(document.path);
-    QVERIFY(after.size() > size);
-    QVERIFY(after != document.before);
-    QVERIFY2(steps.size() > 5, qPrintable(QString::number(steps.size())));
-
-    int killed = 0;
-    int old = 0;
-    int done = 0;
-    for (const Step &step : steps) {
-        reset();
-        QStringList options{
-            "-o", QProcess::nullDevice(),
-            "-e", "trace=" + step.call,
-            "-e", QString("inject=%1:%2:when=%3").arg(step.call, fault).arg(step.number)};
-        // Three times as fast, but nobody is killed.
-        if (!isKill)
-            options << "-f"
-                    << "--seccomp-bpf";
-        saver.run(options);
-        const QByteArray content = readFile(document.path);
-        const bool isOld =
-            isThere ? content == document.before : !QFile::exists(path(document.path));
-        const bool isNew = content == after;
-        old += isOld;
-        done += isNew;
-        QVERIFY2(isOld || isNew, qPrintable(QString("%1 bytes after %2 at %3 %4")
-                                                .arg(content.size())
-                                                .arg(fault, step.call)
-                                                .arg(step.number)));
-        if (isKill)
-            killed += !saver.finished();
-        else
-            QVERIFY2(saver.finished(), qPrintable(step.call + ": " + saver.errors()));
-        // What an interrupted save leaves behind is not in the way of the next.
-        if (isOld) {
-            saver.run({});
-            QVERIFY(saver.finished());
-            QCOMPARE(readFile(document.path), after);
+private slots:
+    void anyStepOfASaveMayFailOrBeTheLast_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("size"); // -1: there was no file before
+        const auto add = [](const char *file, const char *fault, int size) {
+            QTest::addRow("%s, %s, %d bytes", file, fault, size)
+                << QString(file) << QString(fault) << size;
+        };
+        for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
+            for (const char *fault : {"signal=KILL", "error=ENOSPC", "error=EACCES"})
+                add(file, fault, kSmall);
+            add(file, "error=ENOSPC", kLarge);
+        }
+        for (const char *file : {"set.json", "setting.inf"}) {
+            add(file, "signal=KILL", kLarge);
+            add(file, "signal=KILL", -1);
+            add(file, "error=ENOSPC", -1);
         }
     }
 
-    // A sanitizer does not make the same number of calls each time, so that now
-    // and then a step is not met.
-    QVERIFY(!isKill || killed >= steps.size() - 2);
-    // Otherwise nothing was disturbed, or everything.
-    QVERIFY(old > 0);
-    QVERIFY(done > 0);
-}
-
-void TestInterruptedSaves::theDiskMayBeFull_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("size");
-    for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
-        for (const int size : {kSmall, kLarge})
-            QTest::addRow("%s, %d bytes", file, size) << QString(file) << size;
-    }
-}
-
-void TestInterruptedSaves::theDiskMayBeFull()
-{
-    QFETCH(QString, file);
-    QFETCH(int, size);
-    const SmallDisk disk(path("disk"));
-    if (!disk.works())
-        QSKIP("This user may not mount a disk.");
-    const Document document = ::document(file, size);
-    const QString target = "disk/" + document.path;
-    QVERIFY(QDir().mkpath(QFileInfo(path(target)).path()));
-    writeFile(target, document.before);
-    Saver saver(file, disk.path());
-    saver.run({});
-    QVERIFY2(saver.finished(), qPrintable(saver.errors()));
-    const QByteArray after = readFile(target);
-    QVERIFY(after != document.before);
-
-    int old = 0;
-    int done = 0;
-    for (int room = 0; room < 8; ++room) {
-        writeFile(target, document.before);
-        QVERIFY(disk.fillUp(room * 4096));
-
-        saver.run({});
-
+    void anyStepOfASaveMayFailOrBeTheLast()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, fault);
+        QFETCH(int, size);
+        const bool isThere = size >= 0;
+        const bool isKill = fault == "signal=KILL";
+        if (QStandardPaths::findExecutable("strace").isEmpty())
+            QSKIP("No strace here.");
+        const Document document = ::document(file, size);
+        QVERIFY(QDir().mkpath(QFileInfo(path(document.path)).path()));
+        const auto reset = [&] {
+            QFile::remove(path(document.path));
+            if (isThere)
+                writeFile(document.path, document.before);
+        };
+        Saver saver(file, dir());
+        reset();
+        const QList<Step> steps = saver.steps();
+        if (!saver.finished() && saver.errors().contains("ptrace"))
+            QSKIP("Nobody may be traced here.");
         QVERIFY2(saver.finished(), qPrintable(saver.errors()));
-        const QByteArray content = readFile(target);
-        old += content == document.before;
-        done += content == after;
-        QVERIFY2(
-            content == document.before || content == after,
-            qPrintable(QString("%1 bytes with room for %2 blocks").arg(content.size()).arg(room)));
-        disk.makeRoom();
+        const QByteArray after = readFile(document.path);
+        QVERIFY(after.size() > size);
+        QVERIFY(after != document.before);
+        QVERIFY2(steps.size() > 5, qPrintable(QString::number(steps.size())));
+
+        int killed = 0;
+        int old = 0;
+        int done = 0;
+        for (const Step &step : steps) {
+            reset();
+            QStringList options{
+                "-o", QProcess::nullDevice(),
+                "-e", "trace=" + step.call,
+                "-e", QString("inject=%1:%2:when=%3").arg(step.call, fault).arg(step.number)};
+            // Three times as fast, but nobody is killed.
+            if (!isKill)
+                options << "-f"
+                        << "--seccomp-bpf";
+            saver.run(options);
+            const QByteArray content = readFile(document.path);
+            const bool isOld =
+                isThere ? content == document.before : !QFile::exists(path(document.path));
+            const bool isNew = content == after;
+            old += isOld;
+            done += isNew;
+            QVERIFY2(isOld || isNew, qPrintable(QString("%1 bytes after %2 at %3 %4")
+                                                    .arg(content.size())
+                                                    .arg(fault, step.call)
+                                                    .arg(step.number)));
+            if (isKill)
+                killed += !saver.finished();
+            else
+                QVERIFY2(saver.finished(), qPrintable(step.call + ": " + saver.errors()));
+            // What an interrupted save leaves behind is not in the way of the next.
+            if (isOld) {
+                saver.run({});
+                QVERIFY(saver.finished());
+                QCOMPARE(readFile(document.path), after);
+            }
+        }
+
+        // A sanitizer does not make the same number of calls each time, so that now
+        // and then a step is not met.
+        QVERIFY(!isKill || killed >= steps.size() - 2);
+        // Otherwise nothing was disturbed, or everything.
+        QVERIFY(old > 0);
+        QVERIFY(done > 0);
     }
-    QVERIFY(old > 0);
-    QVERIFY(done > 0);
-}
+
+    void theDiskMayBeFull_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("size");
+        for (const char *file : {"set.json", "setting.inf", "session.json", "openvrpaths.vrpath"}) {
+            for (const int size : {kSmall, kLarge})
+                QTest::addRow("%s, %d bytes", file, size) << QString(file) << size;
+        }
+    }
+
+    void theDiskMayBeFull()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, size);
+        const SmallDisk disk(path("disk"));
+        if (!disk.works())
+            QSKIP("This user may not mount a disk.");
+        const Document document = ::document(file, size);
+        const QString target = "disk/" + document.path;
+        QVERIFY(QDir().mkpath(QFileInfo(path(target)).path()));
+        writeFile(target, document.before);
+        Saver saver(file, disk.path());
+        saver.run({});
+        QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+        const QByteArray after = readFile(target);
+        QVERIFY(after != document.before);
+
+        int old = 0;
+        int done = 0;
+        for (int room = 0; room < 8; ++room) {
+            writeFile(target, document.before);
+            QVERIFY(disk.fillUp(room * 4096));
+
+            saver.run({});
+
+            QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+            const QByteArray content = readFile(target);
+            old += content == document.before;
+            done += content == after;
+            QVERIFY2(
+                content == document.before || content == after,
+                qPrintable(
+                    QString("%1 bytes with room for %2 blocks").arg(content.size()).arg(room)));
+            disk.makeRoom();
+        }
+        QVERIFY(old > 0);
+        QVERIFY(done > 0);
+    }
+};
 
 KOLM_TEST_MAIN(TestInterruptedSaves)
 #include "tst_interrupted_saves.moc"
