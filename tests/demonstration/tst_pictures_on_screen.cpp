@@ -11,45 +11,45 @@ class TestPicturesOnScreen : public TestCase
     Q_OBJECT
 
 private slots:
-    void windowIsTakenAtOnceWithItsBackground();
-    void severalLieUponEachOtherAsOnTheScreen();
-    void whatTheScreenShowsIsSaved();
-};
-
-void TestPicturesOnScreen::windowIsTakenAtOnceWithItsBackground()
-{
-    const SmallWindow small(R"(Window { width: 40; height: 30; color: "red"
+    void windowIsTakenAtOnceWithItsBackground()
+    {
+        const SmallWindow small(R"(Window { width: 40; height: 30; color: "red"
         Rectangle { x: 20; width: 20; height: 30; color: "blue" } })");
-    QImage picture;
-    pictures::take(small.window(), this, [&picture](const QImage &taken) { picture = taken; });
-    QCOMPARE(picture.size(), QSize(40, 30));
-    QCOMPARE(picture.pixelColor(5, 15), QColor("red"));
-    QCOMPARE(picture.pixelColor(30, 15), QColor("blue"));
-}
+        QImage picture;
+        pictures::take(small.window(), this, [&picture](const QImage &taken) { picture = taken; });
+        QCOMPARE(picture.size(), QSize(40, 30));
+        QCOMPARE(picture.pixelColor(5, 15), QColor("red"));
+        QCOMPARE(picture.pixelColor(30, 15), QColor("blue"));
+    }
 
-void TestPicturesOnScreen::severalLieUponEachOtherAsOnTheScreen()
-{
-    const SmallWindow behind(R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
-    const SmallWindow inFront(R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime" })");
-    const QImage picture = pictures::together({&behind.window(), &inFront.window()});
-    QCOMPARE(picture.size(), QSize(60, 40));
-    QCOMPARE(picture.pixelColor(9, 20), QColor("red"));
-    QCOMPARE(picture.pixelColor(10, 20), QColor("lime"));
-    QCOMPARE(picture.pixelColor(29, 29), QColor("lime"));
-    QCOMPARE(picture.pixelColor(30, 30), QColor("red"));
-}
+    void severalLieUponEachOtherAsOnTheScreen()
+    {
+        const SmallWindow behind(
+            R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
+        const SmallWindow inFront(
+            R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime" })");
+        const QImage picture = pictures::together({&behind.window(), &inFront.window()});
+        QCOMPARE(picture.size(), QSize(60, 40));
+        QCOMPARE(picture.pixelColor(9, 20), QColor("red"));
+        QCOMPARE(picture.pixelColor(10, 20), QColor("lime"));
+        QCOMPARE(picture.pixelColor(29, 29), QColor("lime"));
+        QCOMPARE(picture.pixelColor(30, 30), QColor("red"));
+    }
 
-void TestPicturesOnScreen::whatTheScreenShowsIsSaved()
-{
-    const SmallWindow behind(R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
-    const SmallWindow inFront(R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime" })");
-    QuickScreen screen(behind.window());
-    QVERIFY(screen.takePicture(path("all.png")).done);
-    const QImage picture(path("all.png"));
-    QCOMPARE(picture.size(), QSize(60, 40));
-    QCOMPARE(picture.pixelColor(5, 5), QColor("red"));
-    QCOMPARE(picture.pixelColor(20, 25), QColor("lime"));
-}
+    void whatTheScreenShowsIsSaved()
+    {
+        const SmallWindow behind(
+            R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
+        const SmallWindow inFront(
+            R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime" })");
+        QuickScreen screen(behind.window());
+        QVERIFY(screen.takePicture(path("all.png")).done);
+        const QImage picture(path("all.png"));
+        QCOMPARE(picture.size(), QSize(60, 40));
+        QCOMPARE(picture.pixelColor(5, 5), QColor("red"));
+        QCOMPARE(picture.pixelColor(20, 25), QColor("lime"));
+    }
+};
 
 int main(int argc, char *argv[])
 {

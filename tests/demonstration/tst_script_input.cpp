@@ -11,12 +11,52 @@ class TestScriptInput : public TestCase
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        TestCase::init();
+        QCOMPARE(pipe(ends_), 0);
+    }
 
-    void whatIsWrittenArrives();
-    void longScriptArrivesWhole();
-    void endOfTheScriptIsNotAskedAboutAgain();
+    void cleanup()
+    {
+        finish();
+        ::close(ends_[0]);
+        TestCase::cleanup();
+    }
+
+    void whatIsWrittenArrives()
+    {
+        const ScriptInput input(ends_[0]);
+        const QSignalSpy arrived(&input, &ScriptInput::arrived);
+        write("click close\nty");
+        QTRY_COMPARE(all(arrived), QByteArray("click close\nty"));
+        write("pe 中\n");
+        QTRY_COMPARE(all(arrived), QByteArray("click close\ntype 中\n"));
+    }
+
+    void longScriptArrivesWhole()
+    {
+        const ScriptInput input(ends_[0]);
+        const QSignalSpy arrived(&input, &ScriptInput::arrived);
+        QByteArray script;
+        for (int i = 0; i < 3000; ++i)
+            script += "wait " + QByteArray::number(i) + '\n';
+        write(script);
+        finish();
+        QTRY_COMPARE(all(arrived), script);
+    }
+
+    void endOfTheScriptIsNotAskedAboutAgain()
+    {
+        const ScriptInput input(ends_[0]);
+        const QSignalSpy arrived(&input, &ScriptInput::arrived);
+        finish();
+        // An end that is still watched keeps the event loop busy for ever.
+        const auto *notifier = input.findChild<QSocketNotifier *>();
+        QVERIFY(notifier);
+        QTRY_VERIFY(!notifier->isEnabled());
+        QCOMPARE(arrived.count(), 0);
+    }
 
 private:
     void write(const QByteArray &text)
@@ -39,53 +79,6 @@ private:
 
     int ends_[2] = {-1, -1};
 };
-
-void TestScriptInput::init()
-{
-    TestCase::init();
-    QCOMPARE(pipe(ends_), 0);
-}
-
-void TestScriptInput::cleanup()
-{
-    finish();
-    ::close(ends_[0]);
-    TestCase::cleanup();
-}
-
-void TestScriptInput::whatIsWrittenArrives()
-{
-    const ScriptInput input(ends_[0]);
-    const QSignalSpy arrived(&input, &ScriptInput::arrived);
-    write("click close\nty");
-    QTRY_COMPARE(all(arrived), QByteArray("click close\nty"));
-    write("pe 中\n");
-    QTRY_COMPARE(all(arrived), QByteArray("click close\ntype 中\n"));
-}
-
-void TestScriptInput::longScriptArrivesWhole()
-{
-    const ScriptInput input(ends_[0]);
-    const QSignalSpy arrived(&input, &ScriptInput::arrived);
-    QByteArray script;
-    for (int i = 0; i < 3000; ++i)
-        script += "wait " + QByteArray::number(i) + '\n';
-    write(script);
-    finish();
-    QTRY_COMPARE(all(arrived), script);
-}
-
-void TestScriptInput::endOfTheScriptIsNotAskedAboutAgain()
-{
-    const ScriptInput input(ends_[0]);
-    const QSignalSpy arrived(&input, &ScriptInput::arrived);
-    finish();
-    // An end that is still watched keeps the event loop busy for ever.
-    const auto *notifier = input.findChild<QSocketNotifier *>();
-    QVERIFY(notifier);
-    QTRY_VERIFY(!notifier->isEnabled());
-    QCOMPARE(arrived.count(), 0);
-}
 
 KOLM_TEST_MAIN(TestScriptInput)
 #include "tst_script_input.moc"

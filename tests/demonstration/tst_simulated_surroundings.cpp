@@ -54,21 +54,115 @@ class TestSimulatedSurroundings : public TestCase
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        QCOMPARE(pipe(script_), 0);
+        QCOMPARE(dup2(script_[0], STDIN_FILENO), int(STDIN_FILENO));
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        orb_.setProperty("wired", false);
+        engine_->rootContext()->setContextProperty("orb", &orb_);
+        engine_->loadData(page);
+        window_ = engine_->rootObjects().value(0);
+        QVERIFY(window_);
+    }
 
-    void pcThatCannotBeBroughtEndsTheProgram_data();
-    void pcThatCannotBeBroughtEndsTheProgram();
-    void pcIsThereBeforeTheWindows();
-    void limitDecidesTheExitCode();
-    void withoutAScreenTheProcessorDraws();
+    void cleanupTestCase()
+    {
+        engine_.reset();
+        surroundings_.reset();
+        ::close(script_[1]);
+    }
 
-    void signalClosesTheProgram();
-    void personOfTheScenarioChoosesTheLink();
-    void scriptWorksTheWindow();
-    void lineThatFailedCountsMoreThanTheLimit();
-    void eventLoopsOwnCodeCountsMost();
-    void nothingIsHeardOnceTheEventLoopHasEnded();
+    void pcThatCannotBeBroughtEndsTheProgram_data()
+    {
+        QTest::addColumn<QByteArray>("variable");
+        QTest::addColumn<QByteArray>("value");
+        QTest::newRow("scenario") << QByteArray("SIMPC_SCENARIO") << QByteArray("no-such-scenario");
+        QTest::newRow("speed") << QByteArray("SIMPC_SPEED") << QByteArray("fast");
+    }
+
+    void pcThatCannotBeBroughtEndsTheProgram()
+    {
+        QFETCH(QByteArray, variable);
+        QFETCH(QByteArray, value);
+        const Environment environment({{variable, value}});
+        SimulatedSurroundings refused;
+        QCOMPARE(refused.begin(), std::optional<int>(2));
+        QVERIFY(!SimPc::exists());
+    }
+
+    void pcIsThereBeforeTheWindows()
+    {
+        const Environment environment({{"SIMPC_SCENARIO", "two-headsets"},
+                                       {"SIMPC_SPEED", "100"},
+                                       {"SIMPC_DIRECTED", "1"},
+                                       {"SIMPC_LIMIT", "1"}});
+        QCOMPARE(surroundings_->begin(), std::optional<int>());
+        QVERIFY(SimPc::exists());
+        surroundings_->attach(*engine_, &stages_);
+        QCOMPARE(surroundings_->exitCode(0), 0);
+    }
+
+    void limitDecidesTheExitCode()
+    {
+        const QSignalSpy closed(window_, SIGNAL(closeAll()));
+        QTRY_COMPARE(surroundings_->exitCode(0), 3);
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void withoutAScreenTheProcessorDraws()
+    {
+        QCOMPARE(qgetenv("QT_QUICK_BACKEND"), QByteArray("software"));
+    }
+
+    void signalClosesTheProgram()
+    {
+        const QSignalSpy closed(window_, SIGNAL(closeAll()));
+        raise(SIGTERM);
+        QTRY_COMPARE(closed.count(), 1);
+    }
+
+    void personOfTheScenarioChoosesTheLink()
+    {
+        SimPc::current().modeChoice.tell(true);
+        QTRY_COMPARE(orb_.property("wired").toBool(), true);
+        SimPc::current().modeChoice.tell(false);
+        QTRY_COMPARE(orb_.property("wired").toBool(), false);
+    }
+
+    void scriptWorksTheWindow()
+    {
+        tell("click button\n");
+        QTRY_COMPARE(window_->property("clicks").toInt(), 1);
+        const QSignalSpy closed(window_, SIGNAL(closeAll()));
+        tell("close\n");
+        QTRY_COMPARE(closed.count(), 1);
+    }
+
+    void lineThatFailedCountsMoreThanTheLimit()
+    {
+        const QSignalSpy closed(window_, SIGNAL(closeAll()));
+        tell("dance\n");
+        QTRY_COMPARE(surroundings_->exitCode(0), 5);
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void eventLoopsOwnCodeCountsMost() { QCOMPARE(surroundings_->exitCode(-1), -1); }
+
+    void nothingIsHeardOnceTheEventLoopHasEnded()
+    {
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        QGuiApplication::exec();
+
+        struct sigaction action = {};
+        sigaction(SIGTERM, nullptr, &action);
+        QVERIFY(action.sa_handler == SIG_DFL);
+        SimPc::current().modeChoice.tell(true);
+        tell("click button\n");
+        QCoreApplication::processEvents();
+        QCOMPARE(orb_.property("wired").toBool(), false);
+        QCOMPARE(window_->property("clicks").toInt(), 1);
+    }
 
 private:
     void tell(const QByteArray &line)
@@ -84,119 +178,6 @@ private:
     std::unique_ptr<QQmlApplicationEngine> engine_;
     QObject *window_ = nullptr;
 };
-
-void TestSimulatedSurroundings::initTestCase()
-{
-    QCOMPARE(pipe(script_), 0);
-    QCOMPARE(dup2(script_[0], STDIN_FILENO), int(STDIN_FILENO));
-    engine_ = std::make_unique<QQmlApplicationEngine>();
-    orb_.setProperty("wired", false);
-    engine_->rootContext()->setContextProperty("orb", &orb_);
-    engine_->loadData(page);
-    window_ = engine_->rootObjects().value(0);
-    QVERIFY(window_);
-}
-
-void TestSimulatedSurroundings::cleanupTestCase()
-{
-    engine_.reset();
-    surroundings_.reset();
-    ::close(script_[1]);
-}
-
-void TestSimulatedSurroundings::pcThatCannotBeBroughtEndsTheProgram_data()
-{
-    QTest::addColumn<QByteArray>("variable");
-    QTest::addColumn<QByteArray>("value");
-    QTest::newRow("scenario") << QByteArray("SIMPC_SCENARIO") << QByteArray("no-such-scenario");
-    QTest::newRow("speed") << QByteArray("SIMPC_SPEED") << QByteArray("fast");
-}
-
-void TestSimulatedSurroundings::pcThatCannotBeBroughtEndsTheProgram()
-{
-    QFETCH(QByteArray, variable);
-    QFETCH(QByteArray, value);
-    const Environment environment({{variable, value}});
-    SimulatedSurroundings refused;
-    QCOMPARE(refused.begin(), std::optional<int>(2));
-    QVERIFY(!SimPc::exists());
-}
-
-void TestSimulatedSurroundings::pcIsThereBeforeTheWindows()
-{
-    const Environment environment({{"SIMPC_SCENARIO", "two-headsets"},
-                                   {"SIMPC_SPEED", "100"},
-                                   {"SIMPC_DIRECTED", "1"},
-                                   {"SIMPC_LIMIT", "1"}});
-    QCOMPARE(surroundings_->begin(), std::optional<int>());
-    QVERIFY(SimPc::exists());
-    surroundings_->attach(*engine_, &stages_);
-    QCOMPARE(surroundings_->exitCode(0), 0);
-}
-
-void TestSimulatedSurroundings::limitDecidesTheExitCode()
-{
-    const QSignalSpy closed(window_, SIGNAL(closeAll()));
-    QTRY_COMPARE(surroundings_->exitCode(0), 3);
-    QCOMPARE(closed.count(), 1);
-}
-
-void TestSimulatedSurroundings::withoutAScreenTheProcessorDraws()
-{
-    QCOMPARE(qgetenv("QT_QUICK_BACKEND"), QByteArray("software"));
-}
-
-void TestSimulatedSurroundings::signalClosesTheProgram()
-{
-    const QSignalSpy closed(window_, SIGNAL(closeAll()));
-    raise(SIGTERM);
-    QTRY_COMPARE(closed.count(), 1);
-}
-
-void TestSimulatedSurroundings::personOfTheScenarioChoosesTheLink()
-{
-    SimPc::current().modeChoice.tell(true);
-    QTRY_COMPARE(orb_.property("wired").toBool(), true);
-    SimPc::current().modeChoice.tell(false);
-    QTRY_COMPARE(orb_.property("wired").toBool(), false);
-}
-
-void TestSimulatedSurroundings::scriptWorksTheWindow()
-{
-    tell("click button\n");
-    QTRY_COMPARE(window_->property("clicks").toInt(), 1);
-    const QSignalSpy closed(window_, SIGNAL(closeAll()));
-    tell("close\n");
-    QTRY_COMPARE(closed.count(), 1);
-}
-
-void TestSimulatedSurroundings::lineThatFailedCountsMoreThanTheLimit()
-{
-    const QSignalSpy closed(window_, SIGNAL(closeAll()));
-    tell("dance\n");
-    QTRY_COMPARE(surroundings_->exitCode(0), 5);
-    QCOMPARE(closed.count(), 1);
-}
-
-void TestSimulatedSurroundings::eventLoopsOwnCodeCountsMost()
-{
-    QCOMPARE(surroundings_->exitCode(-1), -1);
-}
-
-void TestSimulatedSurroundings::nothingIsHeardOnceTheEventLoopHasEnded()
-{
-    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-    QGuiApplication::exec();
-
-    struct sigaction action = {};
-    sigaction(SIGTERM, nullptr, &action);
-    QVERIFY(action.sa_handler == SIG_DFL);
-    SimPc::current().modeChoice.tell(true);
-    tell("click button\n");
-    QCoreApplication::processEvents();
-    QCOMPARE(orb_.property("wired").toBool(), false);
-    QCOMPARE(window_->property("clicks").toInt(), 1);
-}
 
 KOLM_GUI_TEST_MAIN(TestSimulatedSurroundings)
 #include "tst_simulated_surroundings.moc"
