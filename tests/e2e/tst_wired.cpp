@@ -102,256 +102,241 @@ class TestWired : public TestCase
     Q_OBJECT
 
 private slots:
-    void aHeadsetOnTheCableConnectsAndNothingIsLeftOver();
-    void theseCablesConnect_data();
-    void theseCablesConnect();
-    void aHeadsetThatIsPulledOffIsLostAndComesBack();
-    void anotherHeadsetTakesThePlace();
-    void anOfflineHeadsetRestartsAdb();
-    void aRunningServerIsUsedAndLeftWithoutPorts();
-    void withoutAdbTheWindowGoesOnAndTheShippedOneIsTried();
-    void anAdbThatHangsHoldsNothingUp();
-    void theShippedAdbIsUsedFromTheWorkingFolder();
-    void changingToUsbAndBackLeavesNoAdb();
-    void fromACableThatConnectsToAnEmptyWifi();
-    void toAnEmptyCableForTheSecondTime();
-    void aKilledProgramsServerIsTakenOverByTheNext();
-};
+    void aHeadsetOnTheCableConnectsAndNothingIsLeftOver()
+    {
+        Program program(dir(), "wired-headset-at-start");
+        const Adb adb(program, dir());
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 0);
 
-void TestWired::aHeadsetOnTheCableConnectsAndNothingIsLeftOver()
-{
-    Program program(dir(), "wired-headset-at-start");
-    const Adb adb(program, dir());
-    program.environment.insert("SIMPC_UNTIL", "connected");
-    QVERIFY(program.start());
-    QCOMPARE(program.wait(), 0);
+        QStringList calls = adb.calls();
+        QVERIFY(!calls.isEmpty());
+        QCOMPARE(calls.takeFirst(), QString("--version"));
+        const int ports = calls.indexOf("forward tcp:9943 tcp:9943");
+        QVERIFY(ports > 1);
+        QCOMPARE(calls.mid(ports - 2, 6),
+                 (QStringList{"devices", "forward --list", "forward tcp:9943 tcp:9943",
+                              "forward tcp:9944 tcp:9944", "reverse tcp:50000 tcp:50000",
+                              "reverse tcp:50001 tcp:50001"}));
+        QCOMPARE(calls.count("forward tcp:9943 tcp:9943"), 1);
+        QVERIFY(program.log().contains("use local adb"));
+        QVERIFY(program.serverLog().contains("DeviceConnectBack\\ttrue"));
+        // On a busy machine the lists of devices and forwards come in one piece, and
+        // all of it counts as the serial.
+        QVERIFY(program.json(program.dataDir() + "/set.json")
+                    .value("lastSn")
+                    .toString()
+                    .startsWith("PA7910SIM1"));
 
-    QStringList calls = adb.calls();
-    QVERIFY(!calls.isEmpty());
-    QCOMPARE(calls.takeFirst(), QString("--version"));
-    const int ports = calls.indexOf("forward tcp:9943 tcp:9943");
-    QVERIFY(ports > 1);
-    QCOMPARE(calls.mid(ports - 2, 6),
-             (QStringList{"devices", "forward --list", "forward tcp:9943 tcp:9943",
-                          "forward tcp:9944 tcp:9944", "reverse tcp:50000 tcp:50000",
-                          "reverse tcp:50001 tcp:50001"}));
-    QCOMPARE(calls.count("forward tcp:9943 tcp:9943"), 1);
-    QVERIFY(program.log().contains("use local adb"));
-    QVERIFY(program.serverLog().contains("DeviceConnectBack\\ttrue"));
-    // On a busy machine the lists of devices and forwards come in one piece, and
-    // all of it counts as the serial.
-    QVERIFY(program.json(program.dataDir() + "/set.json")
-                .value("lastSn")
-                .toString()
-                .startsWith("PA7910SIM1"));
+        QVERIFY(program.journal().contains("terminate adb.exe"));
+        QVERIFY(!adb.serverRuns());
+        QCOMPARE(adb.processes(), QList<qint64>());
+    }
 
-    QVERIFY(program.journal().contains("terminate adb.exe"));
-    QVERIFY(!adb.serverRuns());
-    QCOMPARE(adb.processes(), QList<qint64>());
-}
+    void theseCablesConnect_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::newRow("plugged later") << "wired-plugged-later";
+        QTest::newRow("another's server") << "wired-adb-already-running";
+        QTest::newRow("offline at first") << "wired-offline-headset";
+    }
 
-void TestWired::theseCablesConnect_data()
-{
-    QTest::addColumn<QString>("scenario");
-    QTest::newRow("plugged later") << "wired-plugged-later";
-    QTest::newRow("another's server") << "wired-adb-already-running";
-    QTest::newRow("offline at first") << "wired-offline-headset";
-}
+    void theseCablesConnect()
+    {
+        QFETCH(QString, scenario);
+        Program program(dir(), scenario);
+        const Adb adb(program, dir());
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 0);
+    }
 
-void TestWired::theseCablesConnect()
-{
-    QFETCH(QString, scenario);
-    Program program(dir(), scenario);
-    const Adb adb(program, dir());
-    program.environment.insert("SIMPC_UNTIL", "connected");
-    QVERIFY(program.start());
-    QCOMPARE(program.wait(), 0);
-}
+    void aHeadsetThatIsPulledOffIsLostAndComesBack()
+    {
+        Program program(dir(), "wired-unplugged-and-back");
+        const Adb adb(program, dir());
+        slowly(&program);
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QVERIFY(program.waitForOutput("lost: headset connected"));
+        QVERIFY(program.waitForOutput("[x] headset connected", 2));
+        QVERIFY(adb.calls().count("forward tcp:9943 tcp:9943") >= 2);
+        QCOMPARE(program.close(), 0);
+    }
 
-void TestWired::aHeadsetThatIsPulledOffIsLostAndComesBack()
-{
-    Program program(dir(), "wired-unplugged-and-back");
-    const Adb adb(program, dir());
-    slowly(&program);
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    QVERIFY(program.waitForOutput("lost: headset connected"));
-    QVERIFY(program.waitForOutput("[x] headset connected", 2));
-    QVERIFY(adb.calls().count("forward tcp:9943 tcp:9943") >= 2);
-    QCOMPARE(program.close(), 0);
-}
+    void anotherHeadsetTakesThePlace()
+    {
+        Program program(dir(), "wired-second-headset");
+        const Adb adb(program, dir());
+        slowly(&program);
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QVERIFY(program.waitForOutput("on the USB cable: D2USBSIM02"));
+        QTRY_VERIFY_WITH_TIMEOUT(adb.call({"forward", "--list"}).contains("D2USBSIM02 tcp:9943"),
+                                 20000);
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(program.json(program.dataDir() + "/set.json").value("D2").isObject(), true);
+    }
 
-void TestWired::anotherHeadsetTakesThePlace()
-{
-    Program program(dir(), "wired-second-headset");
-    const Adb adb(program, dir());
-    slowly(&program);
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    QVERIFY(program.waitForOutput("on the USB cable: D2USBSIM02"));
-    QTRY_VERIFY_WITH_TIMEOUT(adb.call({"forward", "--list"}).contains("D2USBSIM02 tcp:9943"),
-                             20000);
-    QCOMPARE(program.close(), 0);
-    QCOMPARE(program.json(program.dataDir() + "/set.json").value("D2").isObject(), true);
-}
+    void anOfflineHeadsetRestartsAdb()
+    {
+        Program program(dir(), "wired-offline-headset");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("terminate adb.exe", 2));
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QCOMPARE(program.close(), 0);
+    }
 
-void TestWired::anOfflineHeadsetRestartsAdb()
-{
-    Program program(dir(), "wired-offline-headset");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("terminate adb.exe", 2));
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    QCOMPARE(program.close(), 0);
-}
+    void aRunningServerIsUsedAndLeftWithoutPorts()
+    {
+        Program program(dir(), "wired-adb-already-running");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        const QList<qint64> server = adb.processes();
+        QVERIFY(adb.call({"forward", "--list"}).contains("PA7910SIM1 tcp:9944 tcp:9944"));
+        QVERIFY(adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001"));
+        QCOMPARE(program.close(), 0);
 
-void TestWired::aRunningServerIsUsedAndLeftWithoutPorts()
-{
-    Program program(dir(), "wired-adb-already-running");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    const QList<qint64> server = adb.processes();
-    QVERIFY(adb.call({"forward", "--list"}).contains("PA7910SIM1 tcp:9944 tcp:9944"));
-    QVERIFY(adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001"));
-    QCOMPARE(program.close(), 0);
+        QVERIFY(program.log().contains("use started adb"));
+        QVERIFY(program.journal().filter("terminate").isEmpty());
+        QVERIFY(adb.serverRuns());
+        QCOMPARE(adb.processes().size(), 1);
+        QVERIFY(server.contains(adb.processes().first())); // the same one
+        QCOMPARE(adb.call({"forward", "--list"}), QString("\n"));
+        QCOMPARE(adb.call({"reverse", "--list"}), QString("\n"));
+    }
 
-    QVERIFY(program.log().contains("use started adb"));
-    QVERIFY(program.journal().filter("terminate").isEmpty());
-    QVERIFY(adb.serverRuns());
-    QCOMPARE(adb.processes().size(), 1);
-    QVERIFY(server.contains(adb.processes().first())); // the same one
-    QCOMPARE(adb.call({"forward", "--list"}), QString("\n"));
-    QCOMPARE(adb.call({"reverse", "--list"}), QString("\n"));
-}
+    void withoutAdbTheWindowGoesOnAndTheShippedOneIsTried()
+    {
+        Program program(dir(), "wired-no-adb");
+        const Adb adb(program, dir());
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        program.environment.insert("SIMPC_LIMIT", "40");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 3);
+        QVERIFY(program.output().contains("failed after 40 s, missing: headset found"));
+        QCOMPARE(program.log().count("use ORBHelper adb"), 1);
+        QVERIFY(program.log().count("adb ORB: " + list) >= 2); // it does not give up
+        QCOMPARE(adb.calls(), QStringList());
+    }
 
-void TestWired::withoutAdbTheWindowGoesOnAndTheShippedOneIsTried()
-{
-    Program program(dir(), "wired-no-adb");
-    const Adb adb(program, dir());
-    program.environment.insert("SIMPC_UNTIL", "connected");
-    program.environment.insert("SIMPC_LIMIT", "40");
-    QVERIFY(program.start());
-    QCOMPARE(program.wait(), 3);
-    QVERIFY(program.output().contains("failed after 40 s, missing: headset found"));
-    QCOMPARE(program.log().count("use ORBHelper adb"), 1);
-    QVERIFY(program.log().count("adb ORB: " + list) >= 2); // it does not give up
-    QCOMPARE(adb.calls(), QStringList());
-}
+    void anAdbThatHangsHoldsNothingUp()
+    {
+        Program program(dir(), "wired-adb-hangs");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] streaming server on the control port"));
+        // Polls go on in their time, and ask the streaming server each time.
+        QVERIFY(program.waitForOutput("Send data exchange command response: WiredConnect", 8));
+        QVERIFY(!adb.processes().isEmpty());
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(adb.processes(), QList<qint64>());
+    }
 
-void TestWired::anAdbThatHangsHoldsNothingUp()
-{
-    Program program(dir(), "wired-adb-hangs");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] streaming server on the control port"));
-    // Polls go on in their time, and ask the streaming server each time.
-    QVERIFY(program.waitForOutput("Send data exchange command response: WiredConnect", 8));
-    QVERIFY(!adb.processes().isEmpty());
-    QCOMPARE(program.close(), 0);
-    QCOMPARE(adb.processes(), QList<qint64>());
-}
+    void theShippedAdbIsUsedFromTheWorkingFolder()
+    {
+        Program program(dir(), "wired-no-adb");
+        const Adb adb(program, dir());
+        QVERIFY(QDir().mkpath(program.work() + "/ADB"));
+        QVERIFY(QFile::copy(ADB, program.work() + "/ADB/adb.exe"));
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 0);
+        QVERIFY(program.log().contains("use ORBHelper adb"));
+        QCOMPARE(adb.processes(), QList<qint64>());
+    }
 
-void TestWired::theShippedAdbIsUsedFromTheWorkingFolder()
-{
-    Program program(dir(), "wired-no-adb");
-    const Adb adb(program, dir());
-    QVERIFY(QDir().mkpath(program.work() + "/ADB"));
-    QVERIFY(QFile::copy(ADB, program.work() + "/ADB/adb.exe"));
-    program.environment.insert("SIMPC_UNTIL", "connected");
-    QVERIFY(program.start());
-    QCOMPARE(program.wait(), 0);
-    QVERIFY(program.log().contains("use ORBHelper adb"));
-    QCOMPARE(adb.processes(), QList<qint64>());
-}
+    void changingToUsbAndBackLeavesNoAdb()
+    {
+        Program program(dir(), "wired-and-wireless");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QVERIFY(program.waitForOutput("the person chooses USB"));
+        QVERIFY(program.waitForOutput("[x] headset connected", 2));
+        QVERIFY(adb.serverRuns());
+        QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
+        QVERIFY(program.waitForOutput("terminate adb.exe"));
+        QTRY_COMPARE_WITH_TIMEOUT(program.serverLog().count("< LinkTo D3SIM00001"), 2, 60000);
+        QCOMPARE(adb.processes(), QList<qint64>());
+        QCOMPARE(program.close(), 0);
+        QVERIFY(program.serverLog().contains("WiredConnect"));
+        QCOMPARE(adb.processes(), QList<qint64>());
+        QCOMPARE(program.json(program.dataDir() + "/set.json").value("wiredOrWireless").toInt(), 2);
+    }
 
-void TestWired::changingToUsbAndBackLeavesNoAdb()
-{
-    Program program(dir(), "wired-and-wireless");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    QVERIFY(program.waitForOutput("the person chooses USB"));
-    QVERIFY(program.waitForOutput("[x] headset connected", 2));
-    QVERIFY(adb.serverRuns());
-    QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
-    QVERIFY(program.waitForOutput("terminate adb.exe"));
-    QTRY_COMPARE_WITH_TIMEOUT(program.serverLog().count("< LinkTo D3SIM00001"), 2, 60000);
-    QCOMPARE(adb.processes(), QList<qint64>());
-    QCOMPARE(program.close(), 0);
-    QVERIFY(program.serverLog().contains("WiredConnect"));
-    QCOMPARE(adb.processes(), QList<qint64>());
-    QCOMPARE(program.json(program.dataDir() + "/set.json").value("wiredOrWireless").toInt(), 2);
-}
-
-// Nothing is connected any more, and that is said before SteamVR is started
-// again, let alone a headset found.
-void TestWired::fromACableThatConnectsToAnEmptyWifi()
-{
-    writeFile("scenario.json", R"({"title":"USB to Wi-Fi","pc":{"usb":"PA7910SIM1"},
+    // Nothing is connected any more, and that is said before SteamVR is started
+    // again, let alone a headset found.
+    void fromACableThatConnectsToAnEmptyWifi()
+    {
+        writeFile("scenario.json", R"({"title":"USB to Wi-Fi","pc":{"usb":"PA7910SIM1"},
         "steam":{"running":true},"streamingServer":{"usb":"adb","headsets":[]},
         "files":{"set.json":{"wiredOrWireless":1}},
         "at":[{"seconds":60,"personChooses":"wifi"}]})");
-    Program program(dir(), dir() + "/scenario.json");
-    const Adb adb(program, dir());
-    program.environment.insert("SIMPC_DIRECTED", "1");
-    QVERIFY(program.start());
-    QCOMPARE(program.tell("until shown stopStreaming"), QString("ok"));
-    QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
-    QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
-    QVERIFY(program.waitForOutput("launch explorer", 2));
-    const QStringList progress = program.progress();
-    const int again = progress.lastIndexOf("launch explorer steam://rungameid/250820");
-    for (const char *stage : {"SteamVR runs", "streaming server on the control port",
-                              "headset found", "headset connected"}) {
-        const int lost = progress.indexOf(QStringLiteral("[ ] lost: ") + stage);
-        QVERIFY2(lost >= 0 && lost < again, stage);
+        Program program(dir(), dir() + "/scenario.json");
+        const Adb adb(program, dir());
+        program.environment.insert("SIMPC_DIRECTED", "1");
+        QVERIFY(program.start());
+        QCOMPARE(program.tell("until shown stopStreaming"), QString("ok"));
+        QVERIFY(program.waitForOutput("the person chooses Wi-Fi"));
+        QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
+        QVERIFY(program.waitForOutput("launch explorer", 2));
+        const QStringList progress = program.progress();
+        const int again = progress.lastIndexOf("launch explorer steam://rungameid/250820");
+        for (const char *stage : {"SteamVR runs", "streaming server on the control port",
+                                  "headset found", "headset connected"}) {
+            const int lost = progress.indexOf(QStringLiteral("[ ] lost: ") + stage);
+            QVERIFY2(lost >= 0 && lost < again, stage);
+        }
+        // It stays like that.
+        QVERIFY(program.waitForOutput("[x] streaming server on the control port", 2));
+        QCOMPARE(program.tell("wait 30"), QString("ok"));
+        QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
+        QCOMPARE(program.progress().filter("[x] headset").size(), 2);
+        QCOMPARE(program.close(), 0);
     }
-    // It stays like that.
-    QVERIFY(program.waitForOutput("[x] streaming server on the control port", 2));
-    QCOMPARE(program.tell("wait 30"), QString("ok"));
-    QCOMPARE(program.tell("until hidden stopStreaming"), QString("ok"));
-    QCOMPARE(program.progress().filter("[x] headset").size(), 2);
-    QCOMPARE(program.close(), 0);
-}
 
-void TestWired::toAnEmptyCableForTheSecondTime()
-{
-    writeFile("scenario.json", R"({"title":"twice to an empty cable","steam":{"running":true},
+    void toAnEmptyCableForTheSecondTime()
+    {
+        writeFile("scenario.json", R"({"title":"twice to an empty cable","steam":{"running":true},
         "at":[{"seconds":20,"personChooses":"usb"},{"seconds":50,"personChooses":"wifi"},
               {"seconds":100,"personChooses":"usb"}]})");
-    Program program(dir(), dir() + "/scenario.json");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected", 2)); // Wi-Fi, before and after
-    QVERIFY(program.waitForOutput("the person chooses USB", 2));
-    QVERIFY(program.waitForOutput("lost: headset found", 2));
-    // adb is asked and has nothing new to say; the server is polled.
-    const int polls = program.serverLog().count("WiredConnect");
-    QTRY_VERIFY_WITH_TIMEOUT(program.serverLog().count("WiredConnect") > polls + 2, 60000);
-    QCOMPARE(program.progress().filter("[x] headset found").size(), 2);
-    QCOMPARE(program.close(), 0);
-}
+        Program program(dir(), dir() + "/scenario.json");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected", 2)); // Wi-Fi, before and after
+        QVERIFY(program.waitForOutput("the person chooses USB", 2));
+        QVERIFY(program.waitForOutput("lost: headset found", 2));
+        // adb is asked and has nothing new to say; the server is polled.
+        const int polls = program.serverLog().count("WiredConnect");
+        QTRY_VERIFY_WITH_TIMEOUT(program.serverLog().count("WiredConnect") > polls + 2, 60000);
+        QCOMPARE(program.progress().filter("[x] headset found").size(), 2);
+        QCOMPARE(program.close(), 0);
+    }
 
-void TestWired::aKilledProgramsServerIsTakenOverByTheNext()
-{
-    Program program(dir(), "wired-headset-at-start");
-    const Adb adb(program, dir());
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected"));
-    program.kill();
-    QVERIFY(adb.serverRuns());
-    QVERIFY(adb.call({"forward", "--list"}).contains("tcp:9943"));
+    void aKilledProgramsServerIsTakenOverByTheNext()
+    {
+        Program program(dir(), "wired-headset-at-start");
+        const Adb adb(program, dir());
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        program.kill();
+        QVERIFY(adb.serverRuns());
+        QVERIFY(adb.call({"forward", "--list"}).contains("tcp:9943"));
 
-    QVERIFY(program.start());
-    QVERIFY(program.waitForOutput("[x] headset connected", 2));
-    QVERIFY(program.log().contains("use started adb"));
-    QCOMPARE(program.close(), 0);
-    // It was there before, so it stays; what was set up is taken back.
-    QCOMPARE(adb.processes().size(), 1);
-    QCOMPARE(adb.call({"forward", "--list"}), QString("\n"));
-    QCOMPARE(adb.call({"reverse", "--list"}), QString("\n"));
-}
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected", 2));
+        QVERIFY(program.log().contains("use started adb"));
+        QCOMPARE(program.close(), 0);
+        // It was there before, so it stays; what was set up is taken back.
+        QCOMPARE(adb.processes().size(), 1);
+        QCOMPARE(adb.call({"forward", "--list"}), QString("\n"));
+        QCOMPARE(adb.call({"reverse", "--list"}), QString("\n"));
+    }
+};
 
 KOLM_TEST_MAIN(TestWired)
 #include "tst_wired.moc"
