@@ -79,122 +79,117 @@ class ProgramWinTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
+    void initTestCase()
+    {
+        QVERIFY(installAll());
+        QVERIFY(QDir().mkpath(QStringLiteral(RESULT)));
+    }
 
-    void aHeadsetConnectsAndEverythingIsLeftInOrder();
-    void aSecondStartOnlyShowsANotice();
-    void aKilledCopyLeavesNoLock();
+    void cleanup()
+    {
+        const bool failed = QTest::currentTestFailed();
+        const QStringList running = allProcesses();
+        for (const QString &name : steamVrProcesses)
+            end(name);
+        end("streaming-server-sim.exe");
+        end("steam.exe");
+        TestCase::cleanup();
+        if (failed)
+            qInfo().noquote() << "The program's log:\n" + log() + "The streaming server:\n" +
+                                     content(serverLog()) + "Processes: " + running.join(' ');
+    }
+
+    void aHeadsetConnectsAndEverythingIsLeftInOrder()
+    {
+        QVERIFY(layOutFiles(true));
+        QVERIFY(dataFolder().contains(QString::fromUtf8("用 户")));
+        QVERIFY(!runs("steam.exe"));
+        Copy program;
+        QVERIFY(program.start());
+
+        QVERIFY(waitUntil([] { return runs("steam.exe"); }));
+        QVERIFY(waitUntil([] { return runs("vrmonitor.exe"); }));
+        QVERIFY(waitUntil([] { return content(serverLog()).contains("# D3SIM00001 connected"); }));
+        QCOMPARE(cellBytes(), QByteArray("\x01\0\0\0\x01\0\0\0", 8));
+        // The registration was there for SteamVR's start only.
+        QVERIFY(waitUntil(
+            [] { return log().contains("[steam] vrserver.exe detected, clearing VR config"); }));
+        QVERIFY(log().contains("Successfully set external_drivers to:"));
+        QVERIFY(json(openVrPaths()).value("external_drivers").toArray().isEmpty());
+        // The program knows of the connection, and so does its window.
+        QVERIFY(waitUntil([] { return content(serverLog()).contains(";true;100"); }));
+        QVERIFY(
+            waitUntil([&] { return program.window() && program.window()->size() == mainWindow; }));
+        QImage picture;
+        QVERIFY(waitUntil([&] {
+            picture = pictureOf(*program.window());
+            return coloursIn(picture) > 50;
+        }));
+        QVERIFY(picture.save(QStringLiteral(RESULT "/window.png")));
+        stayConnected();
+
+        program.askToClose();
+        const std::optional<int> code = program.waitForEnd();
+        QVERIFY(code);
+        QCOMPARE(*code, 0);
+        for (const QString &name : steamVrProcesses)
+            QVERIFY2(!runs(name), qPrintable(name));
+        QVERIFY(!runs("streaming-server-sim.exe"));
+        QVERIFY(runs("steam.exe"));
+        QVERIFY(!runs("vrstartup.exe"));
+
+        const QJsonObject set = json(dataFolder() + "/set.json");
+        QCOMPARE(set.value("wiredOrWireless").toInt(), 2);
+        QCOMPARE(set.value("lastSn").toString(), QString("D3SIM00001"));
+        QFile::remove(QStringLiteral(RESULT "/log.txt"));
+        QFile kept(QStringLiteral(RESULT "/log.txt"));
+        QVERIFY(kept.open(QIODevice::WriteOnly));
+        kept.write(log().toUtf8());
+        QVERIFY(keepResult(serverLog(), "server.log"));
+        QVERIFY(keepResult(dataFolder() + "/set.json", "set.json"));
+        QVERIFY(keepResult(dataFolder() + "/setting.inf", "setting.inf"));
+        QVERIFY(keepResult(programFolder() + "/session.json", "session.json"));
+        QVERIFY(keepResult(openVrPaths(), "openvrpaths.vrpath"));
+    }
+
+    void aSecondStartOnlyShowsANotice()
+    {
+        QVERIFY(layOutFiles(false));
+        Copy first;
+        QVERIFY(first.start());
+        QVERIFY(waitUntil([&] { return first.window() && first.window()->size() == mainWindow; }));
+
+        Copy second;
+        QVERIFY(second.start());
+        QVERIFY(waitUntil([&] { return second.window() && second.window()->size() == notice; }));
+        QVERIFY(second.isRunning());
+        const std::optional<int> code = second.waitForEnd();
+        QVERIFY(code);
+        QCOMPARE(*code, 0);
+        QVERIFY(second.lifeTime() >= 4000);
+        QVERIFY(first.isRunning());
+
+        first.askToClose();
+        QVERIFY(first.waitForEnd());
+    }
+
+    void aKilledCopyLeavesNoLock()
+    {
+        QVERIFY(layOutFiles(false));
+        Copy killed;
+        QVERIFY(killed.start());
+        QVERIFY(
+            waitUntil([&] { return killed.window() && killed.window()->size() == mainWindow; }));
+        killed.kill();
+
+        Copy next;
+        QVERIFY(next.start());
+        QVERIFY(waitUntil([&] { return next.window().has_value(); }));
+        QCOMPARE(next.window()->size(), mainWindow);
+        next.askToClose();
+        QVERIFY(next.waitForEnd());
+    }
 };
-
-void ProgramWinTest::initTestCase()
-{
-    QVERIFY(installAll());
-    QVERIFY(QDir().mkpath(QStringLiteral(RESULT)));
-}
-
-void ProgramWinTest::cleanup()
-{
-    const bool failed = QTest::currentTestFailed();
-    const QStringList running = allProcesses();
-    for (const QString &name : steamVrProcesses)
-        end(name);
-    end("streaming-server-sim.exe");
-    end("steam.exe");
-    TestCase::cleanup();
-    if (failed)
-        qInfo().noquote() << "The program's log:\n" + log() + "The streaming server:\n" +
-                                 content(serverLog()) + "Processes: " + running.join(' ');
-}
-
-void ProgramWinTest::aHeadsetConnectsAndEverythingIsLeftInOrder()
-{
-    QVERIFY(layOutFiles(true));
-    QVERIFY(dataFolder().contains(QString::fromUtf8("用 户")));
-    QVERIFY(!runs("steam.exe"));
-    Copy program;
-    QVERIFY(program.start());
-
-    QVERIFY(waitUntil([] { return runs("steam.exe"); }));
-    QVERIFY(waitUntil([] { return runs("vrmonitor.exe"); }));
-    QVERIFY(waitUntil([] { return content(serverLog()).contains("# D3SIM00001 connected"); }));
-    QCOMPARE(cellBytes(), QByteArray("\x01\0\0\0\x01\0\0\0", 8));
-    // The registration was there for SteamVR's start only.
-    QVERIFY(waitUntil(
-        [] { return log().contains("[steam] vrserver.exe detected, clearing VR config"); }));
-    QVERIFY(log().contains("Successfully set external_drivers to:"));
-    QVERIFY(json(openVrPaths()).value("external_drivers").toArray().isEmpty());
-    // The program knows of the connection, and so does its window.
-    QVERIFY(waitUntil([] { return content(serverLog()).contains(";true;100"); }));
-    QVERIFY(waitUntil([&] { return program.window() && program.window()->size() == mainWindow; }));
-    QImage picture;
-    QVERIFY(waitUntil([&] {
-        picture = pictureOf(*program.window());
-        return coloursIn(picture) > 50;
-    }));
-    QVERIFY(picture.save(QStringLiteral(RESULT "/window.png")));
-    stayConnected();
-
-    program.askToClose();
-    const std::optional<int> code = program.waitForEnd();
-    QVERIFY(code);
-    QCOMPARE(*code, 0);
-    for (const QString &name : steamVrProcesses)
-        QVERIFY2(!runs(name), qPrintable(name));
-    QVERIFY(!runs("streaming-server-sim.exe"));
-    QVERIFY(runs("steam.exe"));
-    QVERIFY(!runs("vrstartup.exe"));
-
-    const QJsonObject set = json(dataFolder() + "/set.json");
-    QCOMPARE(set.value("wiredOrWireless").toInt(), 2);
-    QCOMPARE(set.value("lastSn").toString(), QString("D3SIM00001"));
-    QFile::remove(QStringLiteral(RESULT "/log.txt"));
-    QFile kept(QStringLiteral(RESULT "/log.txt"));
-    QVERIFY(kept.open(QIODevice::WriteOnly));
-    kept.write(log().toUtf8());
-    QVERIFY(keepResult(serverLog(), "server.log"));
-    QVERIFY(keepResult(dataFolder() + "/set.json", "set.json"));
-    QVERIFY(keepResult(dataFolder() + "/setting.inf", "setting.inf"));
-    QVERIFY(keepResult(programFolder() + "/session.json", "session.json"));
-    QVERIFY(keepResult(openVrPaths(), "openvrpaths.vrpath"));
-}
-
-void ProgramWinTest::aSecondStartOnlyShowsANotice()
-{
-    QVERIFY(layOutFiles(false));
-    Copy first;
-    QVERIFY(first.start());
-    QVERIFY(waitUntil([&] { return first.window() && first.window()->size() == mainWindow; }));
-
-    Copy second;
-    QVERIFY(second.start());
-    QVERIFY(waitUntil([&] { return second.window() && second.window()->size() == notice; }));
-    QVERIFY(second.isRunning());
-    const std::optional<int> code = second.waitForEnd();
-    QVERIFY(code);
-    QCOMPARE(*code, 0);
-    QVERIFY(second.lifeTime() >= 4000);
-    QVERIFY(first.isRunning());
-
-    first.askToClose();
-    QVERIFY(first.waitForEnd());
-}
-
-void ProgramWinTest::aKilledCopyLeavesNoLock()
-{
-    QVERIFY(layOutFiles(false));
-    Copy killed;
-    QVERIFY(killed.start());
-    QVERIFY(waitUntil([&] { return killed.window() && killed.window()->size() == mainWindow; }));
-    killed.kill();
-
-    Copy next;
-    QVERIFY(next.start());
-    QVERIFY(waitUntil([&] { return next.window().has_value(); }));
-    QCOMPARE(next.window()->size(), mainWindow);
-    next.askToClose();
-    QVERIFY(next.waitForEnd());
-}
 
 KOLM_GUI_TEST_MAIN(ProgramWinTest)
 #include "tst_program_win.moc"

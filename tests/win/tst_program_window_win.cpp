@@ -95,15 +95,135 @@ class ProgramWindowWinTest : public TestCase
 
 private slots:
     void initTestCase() { QVERIFY(installAll()); }
-    void cleanup();
 
-    void titleRowDragsExceptOnButtons();
-    void maximisingSnapsBack();
-    void minimisesAndComesBack();
-    void firstRunGoesOnWithTheChosenLink();
-    void dialogIsOpenedByMouseAndClosedByKey();
-    void closeRequestOfADialogLeavesTheProgram();
-    void closeButtonEndsTheProgram();
+    void cleanup()
+    {
+        for (const char *name :
+             {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe", "vrwebhelper.exe",
+              "vrdashboard.exe", "streaming-server-sim.exe", "steam.exe"})
+            end(QString::fromLatin1(name));
+        // No page has complained.
+        const QString said = log();
+        TestCase::cleanup();
+        QVERIFY2(!said.contains("qrc:/"), qPrintable(said));
+    }
+
+    void titleRowDragsExceptOnButtons()
+    {
+        Copy program;
+        const HWND window = start(&program, false);
+        QVERIFY(window);
+        // The program learns of the mouse's new place a moment later.
+        const auto answers = [&](const QPoint &place, LRESULT code) {
+            return waitUntil([&] { return hitTest(window, place) == code; });
+        };
+        QVERIFY(answers(bareTitle, HTCAPTION));
+        QVERIFY(answers(minimiseButton, HTCLIENT));
+        QVERIFY(answers(logo, HTCAPTION));
+        QVERIFY(answers(closeButton, HTCLIENT));
+        QVERIFY(answers(bareTitle, HTCAPTION));
+        QVERIFY(answers(QPoint(600, 400), HTCLIENT));
+        QVERIFY(answers(bareTitle, HTCAPTION));
+        QVERIFY(answers(QPoint(0, 400), HTCLIENT));
+    }
+
+    void maximisingSnapsBack()
+    {
+        Copy program;
+        const HWND window = start(&program, false);
+        QVERIFY(window);
+        SetWindowPos(window, nullptr, 0, 0, 1600, 1000, SWP_NOZORDER);
+        QVERIFY(waitUntil([&] {
+            RECT rect = {};
+            GetWindowRect(window, &rect);
+            return QSize(rect.right - rect.left, rect.bottom - rect.top) == mainSize;
+        }));
+    }
+
+    void minimisesAndComesBack()
+    {
+        Copy program;
+        const HWND window = start(&program, false);
+        QVERIFY(window);
+        click(window, minimiseButton);
+        QVERIFY(waitUntil([&] { return IsIconic(window) != FALSE; }));
+        QVERIFY(GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX);
+        PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+        QVERIFY(waitUntil([&] { return windowOf(program.pid(), mainSize) && !IsIconic(window); }));
+    }
+
+    void firstRunGoesOnWithTheChosenLink()
+    {
+        Copy program;
+        const HWND window = start(&program, false);
+        QVERIFY(window);
+        QVERIFY(!runs("steam.exe"));
+        // The page may need a moment until it takes clicks.
+        QVERIFY(waitUntil([&] {
+            click(window, wirelessMode);
+            return log().contains("setWiredOrWireless start: false");
+        }));
+        QVERIFY(waitUntil([] { return runs("steam.exe"); }));
+        PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
+        QVERIFY(program.waitForEnd());
+    }
+
+    void dialogIsOpenedByMouseAndClosedByKey()
+    {
+        Copy program;
+        const HWND window = start(&program, true);
+        QVERIFY(window);
+        click(window, settingsButton);
+        QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
+        const HWND dialog = windowOf(program.pid(), settingsSize);
+        QCOMPARE(GetWindow(dialog, GW_OWNER), window);
+        QVERIFY(!(GetWindowLongW(dialog, GWL_STYLE) & WS_MINIMIZEBOX));
+        // In the middle of the main window.
+        const POINT corner = onScreen(dialog, QPoint(0, 0));
+        const POINT expected = onScreen(window, QPoint(680 - 380, 440 - 312));
+        QCOMPARE(QPoint(corner.x, corner.y), QPoint(expected.x, expected.y));
+        click(dialog, QPoint(40, 590)); // where nothing is
+        QVERIFY(waitUntil([&] {
+            press(VK_ESCAPE);
+            return windowOf(program.pid(), settingsSize) == nullptr;
+        }));
+        QVERIFY(program.isRunning());
+        PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
+        QVERIFY(program.waitForEnd());
+    }
+
+    void closeRequestOfADialogLeavesTheProgram()
+    {
+        Copy program;
+        const HWND window = start(&program, true);
+        QVERIFY(window);
+        click(window, settingsButton);
+        QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
+        PostMessageW(windowOf(program.pid(), settingsSize), WM_SYSCOMMAND, SC_CLOSE, 0);
+        QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) == nullptr; }));
+        QVERIFY(program.isRunning());
+        QVERIFY(IsWindowVisible(window));
+
+        // As Alt+F4 on the window itself: everything is left in order.
+        PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+        const std::optional<int> code = program.waitForEnd();
+        QVERIFY(code);
+        QCOMPARE(*code, 0);
+    }
+
+    void closeButtonEndsTheProgram()
+    {
+        Copy program;
+        const HWND window = start(&program, false);
+        QVERIFY(window);
+        QVERIFY(waitUntil([&] {
+            click(window, closeButton);
+            return !program.isRunning();
+        }));
+        const std::optional<int> code = program.waitForEnd();
+        QVERIFY(code);
+        QCOMPARE(*code, 0);
+    }
 
 private:
     // A program whose main window is on the screen.
@@ -115,134 +235,6 @@ private:
         return windowOf(copy->pid(), mainSize);
     }
 };
-
-void ProgramWindowWinTest::cleanup()
-{
-    for (const char *name : {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe", "vrwebhelper.exe",
-                             "vrdashboard.exe", "streaming-server-sim.exe", "steam.exe"})
-        end(QString::fromLatin1(name));
-    // No page has complained.
-    const QString said = log();
-    TestCase::cleanup();
-    QVERIFY2(!said.contains("qrc:/"), qPrintable(said));
-}
-
-void ProgramWindowWinTest::titleRowDragsExceptOnButtons()
-{
-    Copy program;
-    const HWND window = start(&program, false);
-    QVERIFY(window);
-    // The program learns of the mouse's new place a moment later.
-    const auto answers = [&](const QPoint &place, LRESULT code) {
-        return waitUntil([&] { return hitTest(window, place) == code; });
-    };
-    QVERIFY(answers(bareTitle, HTCAPTION));
-    QVERIFY(answers(minimiseButton, HTCLIENT));
-    QVERIFY(answers(logo, HTCAPTION));
-    QVERIFY(answers(closeButton, HTCLIENT));
-    QVERIFY(answers(bareTitle, HTCAPTION));
-    QVERIFY(answers(QPoint(600, 400), HTCLIENT));
-    QVERIFY(answers(bareTitle, HTCAPTION));
-    QVERIFY(answers(QPoint(0, 400), HTCLIENT));
-}
-
-void ProgramWindowWinTest::maximisingSnapsBack()
-{
-    Copy program;
-    const HWND window = start(&program, false);
-    QVERIFY(window);
-    SetWindowPos(window, nullptr, 0, 0, 1600, 1000, SWP_NOZORDER);
-    QVERIFY(waitUntil([&] {
-        RECT rect = {};
-        GetWindowRect(window, &rect);
-        return QSize(rect.right - rect.left, rect.bottom - rect.top) == mainSize;
-    }));
-}
-
-void ProgramWindowWinTest::minimisesAndComesBack()
-{
-    Copy program;
-    const HWND window = start(&program, false);
-    QVERIFY(window);
-    click(window, minimiseButton);
-    QVERIFY(waitUntil([&] { return IsIconic(window) != FALSE; }));
-    QVERIFY(GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX);
-    PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
-    QVERIFY(waitUntil([&] { return windowOf(program.pid(), mainSize) && !IsIconic(window); }));
-}
-
-void ProgramWindowWinTest::firstRunGoesOnWithTheChosenLink()
-{
-    Copy program;
-    const HWND window = start(&program, false);
-    QVERIFY(window);
-    QVERIFY(!runs("steam.exe"));
-    // The page may need a moment until it takes clicks.
-    QVERIFY(waitUntil([&] {
-        click(window, wirelessMode);
-        return log().contains("setWiredOrWireless start: false");
-    }));
-    QVERIFY(waitUntil([] { return runs("steam.exe"); }));
-    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
-    QVERIFY(program.waitForEnd());
-}
-
-void ProgramWindowWinTest::dialogIsOpenedByMouseAndClosedByKey()
-{
-    Copy program;
-    const HWND window = start(&program, true);
-    QVERIFY(window);
-    click(window, settingsButton);
-    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
-    const HWND dialog = windowOf(program.pid(), settingsSize);
-    QCOMPARE(GetWindow(dialog, GW_OWNER), window);
-    QVERIFY(!(GetWindowLongW(dialog, GWL_STYLE) & WS_MINIMIZEBOX));
-    // In the middle of the main window.
-    const POINT corner = onScreen(dialog, QPoint(0, 0));
-    const POINT expected = onScreen(window, QPoint(680 - 380, 440 - 312));
-    QCOMPARE(QPoint(corner.x, corner.y), QPoint(expected.x, expected.y));
-    click(dialog, QPoint(40, 590)); // where nothing is
-    QVERIFY(waitUntil([&] {
-        press(VK_ESCAPE);
-        return windowOf(program.pid(), settingsSize) == nullptr;
-    }));
-    QVERIFY(program.isRunning());
-    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
-    QVERIFY(program.waitForEnd());
-}
-
-void ProgramWindowWinTest::closeRequestOfADialogLeavesTheProgram()
-{
-    Copy program;
-    const HWND window = start(&program, true);
-    QVERIFY(window);
-    click(window, settingsButton);
-    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
-    PostMessageW(windowOf(program.pid(), settingsSize), WM_SYSCOMMAND, SC_CLOSE, 0);
-    QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) == nullptr; }));
-    QVERIFY(program.isRunning());
-    QVERIFY(IsWindowVisible(window));
-
-    // As Alt+F4 on the window itself: everything is left in order.
-    PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
-    const std::optional<int> code = program.waitForEnd();
-    QVERIFY(code);
-    QCOMPARE(*code, 0);
-}
-
-void ProgramWindowWinTest::closeButtonEndsTheProgram()
-{
-    Copy program;
-    const HWND window = start(&program, false);
-    QVERIFY(window);
-    QVERIFY(waitUntil([&] {
-        click(window, closeButton);
-        return !program.isRunning();
-    }));
-    const std::optional<int> code = program.waitForEnd();
-    QVERIFY(code);
-    QCOMPARE(*code, 0);
-}
 
 KOLM_GUI_TEST_MAIN(ProgramWindowWinTest)
 #include "tst_program_window_win.moc"
