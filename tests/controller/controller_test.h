@@ -19,10 +19,7 @@ protected:
         const QJsonObject settings{{"wiredOrWireless", static_cast<int>(kind)}, {"lastSn", "D3A"}};
         writeFile("set.json", QJsonDocument(settings).toJson());
     }
-    QJsonObject storedSettings() const
-    {
-        return QJsonDocument::fromJson(readFile("set.json")).object();
-    }
+    QJsonObject storedSettings() const { return readJson("set.json"); }
     QJsonObject storedSettings(const QString &model) const
     {
         return storedSettings().value(model).toObject();

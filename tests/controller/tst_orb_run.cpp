@@ -146,7 +146,7 @@ private slots:
         QVERIFY(f.pc.journal.lines().first().contains("vrstartup.exe -shutdown"));
         QVERIFY(!f.pc.processes.isRunning("vrserver.exe"));
         QVERIFY(f.clock.slept() - slept >= 1000 + 2500);
-        const QJsonObject set = QJsonDocument::fromJson(readFile("set.json")).object();
+        const QJsonObject set = readJson("set.json");
         QCOMPARE(set.value("lastSn").toString(), QString("D2NEW"));
         QCOMPARE(set.value("wiredOrWireless").toInt(), 2);
         const QByteArray session = readFile("session.json");

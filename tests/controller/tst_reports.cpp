@@ -2,7 +2,6 @@
 #include "tests/support/test_case.h"
 
 #include <QDir>
-#include <QJsonDocument>
 
 namespace {
 
@@ -18,10 +17,7 @@ class TestReports : public TestCase
 {
     Q_OBJECT
 
-    QJsonObject feedback() const
-    {
-        return QJsonDocument::fromJson(readFile("feedback.json")).object();
-    }
+    QJsonObject feedback() const { return readJson("feedback.json"); }
 
 private slots:
     void theStartIsReportedLastOfAllThatItDoes()

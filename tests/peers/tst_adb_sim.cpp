@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTcpSocket>
@@ -136,7 +135,7 @@ private slots:
     {
         const QStringList arguments = {"--version", QString::fromUtf8("中 文 & \"é\""), "a\\b", ""};
         call(arguments);
-        const QJsonObject recorded = QJsonDocument::fromJson(readFile("calls")).object();
+        const QJsonObject recorded = readJson("calls");
         QCOMPARE(recorded.value("arguments").toArray(), QJsonArray::fromStringList(arguments));
         QCOMPARE(recorded.value("folder").toString(), QDir::currentPath());
         QCOMPARE(recorded.value("program").toString(), QString(ADB_SIM));

@@ -2,8 +2,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 
 #include <pwd.h>
@@ -26,10 +24,9 @@ private slots:
         const Result result = layOut("one-headset");
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.code, 0);
-        QCOMPARE(QJsonDocument::fromJson(readFile(data + "set.json")).object()["lastSn"].toString(),
-                 QString("D3SIM00001"));
+        QCOMPARE(readJson(data + "set.json")["lastSn"].toString(), QString("D3SIM00001"));
         QCOMPARE(readFile(data + "setting.inf"), QByteArray("D3SIM00001;D2OLD00007"));
-        QVERIFY(QJsonDocument::fromJson(readFile(openVr)).object().contains("runtime"));
+        QVERIFY(readJson(openVr).contains("runtime"));
         QVERIFY(readFile("w/session.json").contains("16045690984503098046"));
         QCOMPARE(QDir(dir()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList({QString::fromUtf8("h ö"), "w"}));

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
 #include <QTemporaryDir>
 
 #include <mutex>
@@ -91,6 +92,11 @@ QByteArray TestCase::readFile(const QString &name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QJsonObject TestCase::readJson(const QString &name) const
+{
+    return QJsonDocument::fromJson(readFile(name)).object();
 }
 
 void TestCase::init()

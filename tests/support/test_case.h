@@ -1,6 +1,7 @@
 // The base of every test class.
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 #include <QTest>
@@ -37,6 +38,8 @@ protected:
     QString path(const QString &name) const;
     void writeFile(const QString &name, const QByteArray &content) const;
     QByteArray readFile(const QString &name) const;
+    // The object in a file; empty when there is none.
+    QJsonObject readJson(const QString &name) const;
 
 protected slots:
     // Around each test function. A class with its own calls these in it.
