@@ -1,6 +1,7 @@
 #include "config/config_manager.h"
 #include "config/openvr_paths.h"
 #include "tests/base/denied_access.h"
+#include "tests/support/json.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -12,15 +13,6 @@
 namespace {
 
 const QString kDriver = QStringLiteral("C:/Program Files/驱动 é/driver");
-
-QJsonObject object(const QByteArray &json)
-{
-    QJsonParseError error;
-    const QJsonObject result = QJsonDocument::fromJson(json, &error).object();
-    if (error.error != QJsonParseError::NoError)
-        qFatal("test data is no JSON: %s", json.constData());
-    return result;
-}
 
 } // namespace
 
@@ -152,7 +144,7 @@ private slots:
 
         QTEST(reported, "reported");
         QCOMPARE(QJsonObject({{"runtime", paths()["runtime"]}}),
-                 object("{\"runtime\":" + written + "}"));
+                 jsonObject("{\"runtime\":" + written + "}"));
         QVERIFY(paths().contains("runtime"));
     }
 
@@ -354,7 +346,7 @@ private:
         QVERIFY(QDir(dir()).mkpath("AppData/Local/openvr"));
         writeFile(kFile, text);
     }
-    QJsonObject paths() const { return QJsonDocument::fromJson(readFile(kFile)).object(); }
+    QJsonObject paths() const { return readJson(kFile); }
     QString file() const { return path(kFile); }
 
     const QString kFile = QStringLiteral("AppData/Local/openvr/openvrpaths.vrpath");
