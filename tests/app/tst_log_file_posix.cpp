@@ -1,5 +1,6 @@
 #include "app/log_file.h"
 #include "base/manual_clock.h"
+#include "tests/app/log_lines.h"
 #include "tests/support/test_case.h"
 
 #include <QCoreApplication>
@@ -15,14 +16,6 @@
 #include <unistd.h>
 
 namespace {
-
-const QMessageLogContext noContext;
-const QByteArray dayFile = "2024-05-17.txt";
-
-QDateTime localTime(const QString &text)
-{
-    return QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz"));
-}
 
 // Sends one of the process's output streams to a file while it lives.
 class Redirection
