@@ -1,26 +1,14 @@
-#include "cloud/http_manager.h"
-
-#include "base/file_io.h"
-#include "base/manual_clock.h"
-#include "tests/cloud/cloud_peer.h"
-#include "tests/support/test_case.h"
+#include "tests/cloud/events_fixture.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QNetworkReply>
 #include <QSet>
-#include <QTcpServer>
-#include <QTimer>
 
 #include <atomic>
 #include <thread>
 #include <vector>
 
 namespace {
-
-constexpr int tick = 600000;        // ms
-constexpr int flushLimit = 5000;    // ms
-constexpr int answerLimit = 300000; // ms
 
 QJsonArray batchOf(const Received &request)
 {
@@ -36,91 +24,14 @@ QStringList idsOf(const Received &request)
     return ids;
 }
 
-// A record as it stands in a batch.
-QByteArray recordText(const QByteArray &id, const QByteArray &extra, qint64 time)
-{
-    return "{\"defaultData\":{\"cpu\":\"c & é 中\",\"ram\":\" 16 GB RAM\"},\"eventId\":\"" + id +
-           "\",\"extraData\":" + extra + ",\"timestamp\":" + QByteArray::number(time) + "}";
-}
-
 } // namespace
 
-class TestHttpManager : public TestCase
+// The batches of usage events.
+class TestHttpManager : public EventsFixture
 {
     Q_OBJECT
 
-    std::unique_ptr<CloudPeer> cloud_;
-    std::unique_ptr<ManualClock> clock_;
-    std::unique_ptr<HttpManager> manager_;
-
-    void use(const QString &baseAddress, cloud::PeerCheck check = cloud::PeerCheck::Off)
-    {
-        manager_ = std::make_unique<HttpManager>(HttpManager::Dependencies{
-            *clock_,
-            [] {
-                return QJsonObject{{"cpu", "c & é 中"}, {"ram", " 16 GB RAM"}};
-            },
-            baseAddress, check});
-    }
-    void use(const QJsonObject &answers)
-    {
-        cloud_->begin(answers);
-        use(cloud_->base());
-    }
-    void useNamed(const QString &answers)
-    {
-        cloud_->begin(answers);
-        use(cloud_->base());
-    }
-    // An event of this moment with the identifier "id", as it is sent.
-    QString eventNow() const
-    {
-        return QString::fromUtf8(recordText("id", "{}", clock_->now().toMSecsSinceEpoch()));
-    }
-    bool isBusy() const { return !manager_->findChildren<QNetworkReply *>().isEmpty(); }
-
-    // Whether an answer is still waited for.
-    bool isWaiting() const
-    {
-        const auto replies = manager_->findChildren<QNetworkReply *>();
-        return std::any_of(replies.begin(), replies.end(),
-                           [](const QNetworkReply *reply) { return reply->isRunning(); });
-    }
-
-    // Runs `action` in the event loop as soon as `condition` holds.
-    void when(std::function<bool()> condition, std::function<void()> action)
-    {
-        auto *const timer = new QTimer(manager_.get());
-        connect(timer, &QTimer::timeout, timer, [timer, condition, action] {
-            if (!condition())
-                return;
-            timer->deleteLater();
-            timer->stop();
-            action();
-        });
-        timer->start(1);
-    }
-
 private slots:
-    void initTestCase()
-    {
-        cloud_ = std::make_unique<CloudPeer>();
-        QVERIFY(cloud_->isUp());
-    }
-    void cleanupTestCase() { cloud_.reset(); }
-
-    void init()
-    {
-        TestCase::init();
-        clock_ = std::make_unique<ManualClock>();
-    }
-    void cleanup()
-    {
-        manager_.reset();
-        clock_.reset();
-        TestCase::cleanup();
-    }
-
     void twoEventsBeforeATickArriveTogetherOldestFirst()
     {
         useNamed("normal");
@@ -185,6 +96,7 @@ private slots:
         QTest::newRow("status 500") << "error-500";
         QTest::newRow("broken off") << "cut";
     }
+
     void whatIsNotJsonIsLoggedAndTheBatchIsGone()
     {
         QFETCH(QString, answers);
@@ -204,6 +116,7 @@ private slots:
         QTest::newRow("pieces") << "pieces";
         QTest::newRow("no length") << "no-length";
     }
+
     void anAnswerMayComeInPieces()
     {
         QFETCH(QString, answers);
@@ -229,87 +142,6 @@ private slots:
         QCOMPARE(requests.size(), 2);
         QCOMPARE(idsOf(requests[0]), QStringList("first"));
         QCOMPARE(idsOf(requests[1]), QStringList("second"));
-    }
-
-    void aFlushOfNothingReturnsAtOnce()
-    {
-        useNamed("normal");
-        bool looped = false;
-        QMetaObject::invokeMethod(
-            this, [&] { looped = true; }, Qt::QueuedConnection);
-        manager_->sendEvents(false);
-        QVERIFY(!looped);
-        QVERIFY(!isBusy());
-        QCoreApplication::processEvents();
-        QVERIFY(looped);
-        QCOMPARE(cloud_->receivedCount(), 0);
-    }
-
-    void aFlushReturnsWhenTheAnswerHasBeenHandled()
-    {
-        useNamed("error-code");
-        manager_->addEvent("id", {});
-        announce("report error: {\"errCode\":1,\"errMsg\":\"no\"}:[" + eventNow() + "]");
-        manager_->sendEvents(false);
-        QCOMPARE(cloud_->receivedCount(), 1);
-        QCOMPARE(logged().size(), 1);
-    }
-
-    void aFlushGivesUpOnAServerThatDoesNotAnswer()
-    {
-        useNamed("silent");
-        manager_->addEvent("id", {});
-        announce("error evnetid: [" + eventNow() + "] json parse fail");
-        bool wasWaiting = false;
-        when([this] { return cloud_->receivedCount() == 1; },
-             [&] {
-                 clock_->advance(flushLimit - 1);
-                 wasWaiting = isWaiting();
-                 clock_->advance(1);
-             });
-        manager_->sendEvents(false);
-        QVERIFY(wasWaiting);
-        QVERIFY(!isWaiting());
-        QCOMPARE(logged().size(), 1);
-        QCOMPARE(clock_->slept(), 0);
-    }
-
-    void aFlushGivesUpOnAServerThatOnlyAccepts()
-    {
-        QTcpServer server;
-        QVERIFY(server.listen(QHostAddress::LocalHost));
-        use(QStringLiteral("https://127.0.0.1:%1").arg(server.serverPort()));
-        manager_->addEvent("id", {});
-        announce("error evnetid: [" + eventNow() + "] json parse fail");
-        when([&] { return server.hasPendingConnections(); },
-             [this] { clock_->advance(flushLimit); });
-        manager_->sendEvents(false);
-        QVERIFY(!isWaiting());
-    }
-
-    void aFlushToNobodyReturns()
-    {
-        quint16 port = 0;
-        {
-            QTcpServer server;
-            QVERIFY(server.listen(QHostAddress::LocalHost));
-            port = server.serverPort();
-        }
-        use(QStringLiteral("https://127.0.0.1:%1").arg(port));
-        manager_->addEvent("id", {});
-        announce("error evnetid: [" + eventNow() + "] json parse fail");
-        manager_->sendEvents(false);
-        QVERIFY(!isWaiting());
-    }
-
-    void aFlushEndsWithTheProgram()
-    {
-        useNamed("silent");
-        manager_->addEvent("id", {});
-        announce("error evnetid: [" + eventNow() + "] json parse fail");
-        when([this] { return cloud_->receivedCount() == 1; }, [] { QCoreApplication::quit(); });
-        manager_->sendEvents(false);
-        QVERIFY(!isWaiting());
     }
 
     void aReplyThatNeverComesMakesRoomInTheEnd()
@@ -351,84 +183,6 @@ private slots:
         manager_->abortRequests();
         QVERIFY(!isBusy());
         QVERIFY(logged().isEmpty());
-    }
-
-    void anUploadLooksLikeThisOnTheWire()
-    {
-        useNamed("normal");
-        const QByteArray content =
-            QByteArray("{\"content\":\"\xe5\xa5\xbd\"}\r\n--x") + QByteArray(2, '\0');
-        writeFile("feedback.json", content);
-        manager_->uploadFile(path("feedback.json"), "2024-05-17 14:03:07_D3_中 & é\"");
-        QTRY_VERIFY(!isBusy());
-        QCOMPARE(cloud_->receivedCount(), 1);
-        const Received request = cloud_->received().first();
-        QCOMPARE(request.method, QByteArray("POST"));
-        QCOMPARE(request.target, QByteArray("/vrmcsys/fileserver/Stiosko/upload"));
-        const QByteArray type = request.headers.value("Content-Type");
-        const QByteArray start = "multipart/form-data; boundary=\"";
-        QVERIFY2(type.startsWith(start) && type.endsWith('"'), type);
-        const QByteArray boundary = type.mid(start.size()).chopped(1);
-        QVERIFY(!boundary.isEmpty());
-        QCOMPARE(request.headers.value("Content-Length"), QByteArray::number(request.body.size()));
-        QCOMPARE(request.body,
-                 "--" + boundary +
-                     "\r\nContent-Disposition: form-data;name=\"file\";filename=\".json\""
-                     "\r\nContent-Type: multipart/form-data;\r\n\r\n" +
-                     content + "\r\n--" + boundary +
-                     "\r\nContent-Disposition: form-data;name=\"fileName\"\r\n\r\n"
-                     "2024-05-17 14:03:07_D3_中 & é\"\r\n--" +
-                     boundary + "--\r\n");
-        QVERIFY(logged().isEmpty());
-    }
-
-    void theAnswerToAnUploadIsOnlyLogged_data()
-    {
-        QTest::addColumn<QString>("answers");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("refused") << "error-code"
-                                 << "no:{address}";
-        QTest::newRow("HTML") << "html"
-                              << "{address} json parse fail";
-        QTest::newRow("cut") << "cut"
-                             << "{address} json parse fail";
-    }
-    void theAnswerToAnUploadIsOnlyLogged()
-    {
-        QFETCH(QString, answers);
-        QFETCH(QString, line);
-        useNamed(answers);
-        writeFile("feedback.json", "{}");
-        manager_->uploadFile("feedback.json", "name");
-        QTRY_VERIFY(!isBusy());
-        const QString address = cloud_->base() + "/vrmcsys/fileserver/Stiosko/upload";
-        QCOMPARE(logged(), QStringList(line.replace("{address}", address)));
-    }
-
-    void aFileThatCannotBeReadIsNotUploaded()
-    {
-        useNamed("normal");
-        manager_->uploadFile("missing.json", "name");
-        QVERIFY(!isBusy());
-        QCOMPARE(logged().size(), 1);
-        QVERIFY(logged().first().startsWith("missing.json cannot be uploaded: "));
-    }
-
-    void aFileIsSentAsItWasAndMayBeReplacedMeanwhile()
-    {
-        useNamed("silent");
-        for (const char *content : {"first", "second"}) {
-            QCOMPARE(replaceFile("feedback.json", content), WriteResult::Ok);
-            manager_->uploadFile("feedback.json", "name");
-        }
-        writeFile("feedback.json", "overwritten");
-        QTRY_COMPARE(cloud_->receivedCount(), 2);
-        QVERIFY(isWaiting());
-        // They have a connection each, and either may be the faster.
-        const QList<Received> requests = cloud_->received();
-        const bool inOrder = requests[0].body.contains("\r\n\r\nfirst\r\n");
-        QVERIFY(requests[inOrder ? 0 : 1].body.contains("\r\n\r\nfirst\r\n"));
-        QVERIFY(requests[inOrder ? 1 : 0].body.contains("\r\n\r\nsecond\r\n"));
     }
 
     void eventsMayComeFromEveryThread()
