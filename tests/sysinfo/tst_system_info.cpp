@@ -1,12 +1,9 @@
 #include "base/manual_clock.h"
-#include "pc/processes.h"
 #include "simpc/sim_pc.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 
-#include <QFile>
 #include <QJsonObject>
-#include <QProcess>
 
 #include <thread>
 
@@ -16,6 +13,7 @@ const QString localMachine = QStringLiteral("HKEY_LOCAL_MACHINE\\");
 
 } // namespace
 
+// What is said of the PC, and what it needs.
 class TestSystemInfo : public TestCase
 {
     Q_OBJECT
@@ -77,6 +75,7 @@ private slots:
         QTest::newRow("integrated") << 0x8086U << QStringList{"Card"};
         QTest::newRow("software") << 0x1414U << QStringList{};
     }
+
     void onlyOneAdapterIsNamedWhereThereIsOne()
     {
         QFETCH(quint32, vendor);
@@ -115,6 +114,7 @@ private slots:
         QTest::newRow("exactly 16 GiB") << 16 * gib << "17 GB RAM";
         QTest::newRow("nothing known") << quint64(0) << "1 GB RAM";
     }
+
     void memoryIsRoundedUpByOne()
     {
         QFETCH(quint64, bytes);
@@ -152,236 +152,6 @@ private slots:
         QCOMPARE(info.toJson().value("deciveSN").toString(), QString("100"));
     }
 
-    void publicWinsOverPrivate_data()
-    {
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("category");
-        QTest::newRow("private") << "NetworkCategory  : Private\r\n"
-                                 << "Private";
-        QTest::newRow("public") << "NetworkCategory  : Public\r\n"
-                                << "Public";
-        QTest::newRow("both") << "NetworkCategory  : Private\r\nNetworkCategory  : Public\r\n"
-                              << "Public";
-        QTest::newRow("neither") << "NetworkCategory  : DomainAuthenticated\r\n"
-                                 << "";
-        QTest::newRow("other letter case") << "public private"
-                                           << "";
-        QTest::newRow("nothing") << ""
-                                 << "";
-    }
-    void publicWinsOverPrivate()
-    {
-        QFETCH(QString, output);
-        QFETCH(QString, category);
-        QCOMPARE(SystemInfo::networkCategoryOf(output), category);
-    }
-
-    void theNetworkIsPrivateUntilTheQueryHasAnswered()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.network.set({"Public"});
-        SystemInfo info;
-        QCOMPARE(info.networkCategory(), QString("Private"));
-        QTRY_COMPARE(info.networkCategory(), QString("Public"));
-        QCOMPARE(loggedCount("powershellcmd res:NetworkCategory  : Public\n"), 1);
-    }
-
-    void aQueryThatSaysNothingOfUseClearsTheCategory()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.network.set({"DomainAuthenticated"});
-        SystemInfo info;
-        QTRY_COMPARE(info.networkCategory(), QString());
-    }
-
-    void withoutTheQuerysProgramTheNetworkStaysPrivate()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.networkQuery.set(SimNetworkQuery::Missing);
-        SystemInfo info;
-        auto *query = info.findChild<QProcess *>();
-        QVERIFY(query);
-        QTRY_COMPARE(query->error(), QProcess::FailedToStart);
-        QCOMPARE(info.networkCategory(), QString("Private"));
-        QVERIFY(logged().isEmpty());
-    }
-
-    void aQueryThatHangsHoldsNothingUp()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.networkQuery.set(SimNetworkQuery::Hangs);
-        qint64 pid = 0;
-        {
-            SystemInfo info;
-            auto *query = info.findChild<QProcess *>();
-            QVERIFY(query);
-            // The probe did not even wait for it to start.
-            QTRY_COMPARE(query->state(), QProcess::Running);
-            pid = query->processId();
-            QCOMPARE(info.networkCategory(), QString("Private"));
-            QVERIFY(QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
-        }
-        // It ends with the program, which does not wait for it.
-        QVERIFY(!QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
-        QVERIFY(logged().isEmpty());
-    }
-
-    void theFirstWaveOutDeviceDecides_data()
-    {
-        QTest::addColumn<QVector<int>>("channels");
-        QTest::addColumn<bool>("supported");
-        QTest::newRow("stereo") << QVector<int>{2} << true;
-        QTest::newRow("none") << QVector<int>{} << false;
-        QTest::newRow("mono first, stereo second") << QVector<int>{1, 2} << false;
-        QTest::newRow("5.1 first, stereo second") << QVector<int>{6, 2} << false;
-        QTest::newRow("stereo first, 5.1 second") << QVector<int>{2, 6} << true;
-    }
-    void theFirstWaveOutDeviceDecides()
-    {
-        QFETCH(QVector<int>, channels);
-        QFETCH(bool, supported);
-        ManualClock clock;
-        SimPc pc(clock);
-        answers::WaveOuts devices;
-        for (int count : channels)
-            devices.push_back({count, "Speakers"});
-        pc.facts.waveOuts.set(devices);
-        SystemInfo info;
-        QCOMPARE(info.isAudioOutputSupported(), supported);
-    }
-
-    void stereoOnceIsStereoForGood()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.waveOuts.set({{6, "Cinema"}});
-        SystemInfo info;
-        QVERIFY(!info.isAudioOutputSupported());
-        pc.facts.waveOuts.set({{2, "Headphones"}});
-        QVERIFY(info.isAudioOutputSupported());
-        QCOMPARE(loggedCount("audio supoort :6Cinema"), 1);
-        QCOMPARE(loggedCount("audio supoort :2Headphones"), 1);
-        pc.facts.waveOuts.set({});
-        QVERIFY(info.isAudioOutputSupported());
-    }
-
-    void theVirtualCableIsKnownByItsExactName_data()
-    {
-        QTest::addColumn<QStringList>("devices");
-        QTest::addColumn<bool>("present");
-        const QString cable = "CABLE Output (VB-Audio Virtual Cable)";
-        QTest::newRow("there") << QStringList{"Microphone", cable} << true;
-        QTest::newRow("no device") << QStringList{} << false;
-        QTest::newRow("a second cable only")
-            << QStringList{"CABLE Output (2- VB-Audio Virtual Cable)"} << false;
-        QTest::newRow("other letter case") << QStringList{cable.toLower()} << false;
-        QTest::newRow("behind a name that cannot be read")
-            << QStringList{QString(QChar::ReplacementCharacter) + "x", QString(), cable} << true;
-    }
-    void theVirtualCableIsKnownByItsExactName()
-    {
-        QFETCH(QStringList, devices);
-        QFETCH(bool, present);
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.recordingDevices.set(devices);
-        QCOMPARE(SystemInfo::hasVirtualCable(), present);
-    }
-
-    void devicesOfOneNameAreLoggedOnce()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.facts.recordingDevices.set({"Microphone", "Microphone", "Line In"});
-        QVERIFY(!SystemInfo::hasVirtualCable());
-        QCOMPARE(logged(), QStringList{"(\"Microphone\", \"Line In\")"});
-    }
-
-    void theCablesInstallerIsStartedWithRightsAndNotWaitedFor_data()
-    {
-        QTest::addColumn<bool>("starts");
-        QTest::addColumn<uint>("error");
-        QTest::addColumn<QString>("result");
-        QTest::newRow("started") << true << 0U << "42";
-        QTest::newRow("refused by the user") << false << 5U << "5";
-        QTest::newRow("missing") << false << 2U << "2";
-    }
-    void theCablesInstallerIsStartedWithRightsAndNotWaitedFor()
-    {
-        QFETCH(bool, starts);
-        QFETCH(uint, error);
-        QFETCH(QString, result);
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.launches.on("VBCABLE_Setup_x64.exe", [&](const SimLaunch &request) {
-            [&] { QVERIFY(request.elevated && !request.hidden && request.parameters.isEmpty()); }();
-            return SimLaunchResult{starts, error, true, -1};
-        });
-        SystemInfo::installVirtualCable("C:/星程 KOLM");
-        QCOMPARE(pc.journal.lines(),
-                 QStringList{"launch C:/星程 KOLM/installaudio/VBCABLE_Setup_x64.exe "
-                             "(elevated) in C:/星程 KOLM"});
-        QCOMPARE(logged(), QStringList({"C:/星程 KOLM", "install audio res: " + result}));
-        QCOMPARE(clock.slept(), qint64(0));
-    }
-
-    void processesAreFoundByTheirExactName()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.processes.start("adb.exe", "C:/one/adb.exe");
-        pc.processes.start("adb.exe", "C:/two/adb.exe");
-        QVERIFY(SystemInfo::isProcessRunning("adb.exe"));
-        QVERIFY(!SystemInfo::isProcessRunning("ADB.exe"));
-        QVERIFY(!SystemInfo::isProcessRunning("adb"));
-        QCOMPARE(SystemInfo::processPath("adb.exe"), QString("C:/one/adb.exe"));
-        QCOMPARE(SystemInfo::processPath("other.exe"), QString());
-    }
-
-    void namesThatAreNotPlainAreFoundWhereTheUsersEncodingIsUtf8()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.processes.start("串流.exe", "C:/串流.exe");
-        QCOMPARE(SystemInfo::isProcessRunning("串流.exe"),
-                 QString("串流").toLocal8Bit() == QString("串流").toUtf8());
-        QVERIFY(!SystemInfo::isProcessRunning(""));
-    }
-
-    void aProcessIsAskedForItsPathByItsNumber()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.processes.start("adb.exe", "C:/one/adb.exe");
-        const quint32 pid = pc.processes.start("adb.exe", "C:/two/adb.exe");
-        QCOMPARE(SystemInfo::modulePathOf(pid), QString("C:/two/adb.exe"));
-        QCOMPARE(SystemInfo::modulePathOf(pid + 1), QString());
-        pc.processes.end(pid);
-        QCOMPARE(SystemInfo::modulePathOf(pid), QString());
-    }
-
-    void killingTakesEveryProcessOfTheNameAndNoOther()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.processes.start("adb.exe");
-        pc.processes.start("Adb.exe");
-        pc.processes.start("steam.exe");
-        pc.processes.start("adb.exe");
-        SystemInfo::killProcesses({"ADB.EXE", "adb", ""});
-        QCOMPARE(pc.processes.list().size(), size_t(4));
-        SystemInfo::killProcesses({"other.exe", "adb.exe"});
-        QStringList left;
-        for (const processes::Entry &process : pc.processes.list())
-            left.append(process.name);
-        QCOMPARE(left, QStringList({"Adb.exe", "steam.exe"}));
-        QCOMPARE(pc.journal.lines(), QStringList({"terminate adb.exe", "terminate adb.exe"}));
-    }
-
     void aSystemThatCannotBeAskedNeedsNoUpdate()
     {
         ManualClock clock;
@@ -399,6 +169,7 @@ private slots:
         QTest::newRow("old") << quint64(0x001f'0000'000f'0e9d) << true; // 31.0.15.3741
         QTest::newRow("new") << quint64(0x001f'0000'000f'1438) << false;
     }
+
     void thePcsOwnDriversDecide()
     {
         QFETCH(quint64, version);
@@ -406,50 +177,6 @@ private slots:
         SimPc pc(clock);
         pc.facts.displayDevices.set({{{false, {}}, {true, {{"NVIDIA", version}}}}});
         QTEST(SystemInfo::needGpuDriverUpdate(), "needed");
-    }
-
-    void thePcIsAskedForItsPorts()
-    {
-        ManualClock clock;
-        SimPc pc(clock);
-        const quint32 node = pc.processes.start("node.exe");
-        const quint32 vrserver = pc.processes.start("vrserver.exe");
-        pc.processes.start("node.exe");
-        pc.ports.open(vrserver, 9943);
-        pc.ports.open(node, 50000);
-        pc.ports.open(node, 80);
-        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
-                 QStringList({"node.exe", "vrserver.exe"}));
-        pc.processes.end(node);
-        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}),
-                 QStringList{"vrserver.exe"});
-        QCOMPARE(SystemInfo::processesUsingPorts({80}), QStringList());
-    }
-
-    void aTableThatCannotBeReadIsLoggedAndNamesNobody_data()
-    {
-        QTest::addColumn<int>("failure");
-        QTest::addColumn<quint32>("error");
-        QTest::addColumn<QString>("log");
-        QTest::newRow("no memory")
-            << int(tcp_table::Table::NoMemory) << 0U << "Error allocating memory\n";
-        QTest::newRow("no answer")
-            << int(tcp_table::Table::NotAnswered) << 122U << "\tGetTcpTable2 failed with 122\n";
-    }
-    void aTableThatCannotBeReadIsLoggedAndNamesNobody()
-    {
-        QFETCH(int, failure);
-        QFETCH(QString, log);
-        answers::TcpTable table;
-        table.failure = static_cast<tcp_table::Table::Failure>(failure);
-        QFETCH(quint32, error);
-        table.error = error;
-        ManualClock clock;
-        SimPc pc(clock);
-        pc.ports.open(pc.processes.start("node.exe"), 9943);
-        pc.facts.tcpTable.set(table);
-        QCOMPARE(SystemInfo::processesUsingPorts({9943, 9944, 50001, 50000}), QStringList());
-        QCOMPARE(logged(), QStringList{log});
     }
 
     void theRequirementTextsStandAsTheTranslationsKnowThem()
