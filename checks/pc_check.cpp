@@ -60,7 +60,7 @@ QString compact(const QJsonArray &array)
 
 } // namespace
 
-void PcCheck::look()
+void PcCheck::compare()
 {
     const QString gpus = system_.gpuNames().join(QLatin1Char('/'));
     const QString directX = SystemInfo::requiredDirectX();

@@ -14,9 +14,9 @@ public:
     explicit PcCheck(const SystemInfo &system) : system_(system) {}
 
     // Compares the PC with what is needed: fills the two lists below.
-    void look();
+    void compare();
     // The three columns (this PC, minimum, recommended) and the short summary
-    // of processor and graphics card, as compact JSON; "[]" before look().
+    // of processor and graphics card, as compact JSON; "[]" before compare().
     QString systemInfo() const { return systemInfo_; }
     QString simplySystemInfo() const { return simplySystemInfo_; }
 

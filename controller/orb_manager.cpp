@@ -183,7 +183,7 @@ void ORBManager::startRun(const SettingsChoice &choice, LinkKind link)
 
 void ORBManager::checkSystem()
 {
-    pc_->look();
+    pc_->compare();
     emit systemInfoChange();
     pc_->rememberNames();
     emit pcHardwareChange();

@@ -15,12 +15,12 @@ Poll::Poll(const Dependencies &dependencies, QObject *parent) : QObject(parent),
 
 void Poll::run(LinkKind kind)
 {
-    look(kind);
+    takeSteps(kind);
     deps_.tracker.update();
     deps_.checks.judge();
 }
 
-void Poll::look(LinkKind kind)
+void Poll::takeSteps(LinkKind kind)
 {
     Facts &facts = deps_.checks.facts();
     facts.forgetPoll();

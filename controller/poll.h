@@ -42,7 +42,7 @@ signals:
     void publicNetwork();
 
 private:
-    void look(LinkKind kind);
+    void takeSteps(LinkKind kind);
 
     Dependencies deps_;
     PowerTip powerTip_;

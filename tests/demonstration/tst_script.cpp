@@ -9,7 +9,7 @@
 
 namespace {
 
-struct Deed
+struct Verb
 {
     const char *line;
     const char *deed; // nothing is done at the screen if empty
@@ -17,7 +17,7 @@ struct Deed
 };
 
 // On a screen with two items called `close`.
-const std::vector<Deed> deeds = {
+const std::vector<Verb> verbs = {
     {"click close", "click close 1", "ok"},
     {"click close 2", "click close 2", "ok"},
     {"click   close   2", "click close 2", "ok"},
@@ -34,7 +34,7 @@ const std::vector<Deed> deeds = {
     {"frames", "frames", "frames 12"},
 };
 
-// These are no deeds.
+// These are no verbs.
 const QStringList otherVerbs = {"wait", "until", "close"};
 
 struct Case
@@ -88,7 +88,7 @@ private slots:
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("deed");
         QTest::addColumn<QString>("answer");
-        for (const Deed &row : deeds)
+        for (const Verb &row : verbs)
             QTest::newRow(row.line) << row.line << row.deed << row.answer;
     }
 
@@ -276,7 +276,7 @@ private slots:
     void everyRowIsTried()
     {
         QSet<QString> tried(otherVerbs.begin(), otherVerbs.end());
-        for (const Deed &row : deeds)
+        for (const Verb &row : verbs)
             tried.insert(QString(row.line).section(' ', 0, 0));
         QSet<QString> known;
         for (const script::Verb &verb : script::verbs())
