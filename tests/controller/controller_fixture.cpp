@@ -3,14 +3,9 @@
 #include "link/command_protocol.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QJsonDocument>
 #include <QMetaMethod>
 
 namespace {
-
-const QString vrPathFolder = QStringLiteral("/AppData/Local/openvr");
 
 SteamOptions withHome(SteamOptions options, const QString &dir)
 {
@@ -112,9 +107,7 @@ bool ServerInProcess::hasReported(bool wired) const
 }
 
 PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const Describe &describe)
-    : dir(dirName),
-      pc((QDir().mkpath(dirName + vrPathFolder),
-          writeVrPath(R"({"runtime":["C:\\SteamVR"],"external_drivers":null})"), clock)),
+    : dir(dirName), pc((vr_path_file::writeWithoutDrivers(dirName), clock)),
       config(dirName, [] { return SystemInfo::hasVirtualCable(); }),
       steam((installSteam(pc, withHome(options, dirName)), describe ? describe(pc) : void(),
              SteamManager::Dependencies{
@@ -124,21 +117,6 @@ PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const 
 }
 
 PcFixture::~PcFixture() = default;
-
-void PcFixture::writeVrPath(const QByteArray &json)
-{
-    QFile file(dir + vrPathFolder + "/openvrpaths.vrpath");
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size())
-        qFatal("the OpenVR paths file cannot be written");
-}
-
-QJsonObject PcFixture::vrPath() const
-{
-    QFile file(dir + vrPathFolder + "/openvrpaths.vrpath");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object();
-}
 
 void PcFixture::runPool()
 {

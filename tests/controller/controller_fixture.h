@@ -13,6 +13,7 @@
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
 #include "tests/simpc/steam_options.h"
+#include "tests/support/vr_path_file.h"
 #include "usb/adb_manger.h"
 
 #include <QUrl>
@@ -68,8 +69,7 @@ struct PcFixture
                        const Describe &describe = {});
     ~PcFixture();
 
-    void writeVrPath(const QByteArray &json);
-    QJsonObject vrPath() const;
+    QJsonObject vrPath() const { return vr_path_file::read(dir); }
     // Runs what was handed to the pool.
     void runPool();
     // Lets time pass in steps of a second: pool work and posted calls get

@@ -11,13 +11,6 @@ namespace {
 const HeadsetList one{{"D3A", "10.0.0.7", false}};
 const HeadsetList two{{"D3A", "10.0.0.7", false}, {"D3B", "10.0.0.8", false}};
 
-SteamOptions steamRunning()
-{
-    SteamOptions options;
-    options.steamRunning = true;
-    return options;
-}
-
 // A controller with a stored link, whose states are written down as they come.
 struct Tracked : ControllerFixture
 {

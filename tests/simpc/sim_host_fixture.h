@@ -6,13 +6,10 @@
 #include "tests/link/semaphore.h"
 #include "tests/peers/control_link_ends.h"
 #include "tests/support/test_case.h"
+#include "tests/support/vr_path_file.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <mutex>
 #include <thread>
@@ -78,9 +75,7 @@ protected:
     }
     void registerDriver(const QString &folder = QCoreApplication::applicationDirPath()) const
     {
-        QVERIFY(QDir(dir()).mkpath("AppData/Local/openvr"));
-        const QJsonObject paths{{"external_drivers", QJsonArray{folder}}};
-        writeFile("AppData/Local/openvr/openvrpaths.vrpath", QJsonDocument(paths).toJson());
+        vr_path_file::writeDrivers(dir(), {folder});
     }
     // The server may have connected before its start was noted.
     static pid_t runningServer(const SimHost &host)

@@ -4,12 +4,8 @@
 #include "base/manual_clock.h"
 #include "simpc/sim_pc.h"
 #include "simpc/steam_world.h"
+#include "tests/support/vr_path_file.h"
 
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTest>
 
 inline const QString steamProgram = QStringLiteral("C:\\Program Files (x86)\\Steam\\steam.exe");
@@ -45,17 +41,9 @@ struct SteamWorldFixture
     }
     void registerDrivers(const QStringList &folders)
     {
-        const QJsonObject paths{{"external_drivers", QJsonArray::fromStringList(folders)}};
-        writePaths(QJsonDocument(paths).toJson());
+        vr_path_file::writeDrivers(options.homeDir, folders);
     }
-    void writePaths(const QByteArray &text)
-    {
-        const QString folder = options.homeDir + "/AppData/Local/openvr";
-        QVERIFY(QDir().mkpath(folder));
-        QFile file(folder + "/openvrpaths.vrpath");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
+    void writePaths(const QByteArray &text) { vr_path_file::write(options.homeDir, text); }
     SimLaunchResult openUrl(const QString &which = url)
     {
         return pc.launches.start({"explorer", which, false});

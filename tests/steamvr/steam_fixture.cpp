@@ -1,21 +1,9 @@
 #include "tests/steamvr/steam_fixture.h"
 
-#include <QDir>
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-namespace {
-
-const QString vrPathFolder = QStringLiteral("/AppData/Local/openvr");
-
-} // namespace
-
 SteamFixture::SteamFixture(const QString &dir)
     : home(dir + "/home"), pc(clock), config(dir, [] { return false; })
 {
-    QDir().mkpath(home + vrPathFolder);
-    writeVrPath(R"({"runtime":["C:\\SteamVR"],"external_drivers":null})");
+    vr_path_file::writeWithoutDrivers(home);
 }
 
 SteamFixture::~SteamFixture() = default;
@@ -57,19 +45,4 @@ void SteamFixture::steamRuns()
     pc.processes.start("steam.exe");
     for (int i = 0; i < 4; ++i)
         steam().hasLaunchSteam();
-}
-
-void SteamFixture::writeVrPath(const QByteArray &json)
-{
-    QFile file(home + vrPathFolder + "/openvrpaths.vrpath");
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size())
-        qFatal("the OpenVR paths file cannot be written");
-}
-
-QJsonObject SteamFixture::vrPath() const
-{
-    QFile file(home + vrPathFolder + "/openvrpaths.vrpath");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object();
 }

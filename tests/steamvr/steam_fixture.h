@@ -5,6 +5,7 @@
 #include "config/config_manager.h"
 #include "simpc/sim_pc.h"
 #include "steamvr/steam_manager.h"
+#include "tests/support/vr_path_file.h"
 
 #include <QString>
 
@@ -31,8 +32,8 @@ struct SteamFixture
     // Makes hasLaunchSteam() true from now on.
     void steamRuns();
 
-    void writeVrPath(const QByteArray &json);
-    QJsonObject vrPath() const;
+    void writeVrPath(const QByteArray &json) { vr_path_file::write(home, json); }
+    QJsonObject vrPath() const { return vr_path_file::read(home); }
 
     QString home;
     ManualClock clock;
