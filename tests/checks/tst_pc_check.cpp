@@ -1,10 +1,8 @@
 #include "checks/pc_check.h"
 
-#include "base/manual_clock.h"
-#include "simpc/scenario.h"
 #include "simpc/scenario_files.h"
-#include "simpc/sim_pc.h"
 #include "sysinfo/system_info.h"
+#include "tests/simpc/scenario_text.h"
 #include "tests/support/test_case.h"
 
 #include <QFile>
@@ -13,7 +11,7 @@
 
 namespace {
 
-QJsonArray parsed(const QString &json)
+QJsonArray columnsOf(const QString &json)
 {
     return QJsonDocument::fromJson(json.toUtf8()).array();
 }
@@ -23,20 +21,20 @@ QString valueIn(const QJsonArray &columns, int column, int row)
     return columns[column].toArray()[1].toArray()[row].toArray()[1].toString();
 }
 
-// A PC of a scenario, with its rules in the working folder.
-struct ScenarioPc
+// With its files in the working folder, the rules among them.
+Scenario laidOut(const QString &name, const QString &dir)
 {
-    ScenarioPc(const QString &name, const QString &dir)
-    {
-        QString error;
-        const Scenario scenario = scenario::load(name, &error);
-        if (!error.isEmpty() || !scenario::layOutFiles(scenario.files, dir, dir, &error))
-            qFatal("%s", qPrintable(error));
-        scenario::build(scenario, pc);
-    }
+    QString error;
+    const Scenario scenario = scenario::load(name, &error);
+    if (!error.isEmpty() || !scenario::layOutFiles(scenario.files, dir, dir, &error))
+        qFatal("%s", qPrintable(error));
+    return scenario;
+}
 
-    ManualClock clock;
-    SimPc pc{clock};
+// A PC of a scenario that there is.
+struct LaidOutPc : ScenarioPc
+{
+    LaidOutPc(const QString &name, const QString &dir) : ScenarioPc(laidOut(name, dir)) {}
 };
 
 } // namespace
@@ -60,7 +58,7 @@ private slots:
 
     void theListsCompareThePcWithWhatIsNeeded()
     {
-        const ScenarioPc pc("laptop-with-two-adapters", dir());
+        const LaidOutPc pc("laptop-with-two-adapters", dir());
         const SystemInfo system;
         PcCheck check(system);
         check.compare();
@@ -98,7 +96,7 @@ private slots:
     void theCardThatDrawsGamesIsTheOneJudged()
     {
         QFETCH(QString, scenario);
-        const ScenarioPc pc(scenario, dir());
+        const LaidOutPc pc(scenario, dir());
         const SystemInfo system;
         PcCheck check(system);
         check.rememberNames();
@@ -146,13 +144,13 @@ private slots:
         QFETCH(QString, complaint);
         QFETCH(QString, shownGpu);
         QFETCH(QString, shownRam);
-        const ScenarioPc pc(scenario, dir());
+        const LaidOutPc pc(scenario, dir());
         const SystemInfo system;
         PcCheck check(system);
         check.compare();
         check.rememberNames();
-        QCOMPARE(valueIn(parsed(check.systemInfo()), 0, 3), shownGpu);
-        QCOMPARE(valueIn(parsed(check.systemInfo()), 0, 2), shownRam);
+        QCOMPARE(valueIn(columnsOf(check.systemInfo()), 0, 3), shownGpu);
+        QCOMPARE(valueIn(columnsOf(check.systemInfo()), 0, 2), shownRam);
         if (!complaint.isEmpty())
             announce(complaint);
         const PcCheck::Verdict verdict = check.judge();
@@ -176,7 +174,7 @@ private slots:
     {
         QFETCH(QString, version);
         QFETCH(bool, enough);
-        ScenarioPc pc("one-headset", dir());
+        LaidOutPc pc("one-headset", dir());
         pc.pc.facts.osVersion.set(version);
         const SystemInfo system;
         PcCheck check(system);
@@ -208,7 +206,7 @@ private slots:
     {
         QFETCH(QByteArray, rules);
         QFETCH(bool, enough);
-        const ScenarioPc pc("one-headset", dir());
+        const LaidOutPc pc("one-headset", dir());
         const SystemInfo system;
         PcCheck check(system);
         check.rememberNames();
@@ -231,7 +229,7 @@ private slots:
 
     void withoutANameNoFragmentMatches()
     {
-        const ScenarioPc pc("one-headset", dir());
+        const LaidOutPc pc("one-headset", dir());
         const SystemInfo system;
         const PcCheck check(system);
         announce("cpu or gpu not match");
@@ -285,7 +283,7 @@ private slots:
 
     void takenPortsBlockUntilTheirProgramsEnd()
     {
-        ScenarioPc pc("ports-taken", dir());
+        LaidOutPc pc("ports-taken", dir());
         QCOMPARE(PcCheck::portBlockers(), QStringList({"node.exe", "nginx.exe"}));
         pc.clock.advance(60000);
         QCOMPARE(PcCheck::portBlockers(), QStringList());
@@ -293,13 +291,13 @@ private slots:
 
     void portsTakenByOurHelpersBlockNothing()
     {
-        const ScenarioPc pc("ports-taken-by-helpers", dir());
+        const LaidOutPc pc("ports-taken-by-helpers", dir());
         QCOMPARE(PcCheck::portBlockers(), QStringList());
     }
 
     void soundIsSupportedWhereTheFirstDeviceIsStereo()
     {
-        ScenarioPc pc("surround-speakers", dir());
+        LaidOutPc pc("surround-speakers", dir());
         SystemInfo system;
         QVERIFY(!system.isAudioOutputSupported());
         pc.clock.advance(60000);
@@ -319,7 +317,7 @@ private slots:
     void thePcsOfTheScenariosSoundAsTheySay()
     {
         QFETCH(QString, scenario);
-        const ScenarioPc pc(scenario, dir());
+        const LaidOutPc pc(scenario, dir());
         SystemInfo system;
         QTEST(system.isAudioOutputSupported(), "audio");
         QTEST(SystemInfo::hasVirtualCable(), "cable");
