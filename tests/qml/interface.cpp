@@ -119,6 +119,16 @@ QString Interface::dialogFile() const
     return source.toString().section('/', -1);
 }
 
+QStringList Interface::dialogTexts() const
+{
+    return texts(dialog()->contentItem());
+}
+
+void Interface::press(Qt::Key key)
+{
+    QTest::keyClick(dialog(), key);
+}
+
 QQuickItem *Interface::inDialog(const QString &objectName) const
 {
     if (!dialog())

@@ -71,6 +71,9 @@ public:
     // The dialog that is open, null if none is, and the file it was asked for as.
     FramelessQuickWindow *dialog() const;
     QString dialogFile() const;
+    // What the open dialog shows, and a key for it.
+    QStringList dialogTexts() const;
+    void press(Qt::Key key);
     // A named item that the open dialog shows; null if there is none.
     QQuickItem *inDialog(const QString &objectName) const;
     // The choice of this value among those of a named setting in the open dialog.

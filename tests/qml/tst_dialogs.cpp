@@ -10,12 +10,6 @@ class TestDialogs : public TestCase
 {
     Q_OBJECT
 
-    static QStringList texts(Interface &pages)
-    {
-        return Interface::texts(pages.dialog()->contentItem());
-    }
-    static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
-
 private slots:
     void initTestCase() { registerInterface(); }
 
@@ -29,7 +23,7 @@ private slots:
         QVERIFY(!dialog->needShadow());
         QVERIFY(dialog->titleBar());
         QVERIFY(!dialog->title().isEmpty());
-        QCOMPARE(texts(pages).first(), dialog->title());
+        QCOMPARE(pages.dialogTexts().first(), dialog->title());
         QVERIFY(dialog->width() <= pages.window()->width());
         QVERIFY(dialog->height() <= pages.window()->height());
         // On the grid, so that nothing is blurred at 125 %.
@@ -60,7 +54,7 @@ private slots:
         Interface pages;
         showDialog(pages, state);
         if (way == "Escape") {
-            press(pages, Qt::Key_Escape);
+            pages.press(Qt::Key_Escape);
         } else if (way == "icon") {
             pages.click(pages.inDialog("close"));
         } else if (way == "cancel") {
@@ -102,7 +96,7 @@ private slots:
         Interface pages;
         showDialog(pages, state);
         if (byKey)
-            press(pages, Qt::Key_Return);
+            pages.press(Qt::Key_Return);
         else
             pages.click(pages.inDialog("confirm"));
         QVERIFY(!pages.dialog());
@@ -116,7 +110,7 @@ private slots:
         showDialog(pages, "confirm wired");
         bool shown = true;
         pages.orb.onCall = [&](const QString &) { shown = pages.dialog() != nullptr; };
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Return);
         QVERIFY(!shown);
     }
 
@@ -124,7 +118,7 @@ private slots:
     {
         Interface pages;
         showDialog(pages, "system");
-        const QStringList shown = texts(pages);
+        const QStringList shown = pages.dialogTexts();
         QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
         QCOMPARE(shown.mid(1, 7),
                  (QStringList{zh("当前配置"), zh("最低配置"), zh("推荐配置"), zh("操作系统："),
@@ -179,8 +173,8 @@ private slots:
         Interface pages;
         showDialog(pages, "wait");
         QVERIFY(!pages.inDialog("close"));
-        press(pages, Qt::Key_Escape);
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Escape);
+        pages.press(Qt::Key_Return);
         QVERIFY(pages.dialog());
     }
 
@@ -199,7 +193,7 @@ private slots:
             file = pages.dialogFile();
             QVERIFY(pages.dialog());
             pages.settle();
-            QVERIFY(texts(pages).contains(zh("正在退出")));
+            QVERIFY(pages.dialogTexts().contains(zh("正在退出")));
             QVERIFY(
                 !pages.dialog()->findChild<QObject *>("limitTimer")->property("running").toBool());
         };

@@ -8,12 +8,6 @@ class TestNotices : public TestCase
 {
     Q_OBJECT
 
-    static QStringList texts(Interface &pages)
-    {
-        return Interface::texts(pages.dialog()->contentItem());
-    }
-    static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
-
 private slots:
     void initTestCase() { registerInterface(); }
 
@@ -67,8 +61,8 @@ private slots:
         pages.click(pages.inDialog("confirm"));
         pages.settle();
         QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
-        QVERIFY(texts(pages).contains("python.exe"));
-        QVERIFY(!texts(pages).contains("nginx.exe"));
+        QVERIFY(pages.dialogTexts().contains("python.exe"));
+        QVERIFY(!pages.dialogTexts().contains("nginx.exe"));
         QVERIFY(!pages.inDialog("free"));
     }
 
@@ -76,12 +70,12 @@ private slots:
     {
         Interface pages;
         showDialog(pages, "ports");
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Return);
         pages.settle();
         QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
         QVERIFY(pages.inDialog("free"));
         QVERIFY(!pages.inDialog("programs"));
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Return);
         QVERIFY(!pages.dialog());
         QCOMPARE(pages.orb.calls, QStringList("checkPortUsage"));
     }

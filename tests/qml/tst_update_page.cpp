@@ -10,12 +10,6 @@ class TestUpdatePage : public TestCase
 {
     Q_OBJECT
 
-    static QStringList texts(Interface &pages)
-    {
-        return Interface::texts(pages.dialog()->contentItem());
-    }
-    static void press(Interface &pages, Qt::Key key) { QTest::keyClick(pages.dialog(), key); }
-
 private slots:
     void initTestCase() { registerInterface(); }
 
@@ -34,13 +28,13 @@ private slots:
         Interface pages;
         pages.update.setupSucceeds = false;
         showDialog(pages, "update");
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Return);
         QCOMPARE(pages.orb.calls, QStringList("setup"));
         QCOMPARE(pages.text("toastContent"), zh("安装失败请重试！"));
         QVERIFY(pages.window()->isVisible());
-        QVERIFY(texts(pages).contains(zh("安装未能开始")));
+        QVERIFY(pages.dialogTexts().contains(zh("安装未能开始")));
 
-        press(pages, Qt::Key_Return);
+        pages.press(Qt::Key_Return);
         QCOMPARE(pages.orb.calls, (QStringList{"setup", "setup"}));
     }
 
@@ -57,7 +51,7 @@ private slots:
         showDialog(pages, "update");
         QVERIFY(!pages.inDialog("leave"));
         if (byKey)
-            press(pages, Qt::Key_Escape);
+            pages.press(Qt::Key_Escape);
         else
             pages.click(pages.inDialog("cancel"));
         QVERIFY(!pages.dialog());
@@ -71,7 +65,7 @@ private slots:
         showDialog(pages, "update, forced");
         QVERIFY(!pages.inDialog("cancel"));
         QVERIFY(!pages.inDialog("close"));
-        press(pages, Qt::Key_Escape);
+        pages.press(Qt::Key_Escape);
         QVERIFY(pages.dialog());
         QCOMPARE(pages.orb.calls, QStringList());
     }
@@ -116,10 +110,10 @@ private slots:
         QVERIFY(!pages.inDialog("progress"));
         emit pages.update.processStatus(0.37F);
         pages.settle();
-        QVERIFY(texts(pages).contains(zh("正在下载：37%")));
+        QVERIFY(pages.dialogTexts().contains(zh("正在下载：37%")));
         emit pages.update.processStatus(-512); // the size is not known
         pages.settle();
-        QVERIFY(texts(pages).contains(zh("正在下载")));
+        QVERIFY(pages.dialogTexts().contains(zh("正在下载")));
         QVERIFY(!pages.inDialog("done"));
         emit pages.update.downExeFinish();
         QVERIFY(!pages.inDialog("progress"));
