@@ -18,14 +18,16 @@ struct Outcome
     };
     bool started = false;
     unsigned startError = 0; // the system's error number when not started
+    QString startErrorText;  // its words for it, in its language; may be empty
     Wait wait = NoHandle;
     unsigned waitError = 0;               // the system's error number for WaitFailed
     std::chrono::milliseconds elapsed{0}; // from the call until it returned
 };
 
 // Opens `program` with `parameters`, its window hidden, and waits until it has
-// ended, `limit` at most; a program that runs on is left running.
-// Blocks the calling thread; any thread.
+// ended, `limit` at most; a program that runs on is left running. What goes
+// wrong is returned, not shown to the user. Blocks the calling thread, which
+// handles no message or event meanwhile; any thread.
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
                           std::chrono::milliseconds limit);
 

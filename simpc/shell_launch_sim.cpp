@@ -6,6 +6,25 @@
 
 namespace shell_launch {
 
+namespace {
+
+// As an English Windows says it.
+QString textOf(unsigned error)
+{
+    switch (error) {
+    case 2:
+        return QStringLiteral("The system cannot find the file specified.");
+    case 3:
+        return QStringLiteral("The system cannot find the path specified.");
+    case 193:
+        return QStringLiteral("%1 is not a valid Win32 application.");
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
                           std::chrono::milliseconds limit)
 {
@@ -15,6 +34,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters,
     Outcome outcome;
     outcome.started = result.started;
     outcome.startError = result.error;
+    outcome.startErrorText = textOf(result.error);
     if (result.started && result.hasHandle) {
         const bool ends = result.endsAfter >= 0 && result.endsAfter <= limit.count();
         pc.timeline.clock().sleep(ends ? std::chrono::milliseconds(result.endsAfter) : limit);

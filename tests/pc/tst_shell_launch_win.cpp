@@ -15,13 +15,45 @@ using shell_launch::Outcome;
 
 namespace {
 
-void closeMessageBox()
+// Whether this process shows a message box; one that is there is closed.
+bool closeMessageBox()
 {
-    const HWND box = FindWindowW(L"#32770", nullptr);
-    DWORD owner = 0;
-    if (box && GetWindowThreadProcessId(box, &owner) && owner == GetCurrentProcessId())
-        PostMessageW(box, WM_CLOSE, 0, 0);
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr))) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(box, &owner);
+        if (owner == GetCurrentProcessId())
+            return PostMessageW(box, WM_CLOSE, 0, 0) != FALSE;
+    }
+    return false;
 }
+
+// Closes message boxes from its making to boxes(): a launch that waits for one
+// would wait for ever.
+class BoxWatch
+{
+public:
+    BoxWatch()
+        : watch_(std::async(std::launch::async, [this] {
+              int boxes = 0;
+              const std::future<void> over = over_.get_future();
+              while (over.wait_for(20ms) == std::future_status::timeout)
+                  boxes += closeMessageBox() ? 1 : 0;
+              return boxes;
+          }))
+    {
+    }
+    // How often there was one.
+    int boxes()
+    {
+        over_.set_value();
+        return watch_.get();
+    }
+
+private:
+    std::promise<void> over_;
+    std::future<int> watch_;
+};
 
 } // namespace
 
@@ -117,22 +149,39 @@ void ShellLaunchWinTest::startsWhatTheNarrowPathCanName()
 void ShellLaunchWinTest::saysThatItCouldNotStart_data()
 {
     QTest::addColumn<QString>("program");
-    QTest::newRow("no such file") << QStringLiteral("C:\\windows\\no such program.exe");
-    QTest::newRow("no such folder") << QStringLiteral("C:\\no such folder\\steam.exe");
+    QTest::addColumn<unsigned int>("error");
+    QTest::newRow("no such file") << QStringLiteral("C:\\windows\\no such program.exe")
+                                  << unsigned(ERROR_FILE_NOT_FOUND);
+    QTest::newRow("no such folder")
+        << QStringLiteral("C:\\no such folder\\steam.exe") << unsigned(ERROR_PATH_NOT_FOUND);
+    // In a folder that the narrow path can name.
+    QTest::newRow("no program") << QDir::toNativeSeparators(
+                                       QDir::temp().filePath(QStringLiteral("steam.exe")))
+                                << unsigned(ERROR_BAD_EXE_FORMAT);
 }
 
 void ShellLaunchWinTest::saysThatItCouldNotStart()
 {
     QFETCH(QString, program);
-    std::future<Outcome> launch = std::async(std::launch::async, [&program] {
-        return shell_launch::openHiddenAndWait(program, QString(), 1min);
-    });
-    // The shell itself tells the user first. (On Wine that makes the system forget
-    // the error's number.)
-    while (launch.wait_for(20ms) == std::future_status::timeout)
-        closeMessageBox();
-    const Outcome outcome = launch.get();
+    QFETCH(unsigned int, error);
+    QFile text(QDir::temp().filePath(QStringLiteral("steam.exe")));
+    QVERIFY(text.open(QIODevice::WriteOnly) && text.write("This is no program.\r\n") > 0);
+    text.close();
+    // A click that waits for its turn; a message box would let it have it.
+    bool clicked = false;
+    QMetaObject::invokeMethod(
+        this, [&clicked] { clicked = true; }, Qt::QueuedConnection);
+
+    BoxWatch watch;
+    const Outcome outcome = shell_launch::openHiddenAndWait(program, QString(), 1min);
+    const bool clickedMeanwhile = clicked;
+    const int boxes = watch.boxes();
+    QVERIFY(!clickedMeanwhile);
+    QCOMPARE(boxes, 0); // what there is to say, the program says itself
     QVERIFY(!outcome.started);
+    QCOMPARE(outcome.startError, error);
+    QVERIFY(!outcome.startErrorText.trimmed().isEmpty());
+    QTRY_VERIFY(clicked);
 }
 
 void ShellLaunchWinTest::startsDetachedWithItsArguments()
