@@ -57,6 +57,19 @@ const char *flag(bool value)
     return value ? "true" : "false";
 }
 
+// What went wrong with a launch, if anything; it is logged, too.
+std::optional<LaunchFailure> failureOf(const QString &program, const shell_launch::Outcome &outcome)
+{
+    if (outcome.started)
+        return std::nullopt;
+    // Some of the system's texts have a place for the name of the file.
+    QString reason = outcome.startErrorText;
+    reason.replace(QStringLiteral("%1"), program);
+    qWarning().noquote().nospace() << "[steam] " << program << " could not be started: " << reason
+                                   << " (error " << outcome.startError << ")";
+    return LaunchFailure{program, outcome.startError, reason};
+}
+
 } // namespace
 
 SteamManager::SteamManager(Dependencies dependencies) : dependencies_(std::move(dependencies))
@@ -203,7 +216,12 @@ bool SteamManager::launchSteamExe()
     using shell_launch::Outcome;
     const Outcome outcome =
         shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit);
-    if (!outcome.started) {
+    const std::optional<LaunchFailure> failure = failureOf(exe, outcome);
+    {
+        const MutexLock lock(failureMutex_);
+        steamFailure_ = failure;
+    }
+    if (failure) {
         qWarning().noquote().nospace() << "[steam] executeExA failed, error:" << outcome.startError
                                        << ", elapsed:" << outcome.elapsed.count() << "ms";
         return false;
@@ -269,6 +287,8 @@ void SteamManager::stopSteamVR()
     }
     if (anySteamVRProcess()) {
         shutdownViaVrstartup();
+        if (stopFailure())
+            emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
         while (anySteamVRProcess())
             dependencies_.clock.sleep(processCheckInterval);
         dependencies_.clock.sleep(pauseAfterStop);
@@ -284,10 +304,25 @@ bool SteamManager::shutdownViaVrstartup()
         registry::narrowText(steamVRUninstallKey, QStringLiteral("InstallLocation"));
     if (!location)
         return false;
-    return shell_launch::openHiddenAndWait(*location +
-                                               QStringLiteral("\\bin\\win64\\vrstartup.exe"),
-                                           QStringLiteral("-shutdown"), shutdownCommandLimit)
-        .started;
+    const QString program = *location + QStringLiteral("\\bin\\win64\\vrstartup.exe");
+    const std::optional<LaunchFailure> failure =
+        failureOf(program, shell_launch::openHiddenAndWait(program, QStringLiteral("-shutdown"),
+                                                           shutdownCommandLimit));
+    const MutexLock lock(failureMutex_);
+    stopFailure_ = failure;
+    return !failure;
+}
+
+std::optional<LaunchFailure> SteamManager::steamFailure() const
+{
+    const MutexLock lock(failureMutex_);
+    return steamFailure_;
+}
+
+std::optional<LaunchFailure> SteamManager::stopFailure() const
+{
+    const MutexLock lock(failureMutex_);
+    return stopFailure_;
 }
 
 void SteamManager::restartSteamVR()

@@ -5,11 +5,13 @@
 #include "base/clock.h"
 #include "base/mutex.h"
 #include "pc/shared_cell.h"
+#include "steamvr/launch_failure.h"
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 class ConfigManager;
 
@@ -51,11 +53,16 @@ public:
     void startSteam();
     // The launch itself: blocks until steam.exe has ended, 10 s at most.
     bool launchSteamExe();
+    // Why the last of these did not start Steam; nothing when it did. Any thread.
+    std::optional<LaunchFailure> steamFailure() const;
 
     // Start and stop run on the object's thread: called from another thread
     // they return at once and are carried out there later.
     Q_INVOKABLE void startSteamVR();
     Q_INVOKABLE void stopSteamVR();
+    // Why the last stop could not ask SteamVR to close; nothing when it could, or
+    // had nothing to stop. Any thread.
+    std::optional<LaunchFailure> stopFailure() const;
     // Any thread; sleeps 1.5 s on it.
     void restartSteamVR();
 
@@ -93,5 +100,8 @@ private:
     Mutex startMutex_; // taken before countMutex_
     QString restartSerial_ GUARDED_BY(startMutex_);
     bool starting_ GUARDED_BY(startMutex_) = false;
+    mutable Mutex failureMutex_;
+    std::optional<LaunchFailure> steamFailure_ GUARDED_BY(failureMutex_);
+    std::optional<LaunchFailure> stopFailure_ GUARDED_BY(failureMutex_);
     SharedCell cell_;
 };

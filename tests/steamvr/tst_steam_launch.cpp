@@ -86,8 +86,47 @@ private slots:
     {
         SteamFixture pc(dir());
         pc.installSteam();
+        announce("[steam] C:\\Steam\\steam.exe could not be started: The system cannot find the "
+                 "file specified. (error 2)");
         announce("[steam] executeExA failed, error:2, elapsed:0ms");
         QVERIFY(!pc.steam().launchSteamExe());
+    }
+
+    void whyItFailedIsKeptUntilSteamStarts()
+    {
+        SteamFixture pc(dir());
+        pc.installSteam("D:\\gone");
+        QVERIFY(!pc.steam().steamFailure());
+        announce("[steam] D:\\gone\\steam.exe could not be started: The system cannot find the "
+                 "path specified. (error 3)");
+        announce("[steam] executeExA failed, error:3, elapsed:0ms");
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) {
+            return SimLaunchResult{false, 3, false, 0};
+        });
+        pc.steam().launchSteamExe();
+        const std::optional<LaunchFailure> failure = pc.steam().steamFailure();
+        QVERIFY(failure);
+        QCOMPARE(failure->file, QString("D:\\gone\\steam.exe"));
+        QCOMPARE(failure->error, 3u);
+        QVERIFY(failure->isMissing());
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) { return SimLaunchResult{}; });
+        pc.steam().launchSteamExe();
+        QVERIFY(!pc.steam().steamFailure());
+    }
+
+    void aFileThatIsNoProgramIsNotMissing()
+    {
+        SteamFixture pc(dir());
+        pc.installSteam();
+        announce("[steam] C:\\Steam\\steam.exe could not be started: C:\\Steam\\steam.exe is not "
+                 "a valid Win32 application. (error 193)");
+        announce("[steam] executeExA failed, error:193, elapsed:0ms");
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) {
+            return SimLaunchResult{false, 193, false, 0};
+        });
+        pc.steam().launchSteamExe();
+        QVERIFY(pc.steam().steamFailure());
+        QVERIFY(!pc.steam().steamFailure()->isMissing());
     }
 
     void steamThatRunsOnAfterTenSecondsCountsAsStarted()

@@ -151,6 +151,38 @@ private slots:
         QVERIFY(!pc.pc.processes.isRunning("vrserver.exe"));
     }
 
+    void whatCannotAskSteamVRToCloseIsSaidBeforeTheWait()
+    {
+        SteamFixture pc(dir());
+        pc.installSteamVR("D:\\moved");
+        pc.pc.processes.start("vrserver.exe");
+        qint64 toldAt = -1;
+        QString told;
+        connect(&pc.steam(), &SteamManager::showToast, [&](const QString &text) {
+            told = text;
+            toldAt = pc.clock.slept();
+        });
+        pc.pc.timeline.after(5500, [&] { pc.pc.processes.endAll("vrserver.exe"); });
+        announce("[steam] D:\\moved\\bin\\win64\\vrstartup.exe could not be started: The system "
+                 "cannot find the file specified. (error 2)");
+        pc.steam().stopSteamVR();
+        QCOMPARE(told, QString("SteamVR未能自动关闭，请手动关闭"));
+        QCOMPARE(toldAt, 0);
+        QCOMPARE(pc.clock.slept(), 6000 + 2500); // it waits all the same
+        QVERIFY(pc.steam().stopFailure());
+        QCOMPARE(pc.steam().stopFailure()->file, QString("D:\\moved\\bin\\win64\\vrstartup.exe"));
+        // Until one goes well.
+        pc.pc.processes.start("vrserver.exe");
+        pc.pc.launches.on("vrstartup.exe", [&](const SimLaunch &) {
+            pc.pc.processes.endAll("vrserver.exe");
+            return SimLaunchResult{};
+        });
+        told.clear();
+        pc.steam().stopSteamVR();
+        QVERIFY(!pc.steam().stopFailure());
+        QCOMPARE(told, QString());
+    }
+
     void aShutdownCommandThatRunsOnIsWaitedForFiveSeconds()
     {
         SteamFixture pc(dir());
