@@ -3,6 +3,7 @@
 
 #include "checks/stage.h"
 #include "pc/power.h"
+#include "steamvr/launch_failure.h"
 #include "usb/adb_rules.h"
 
 #include <QString>
@@ -23,6 +24,10 @@ struct Facts
     std::optional<bool> steamInstalled;
     std::optional<bool> steamRunning;
     std::optional<bool> steamVRRunning;
+    // Why Steam could not be started, and SteamVR not be asked to close, when it
+    // was tried last.
+    std::optional<LaunchFailure> steamFailure;
+    std::optional<LaunchFailure> steamVRStopFailure;
     std::optional<bool> stereoOutput;       // the first sound output is a stereo one
     std::optional<QString> networkCategory; // "Public", "Private" or empty
     std::optional<adb_rules::AdbState> adb;

@@ -48,6 +48,16 @@ void SteamWatch::steamVRLaunched()
     emit steamVRRunningChanged();
 }
 
+std::optional<LaunchFailure> SteamWatch::steamFailure() const
+{
+    return steam_.steamFailure();
+}
+
+std::optional<LaunchFailure> SteamWatch::steamVRStopFailure() const
+{
+    return steam_.stopFailure();
+}
+
 void SteamWatch::setState(State state)
 {
     state_ = state;

@@ -1,7 +1,11 @@
 // Whether Steam and SteamVR are there and run.
 #pragma once
 
+#include "steamvr/launch_failure.h"
+
 #include <QObject>
+
+#include <optional>
 
 class SteamManager;
 
@@ -30,6 +34,9 @@ public:
     bool steamInstalled() const;
     bool steamRunning() const { return steamRunning_; }
     bool steamVRRunning() const { return steamVRRunning_; }
+    // What came of the last attempts to start Steam and to stop SteamVR.
+    std::optional<LaunchFailure> steamFailure() const;
+    std::optional<LaunchFailure> steamVRStopFailure() const;
 
 signals:
     void stateChanged();

@@ -34,6 +34,8 @@ void Poll::takeSteps(LinkKind kind)
     deps_.steam.checkSteamVR();
     facts.steamRunning = deps_.steam.steamRunning();
     facts.steamVRRunning = deps_.steam.steamVRRunning();
+    facts.steamFailure = deps_.steam.steamFailure();
+    facts.steamVRStopFailure = deps_.steam.steamVRStopFailure();
     if (!*facts.steamRunning && !*facts.steamVRRunning)
         return;
 

@@ -138,6 +138,38 @@
         <source>重新插拔数据线，或更换接口后再试</source>
         <translation>Unplug the cable and plug it in again, or try another port</translation>
     </message>
+    <message>
+        <source>文件：</source>
+        <translation>File:</translation>
+    </message>
+    <message>
+        <source>原因：</source>
+        <translation>Reason:</translation>
+    </message>
+    <message>
+        <source>无法启动Steam</source>
+        <translation>Steam could not be started</translation>
+    </message>
+    <message>
+        <source>找不到%1。Steam可能已被移动或卸载：请重新安装Steam，或手动启动它。</source>
+        <translation>%1 is missing. Steam was probably moved or removed: install it again, or start it yourself.</translation>
+    </message>
+    <message>
+        <source>Windows无法启动%1：%2请再试一次，或手动启动Steam；如果仍然失败，请重新安装Steam。</source>
+        <translation>Windows cannot start %1: %2 Try again, or start Steam yourself. If it still fails, install Steam again.</translation>
+    </message>
+    <message>
+        <source>无法关闭SteamVR</source>
+        <translation>SteamVR could not be closed</translation>
+    </message>
+    <message>
+        <source>找不到%1。切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
+        <translation>%1 is missing. Close SteamVR yourself before you switch the connection or change settings, and let Steam verify the files of SteamVR.</translation>
+    </message>
+    <message>
+        <source>Windows无法启动%1：%2切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
+        <translation>Windows cannot start %1: %2 Close SteamVR yourself before you switch the connection or change settings, and let Steam verify the files of SteamVR.</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>
@@ -579,62 +611,9 @@
         <source>正在重启，请等待</source>
         <translation>Restarting, please wait</translation>
     </message>
-</context>
-<context>
-    <name>StageList</name>
     <message>
-        <source>已就绪</source>
-        <translation>Ready</translation>
-    </message>
-    <message>
-        <source>等待中</source>
-        <translation>Waiting</translation>
-    </message>
-    <message>
-        <source>未就绪</source>
-        <translation>Not yet</translation>
-    </message>
-    <message>
-        <source>自 %1</source>
-        <translation>since %1</translation>
-    </message>
-</context>
-<context>
-    <name>StageModel</name>
-    <message>
-        <source>Steam</source>
-        <translation>Steam</translation>
-    </message>
-    <message>
-        <source>SteamVR</source>
-        <translation>SteamVR</translation>
-    </message>
-    <message>
-        <source>串流服务</source>
-        <translation>Streaming server</translation>
-    </message>
-    <message>
-        <source>VR眼镜</source>
-        <translation>VR headset</translation>
-    </message>
-    <message>
-        <source>串流连接</source>
-        <translation>Streaming connection</translation>
-    </message>
-</context>
-<context>
-    <name>StageStrip</name>
-    <message>
-        <source>全部就绪</source>
-        <translation>All done</translation>
-    </message>
-    <message>
-        <source>正在等待：%1</source>
-        <translation>Waiting for: %1</translation>
-    </message>
-    <message>
-        <source>正在等待：%1（自 %2）</source>
-        <translation>Waiting for: %1 (since %2)</translation>
+        <source>SteamVR未能自动关闭，请手动关闭</source>
+        <translation>SteamVR did not close by itself. Close it yourself</translation>
     </message>
 </context>
 <context>
@@ -768,6 +747,63 @@
     <message>
         <source>确定</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>StageList</name>
+    <message>
+        <source>已就绪</source>
+        <translation>Ready</translation>
+    </message>
+    <message>
+        <source>等待中</source>
+        <translation>Waiting</translation>
+    </message>
+    <message>
+        <source>未就绪</source>
+        <translation>Not yet</translation>
+    </message>
+    <message>
+        <source>自 %1</source>
+        <translation>since %1</translation>
+    </message>
+</context>
+<context>
+    <name>StageModel</name>
+    <message>
+        <source>Steam</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>SteamVR</source>
+        <translation>SteamVR</translation>
+    </message>
+    <message>
+        <source>串流服务</source>
+        <translation>Streaming server</translation>
+    </message>
+    <message>
+        <source>VR眼镜</source>
+        <translation>VR headset</translation>
+    </message>
+    <message>
+        <source>串流连接</source>
+        <translation>Streaming connection</translation>
+    </message>
+</context>
+<context>
+    <name>StageStrip</name>
+    <message>
+        <source>全部就绪</source>
+        <translation>All done</translation>
+    </message>
+    <message>
+        <source>正在等待：%1</source>
+        <translation>Waiting for: %1</translation>
+    </message>
+    <message>
+        <source>正在等待：%1（自 %2）</source>
+        <translation>Waiting for: %1 (since %2)</translation>
     </message>
 </context>
 <context>

@@ -138,6 +138,38 @@
         <source>重新插拔数据线，或更换接口后再试</source>
         <translation>ケーブルを抜き差しするか、別のポートでもう一度お試しください</translation>
     </message>
+    <message>
+        <source>文件：</source>
+        <translation>ファイル：</translation>
+    </message>
+    <message>
+        <source>原因：</source>
+        <translation>原因：</translation>
+    </message>
+    <message>
+        <source>无法启动Steam</source>
+        <translation>Steamを起動できません</translation>
+    </message>
+    <message>
+        <source>找不到%1。Steam可能已被移动或卸载：请重新安装Steam，或手动启动它。</source>
+        <translation>%1が見つかりません。Steamが移動または削除された可能性があります。Steamをもう一度インストールするか、手動で起動してください。</translation>
+    </message>
+    <message>
+        <source>Windows无法启动%1：%2请再试一次，或手动启动Steam；如果仍然失败，请重新安装Steam。</source>
+        <translation>%1を起動できませんでした：%2 もう一度試すか、Steamを手動で起動してください。それでも失敗する場合は、Steamをもう一度インストールしてください。</translation>
+    </message>
+    <message>
+        <source>无法关闭SteamVR</source>
+        <translation>SteamVRを終了できません</translation>
+    </message>
+    <message>
+        <source>找不到%1。切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
+        <translation>%1が見つかりません。接続方法や設定を変更する前に、SteamVRを手動で終了し、SteamでSteamVRのファイルの整合性を確認してください。</translation>
+    </message>
+    <message>
+        <source>Windows无法启动%1：%2切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
+        <translation>%1を起動できませんでした：%2 接続方法や設定を変更する前に、SteamVRを手動で終了し、SteamでSteamVRのファイルの整合性を確認してください。</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>
@@ -579,62 +611,9 @@
         <source>正在重启，请等待</source>
         <translation>再起動しています。お待ちください</translation>
     </message>
-</context>
-<context>
-    <name>StageList</name>
     <message>
-        <source>已就绪</source>
-        <translation>準備完了</translation>
-    </message>
-    <message>
-        <source>等待中</source>
-        <translation>待機中</translation>
-    </message>
-    <message>
-        <source>未就绪</source>
-        <translation>未完了</translation>
-    </message>
-    <message>
-        <source>自 %1</source>
-        <translation>%1 から</translation>
-    </message>
-</context>
-<context>
-    <name>StageModel</name>
-    <message>
-        <source>Steam</source>
-        <translation>Steam</translation>
-    </message>
-    <message>
-        <source>SteamVR</source>
-        <translation>SteamVR</translation>
-    </message>
-    <message>
-        <source>串流服务</source>
-        <translation>ストリーミングサーバー</translation>
-    </message>
-    <message>
-        <source>VR眼镜</source>
-        <translation>VRヘッドセット</translation>
-    </message>
-    <message>
-        <source>串流连接</source>
-        <translation>ストリーミング接続</translation>
-    </message>
-</context>
-<context>
-    <name>StageStrip</name>
-    <message>
-        <source>全部就绪</source>
-        <translation>すべて完了</translation>
-    </message>
-    <message>
-        <source>正在等待：%1</source>
-        <translation>待機中：%1</translation>
-    </message>
-    <message>
-        <source>正在等待：%1（自 %2）</source>
-        <translation>待機中：%1（%2 から）</translation>
+        <source>SteamVR未能自动关闭，请手动关闭</source>
+        <translation>SteamVRが自動で終了しませんでした。手動で終了してください</translation>
     </message>
 </context>
 <context>
@@ -768,6 +747,63 @@
     <message>
         <source>确定</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>StageList</name>
+    <message>
+        <source>已就绪</source>
+        <translation>準備完了</translation>
+    </message>
+    <message>
+        <source>等待中</source>
+        <translation>待機中</translation>
+    </message>
+    <message>
+        <source>未就绪</source>
+        <translation>未完了</translation>
+    </message>
+    <message>
+        <source>自 %1</source>
+        <translation>%1 から</translation>
+    </message>
+</context>
+<context>
+    <name>StageModel</name>
+    <message>
+        <source>Steam</source>
+        <translation>Steam</translation>
+    </message>
+    <message>
+        <source>SteamVR</source>
+        <translation>SteamVR</translation>
+    </message>
+    <message>
+        <source>串流服务</source>
+        <translation>ストリーミングサーバー</translation>
+    </message>
+    <message>
+        <source>VR眼镜</source>
+        <translation>VRヘッドセット</translation>
+    </message>
+    <message>
+        <source>串流连接</source>
+        <translation>ストリーミング接続</translation>
+    </message>
+</context>
+<context>
+    <name>StageStrip</name>
+    <message>
+        <source>全部就绪</source>
+        <translation>すべて完了</translation>
+    </message>
+    <message>
+        <source>正在等待：%1</source>
+        <translation>待機中：%1</translation>
+    </message>
+    <message>
+        <source>正在等待：%1（自 %2）</source>
+        <translation>待機中：%1（%2 から）</translation>
     </message>
 </context>
 <context>

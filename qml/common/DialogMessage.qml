@@ -31,6 +31,7 @@ RowLayout {
             objectName: "detail"
             color: utils.textSecondary
             lineHeight: 1.2
+            wrapMode: Text.Wrap // the path of a file may have no blank
             visible: text !== ""
             Layout.fillWidth: true
         }

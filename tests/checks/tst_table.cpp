@@ -2,6 +2,8 @@
 #include "checks/table.h"
 #include "tests/support/test_case.h"
 
+#include <QDir>
+
 #include <functional>
 
 using namespace checks;
@@ -153,6 +155,39 @@ private:
             facts.steamVRRunning = true;
         });
         row("nobody looked yet", {}, [](Facts &facts) { facts.steamInstalled = true; });
+        launchRows();
+    }
+
+    // A launch of Steam that failed, and a Steam that runs or does not.
+    static Change steamFailed(unsigned error, bool runs)
+    {
+        return [=](Facts &facts) {
+            facts.steamInstalled = true;
+            facts.steamRunning = runs;
+            facts.steamFailure = LaunchFailure{"D:/a/steam.exe", error, "no %1 such."};
+        };
+    }
+    static Change stopFailed(unsigned error)
+    {
+        return [=](Facts &facts) {
+            facts.steamVRStopFailure = LaunchFailure{"D:/b/vrstartup.exe", error, "not %2 here."};
+        };
+    }
+
+    static void launchRows()
+    {
+        const QString steam =
+            "D:" + QString(QDir::separator()) + "a" + QDir::separator() + "steam.exe; no %1 such.";
+        const QString stop = "D:" + QString(QDir::separator()) + "b" + QDir::separator() +
+                             "vrstartup.exe; not %2 here.";
+        row("Steam's file is gone", {"steam-file-missing: " + steam}, steamFailed(2, false));
+        row("Steam's folder is gone", {"steam-file-missing: " + steam}, steamFailed(3, false));
+        row("Steam is no program", {"steam-not-startable: " + steam}, steamFailed(193, false));
+        row("it failed, and the user started Steam", {}, steamFailed(2, true));
+        row("Steam was no program, and runs", {}, steamFailed(193, true));
+        row("SteamVR's tool is gone", {"steamvr-stop-file-missing: " + stop}, stopFailed(2));
+        row("SteamVR's folder is gone", {"steamvr-stop-file-missing: " + stop}, stopFailed(3));
+        row("SteamVR's tool is no program", {"steamvr-not-stoppable: " + stop}, stopFailed(193));
     }
 
     static void hardwareRows()

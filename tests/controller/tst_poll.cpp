@@ -250,6 +250,22 @@ private slots:
         QCOMPARE(p.findings(), QStringList());
     }
 
+    void aLaunchThatFailedIsAFinding()
+    {
+        Polled p(dir(), false);
+        announceMisses(1);
+        p.pc.launches.on("steam.exe", [](const SimLaunch &) {
+            return SimLaunchResult{false, 193, false, 0};
+        });
+        const QString steam = "C:\\Program Files (x86)\\Steam\\steam.exe";
+        announce("[steam] " + steam + " could not be started: " + steam +
+                 " is not a valid Win32 application. (error 193)");
+        announce("[steam] executeExA failed, error:193, elapsed:0ms");
+        p.steam.launchSteamExe();
+        p.run();
+        QCOMPARE(p.findings(), QStringList{"steam-not-startable"});
+    }
+
     void theStagesFollow()
     {
         Polled p(dir());
