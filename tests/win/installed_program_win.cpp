@@ -20,6 +20,10 @@ const QString program = QStringLiteral("KOLM_Streaming_Assistant");
 const QString steamFolder = QStringLiteral("C:\\Program Files (x86)\\Steam");
 const QString steamVrFolder = steamFolder + QStringLiteral("\\steamapps\\common\\SteamVR");
 const QString uninstall = QStringLiteral("Microsoft\\Windows\\CurrentVersion\\Uninstall\\");
+const QString wow = QStringLiteral("SOFTWARE\\WOW6432Node\\");
+const QString steamVrEntry =
+    QStringLiteral("SOFTWARE\\") + uninstall + QStringLiteral("Steam App 250820");
+const QString location = QStringLiteral("InstallLocation");
 
 bool copyFile(const QString &from, const QString &to)
 {
@@ -57,18 +61,12 @@ bool setText(HKEY root, const QString &key, const QString &name, const QString &
 
 bool fillRegistry()
 {
-    const QString wow = QStringLiteral("SOFTWARE\\WOW6432Node\\");
     const QString steamEntry = wow + uninstall + QStringLiteral("Steam");
-    const QString steamVrEntry =
-        QStringLiteral("SOFTWARE\\") + uninstall + QStringLiteral("Steam App 250820");
     const QString name = QStringLiteral("DisplayName");
-    const QString location = QStringLiteral("InstallLocation");
-    return setText(HKEY_LOCAL_MACHINE, wow + QStringLiteral("Valve\\Steam"),
-                   QStringLiteral("InstallPath"), steamFolder) &&
+    return sayWhereSteamIs(steamFolder) && sayWhereSteamVrIs(steamVrFolder) &&
            setText(HKEY_LOCAL_MACHINE, steamEntry, name, QStringLiteral("Steam")) &&
            setText(HKEY_LOCAL_MACHINE, steamEntry, location, steamFolder) &&
            setText(HKEY_LOCAL_MACHINE, steamVrEntry, name, QStringLiteral("SteamVR")) &&
-           setText(HKEY_LOCAL_MACHINE, steamVrEntry, location, steamVrFolder) &&
            setText(HKEY_CLASSES_ROOT, QStringLiteral("steam"), QStringLiteral("URL Protocol"),
                    QString()) &&
            setText(
@@ -152,6 +150,27 @@ bool installAll()
            copyFolder(QStringLiteral(INSTALLED), programFolder()) &&
            copyFile(QStringLiteral(STREAMING_SERVER),
                     programFolder() + QStringLiteral("/streaming-server-sim.exe"));
+}
+
+bool sayWhereSteamIs(const QString &folder)
+{
+    return setText(HKEY_LOCAL_MACHINE, wow + QStringLiteral("Valve\\Steam"),
+                   QStringLiteral("InstallPath"), folder);
+}
+
+bool sayWhereSteamVrIs(const QString &folder)
+{
+    return setText(HKEY_LOCAL_MACHINE, steamVrEntry, location, folder);
+}
+
+QString steamProgram()
+{
+    return steamFolder + QStringLiteral("\\steam.exe");
+}
+
+QString steamVrTool()
+{
+    return steamVrFolder + QStringLiteral("\\bin\\win64\\vrstartup.exe");
 }
 
 QString programFolder()
@@ -283,6 +302,18 @@ std::optional<QRect> Copy::window() const
     if (!window || !GetWindowRect(window, &rect))
         return std::nullopt;
     return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
+bool Copy::showsMessageBox() const
+{
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr))) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(box, &owner);
+        if (owner == static_cast<DWORD>(pid()))
+            return true;
+    }
+    return false;
 }
 
 void Copy::askToClose() const

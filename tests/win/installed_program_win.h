@@ -21,6 +21,12 @@ constexpr int limit = 120000; // ms, for whatever is waited for
 // of them into the registry. Once a PC; false when something is in the way.
 bool installAll();
 
+// Where the registry says that Steam and SteamVR are; installAll() puts it right.
+bool sayWhereSteamIs(const QString &folder);
+bool sayWhereSteamVrIs(const QString &folder);
+QString steamProgram(); // steam.exe, and vrstartup.exe, where they really are
+QString steamVrTool();
+
 QString programFolder(); // where the program and its working folder are
 QString dataFolder();    // where it keeps its files; in a folder with a blank and Chinese
 QString openVrPaths();   // OpenVR's file
@@ -56,6 +62,8 @@ public:
     bool isRunning();
     // The place of its window on the screen; nothing while there is none.
     std::optional<QRect> window() const;
+    // Whether the system shows a message box for it.
+    bool showsMessageBox() const;
     // As Alt+F4 or the task bar do.
     void askToClose() const;
     void kill();

@@ -1,0 +1,158 @@
+#include "tests/support/gui_test_main.h"
+#include "tests/support/test_case.h"
+#include "tests/win/installed_program_win.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace installed_program;
+
+namespace {
+
+const QSize mainWindow(1360, 875);
+const QString elsewhere = QStringLiteral("C:\\moved away");
+
+bool makeTextFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write("This is no program.\r\n") > 0;
+}
+
+// As the user does it.
+void endSteam()
+{
+    const QStringList parts{"vrmonitor.exe",   "vrserver.exe",    "vrcompositor.exe",
+                            "vrwebhelper.exe", "vrdashboard.exe", "steam.exe"};
+    waitUntil([&] {
+        bool any = false;
+        for (const QString &name : parts) {
+            any = any || runs(name);
+            end(name);
+        }
+        return !any;
+    });
+}
+
+bool hasLogged(const QString &file)
+{
+    return log().contains("[steam] " + file + " could not be started: ");
+}
+
+} // namespace
+
+// The installed program on a PC whose registry speaks of a Steam or SteamVR that
+// is not what it says: nothing may wait for somebody to answer a message box.
+class LaunchFailuresWinTest : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn_data();
+    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn();
+    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord_data();
+    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord();
+
+private:
+    static bool opensItsWindow(const Copy &program);
+    static void closesWhenAsked(Copy *program);
+};
+
+void LaunchFailuresWinTest::init()
+{
+    TestCase::init();
+    QVERIFY(installAll());
+    QVERIFY(layOutFiles(true));
+}
+
+void LaunchFailuresWinTest::cleanup()
+{
+    const bool failed = QTest::currentTestFailed();
+    endSteam();
+    const bool restored = installAll(); // whoever comes next finds all as it was
+    TestCase::cleanup();
+    if (failed)
+        qInfo().noquote() << "The program's log:\n" + log();
+    QVERIFY(restored);
+}
+
+bool LaunchFailuresWinTest::opensItsWindow(const Copy &program)
+{
+    return waitUntil([&] {
+        return program.showsMessageBox() ||
+               (program.window() && program.window()->size() == mainWindow);
+    });
+}
+
+void LaunchFailuresWinTest::closesWhenAsked(Copy *program)
+{
+    program->askToClose();
+    const std::optional<int> code = program->waitForEnd();
+    QVERIFY(code);
+    QCOMPARE(*code, 0);
+}
+
+void LaunchFailuresWinTest::aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("its folder is gone") << elsewhere << QStringLiteral("(error 3)");
+    QTest::newRow("its file is no program")
+        << QFileInfo(steamProgram()).path() << QStringLiteral("(error 193)");
+}
+
+void LaunchFailuresWinTest::aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, reason);
+    const QString steam = QDir::toNativeSeparators(folder) + "\\steam.exe";
+    QVERIFY(sayWhereSteamIs(QDir::toNativeSeparators(folder)));
+    if (folder != elsewhere)
+        QVERIFY(makeTextFile(steam));
+
+    Copy program;
+    QVERIFY(program.start());
+    QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(steam); }));
+    QVERIFY(!program.showsMessageBox());
+    QVERIFY2(log().contains(reason), qPrintable(log()));
+    QVERIFY(log().contains("[steam] startupSteam failed"));
+    QVERIFY(opensItsWindow(program));
+    QVERIFY(!program.showsMessageBox());
+    closesWhenAsked(&program);
+}
+
+void LaunchFailuresWinTest::steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord_data()
+{
+    QTest::addColumn<bool>("folderIsGone");
+    QTest::newRow("its folder is gone") << true;
+    QTest::newRow("vrstartup.exe is gone") << false;
+}
+
+void LaunchFailuresWinTest::steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord()
+{
+    QFETCH(bool, folderIsGone);
+    const QString tool =
+        folderIsGone ? elsewhere + QStringLiteral("\\bin\\win64\\vrstartup.exe") : steamVrTool();
+    if (folderIsGone)
+        QVERIFY(sayWhereSteamVrIs(elsewhere));
+    else
+        QVERIFY(QFile::remove(tool));
+    QVERIFY(
+        QProcess::startDetached(QFileInfo(steamVrTool()).path() + "/vrmonitor.exe", QStringList()));
+
+    Copy program;
+    QVERIFY(program.start());
+    QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(tool); }));
+    QVERIFY(!program.showsMessageBox());
+    // It waits for the user to close SteamVR, and then goes on.
+    QVERIFY(!program.window());
+    endSteam();
+    QVERIFY(opensItsWindow(program));
+    QVERIFY(!program.showsMessageBox());
+    closesWhenAsked(&program);
+}
+
+KOLM_GUI_TEST_MAIN(LaunchFailuresWinTest)
+#include "tst_launch_failures_win.moc"
