@@ -18,8 +18,8 @@ struct Call
 // search path.
 Call call(const QString &line);
 
-// `path` so that the interpreter reads it as it is within a line. Blanks are
-// not provided for.
+// `path`, one word of a line (adb_rules::isWord()), so that the interpreter
+// reads it as it is.
 QString word(const QString &path);
 
 // Output with CR LF at the ends of its lines.

@@ -115,7 +115,7 @@ void AdbManger::checkDevice()
     if (check.useShipped) {
         const QString folder = QDir::currentPath() + QStringLiteral("/ADB/");
         const QString path = folder + adbName();
-        useAdb(path, path.contains(' ') ? folder : QString());
+        useAdb(path, adb_rules::isWord(path) ? QString() : folder);
         qInfo("use ORBHelper adb");
     }
     if (check.action == Check::GiveGrace) {

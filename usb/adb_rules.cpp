@@ -1,5 +1,7 @@
 #include "usb/adb_rules.h"
 
+#include <algorithm>
+
 namespace adb_rules {
 
 namespace {
@@ -79,11 +81,17 @@ Answer answer(AdbState now, const QString &text)
     return {now, Answer::Nothing};
 }
 
+bool isWord(const QString &path)
+{
+    const QString breaks = QStringLiteral(" ,;=%()");
+    return std::none_of(path.begin(), path.end(), [&](QChar c) { return breaks.contains(c); });
+}
+
 QString commandLine(const QString &command, int mode, const QString &path)
 {
     // Without a path (the system may refuse to tell that of a running adb) the
     // name is all there is.
-    if (mode == OnSearchPath || path.isEmpty() || path.contains(' '))
+    if (mode == OnSearchPath || path.isEmpty() || !isWord(path))
         return command;
     QString line = command;
     return line.replace(QLatin1String("adb"), path);
@@ -91,7 +99,7 @@ QString commandLine(const QString &command, int mode, const QString &path)
 
 QString workingFolder(const QString &path)
 {
-    return path.contains(' ') ? QString(path).remove(programName) : QString();
+    return isWord(path) ? QString() : QString(path).remove(programName);
 }
 
 } // namespace adb_rules

@@ -60,10 +60,16 @@ struct Answer
 };
 [[nodiscard]] Answer answer(AdbState now, const QString &text);
 
+// Whether `path` is one word of a command line. One with a blank is not, nor one
+// with what the interpreter takes for a blank (",", ";", "="), for a variable
+// ("%") or for the bounds of a block (parentheses): a caret in front of these
+// means something else in every place and on every version, so that there the
+// process's working folder has to lead to adb.
+bool isWord(const QString &path);
+
 // The command line that runs `command`, in which adb is called "adb". `path`
-// is the adb in use as the command interpreter has to read it. A path with a
-// blank is no word of a command line: there the process's working folder leads
-// to adb instead.
+// is the adb in use as the command interpreter has to read it; where it is no
+// word the command stays as it is.
 QString commandLine(const QString &command, int mode, const QString &path);
 
 // The working folder for the adb at `path`; empty when none is needed.

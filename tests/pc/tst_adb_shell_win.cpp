@@ -28,14 +28,21 @@ void AdbShellWinTest::aLineNamesTheAdbInUse_data()
         QTest::newRow(name) << path << word + " devices && " + word + " forward --list";
     };
     // Ordinary paths stand in the line byte for byte.
-    for (const char *path :
-         {"C:/KOLM/ADB/adb.exe", "D:\\platform-tools\\adb.exe", "C:\\tools(x86)\\adb.exe",
-          "C:/a+b=c,d;e/100%/~adb~1/#adb!/adb.exe", "//server/share$/adb.exe"})
+    for (const char *path : {"C:/KOLM/ADB/adb.exe", "D:\\platform-tools\\adb.exe",
+                             "C:/a+b/[c]/{d}/~adb~1/#adb!/adb.exe", "//server/share$/adb.exe"})
         row(path, path, path);
     row("Chinese", QString::fromUtf8("D:/工具/adb.exe"), QString::fromUtf8("D:/工具/adb.exe"));
     // With a blank the folder finds adb, whatever else is in the path.
     row("a blank", "C:/Program Files (x86)/KOLM/ADB/adb.exe", "adb");
     row("a blank and an ampersand", "C:/q & a/adb.exe", "adb");
+    row("parentheses", "C:\\tools(x86)\\adb.exe", "adb");
+    row("a closing parenthesis", "C:\\1)\\adb.exe", "adb");
+    row("percent", "C:/100%/adb.exe", "adb");
+    row("a variable", "C:/%OS%/adb.exe", "adb");
+    row("comma", "C:/a,b/adb.exe", "adb");
+    row("semicolon", "C:/a;b/adb.exe", "adb");
+    row("equals sign", "C:/a=b/adb.exe", "adb");
+    row("comma and ampersand", "C:/a,b&c/adb.exe", "adb");
     // What the interpreter would take for its own.
     row("ampersand", "C:/q&a/adb.exe", "C:/q^&a/adb.exe");
     row("caret", "C:/a^b/adb.exe", "C:/a^^b/adb.exe");

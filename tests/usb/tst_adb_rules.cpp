@@ -253,6 +253,10 @@ void AdbRulesTest::commandLinesNameTheAdbInUse_data()
         << int(adb_rules::Shipped) << "C:/Program Files/KOLM/ADB/adb.exe" << plain;
     QTest::newRow("running, with a blank")
         << int(adb_rules::AlreadyRunning) << "D:\\my adb\\adb.exe" << plain;
+    for (const QString folder : {"a(b", "a)b", "100%", "a,b", "a;b", "a=b"}) {
+        QTest::addRow("running, in the folder %s", qPrintable(folder))
+            << int(adb_rules::AlreadyRunning) << "D:\\" + folder + "\\adb.exe" << plain;
+    }
     QTest::newRow("running, path not told") << int(adb_rules::AlreadyRunning) << "" << plain;
 }
 
@@ -266,6 +270,10 @@ void AdbRulesTest::commandLinesNameTheAdbInUse()
 
 void AdbRulesTest::aPathWithABlankIsTheWorkingFolder()
 {
+    for (const QString folder : {"a(b", "a)b", "100%", "a,b", "a;b", "a=b"})
+        QCOMPARE(adb_rules::workingFolder("D:\\" + folder + "\\adb.exe"), "D:\\" + folder + '\\');
+    for (const QString folder : {"a&b", "a^b", "a!b", "a+b", "[a]", "~a", "工具"})
+        QCOMPARE(adb_rules::workingFolder("D:\\" + folder + "\\adb.exe"), QString());
     QCOMPARE(adb_rules::workingFolder("D:\\my adb\\adb.exe"), QString("D:\\my adb\\"));
     QCOMPARE(adb_rules::workingFolder("D:\\adb\\adb.exe"), QString());
     // Case counts: the name of a running adb is compared with case, too.
