@@ -2,12 +2,12 @@
 
 #include "base/clock.h"
 #include "pc/adb_shell.h"
+#include "pc/grouped_process.h"
 #include "sysinfo/system_info.h"
 #include "usb/usb_watcher.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QProcess>
 
 #include <chrono>
 
@@ -25,6 +25,9 @@ constexpr auto forwardDelay = 200ms; // until the ports are set up
 constexpr auto listDelay = 1s;       // after that until they are listed
 constexpr auto idleDelay = 600ms;    // from any output to the idle state
 constexpr milliseconds lastCommandLimit = 3s;
+// Several devices that arrive together make three checks within a moment. What
+// has only just begun does not hang, and may be starting adb's server.
+constexpr milliseconds overdueAfter = 3s;
 
 QString adbName()
 {
@@ -35,7 +38,7 @@ QString adbName()
 
 AdbManger::AdbManger(const Dependencies &dependencies, QObject *parent)
     : QObject(parent), clock_(dependencies.clock), start_(dependencies.start),
-      process_(new QProcess(this))
+      end_(dependencies.end), process_(new GroupedProcess(this))
 {
     // The same as QProcess::systemEnvironment(), but on Windows that one loses
     // the letters of folders that the system's code page lacks.
@@ -100,18 +103,35 @@ void AdbManger::runAdb(const QString &command)
 
 void AdbManger::start(const QString &line)
 {
+    if (process_->state() == QProcess::NotRunning)
+        startedAt_ = clock_.elapsed();
     if (start_) {
         start_(line, process_->workingDirectory());
         return;
     }
     const adb_shell::Call call = adb_shell::call(line);
-    process_->start(call.program, call.arguments, QIODevice::ReadWrite);
+    process_->startGroup(call.program, call.arguments);
+}
+
+bool AdbManger::isOverdue() const
+{
+    return clock_.elapsed() - startedAt_ >= overdueAfter.count();
+}
+
+void AdbManger::endCommand()
+{
+    if (end_)
+        end_();
+    else
+        process_->endGroup();
 }
 
 void AdbManger::checkDevice()
 {
     const Check check = adb_rules::check(now_);
     now_ = check.next;
+    if (check.useShipped || (check.giveUp && isOverdue()))
+        endCommand();
     if (check.useShipped) {
         const QString folder = QDir::currentPath() + QStringLiteral("/ADB/");
         const QString path = folder + adbName();
@@ -177,14 +197,15 @@ void AdbManger::setUpPorts()
     });
 }
 
-// Ends the command interpreter that is at work. It may be waiting for an adb
-// that hangs, and would start a new server if adb was ended under it.
+// Ends the command at work, the interpreter together with the adb that it waits
+// for: with adb alone gone it would go on with the rest of its line, and with
+// itself alone gone an adb that hangs would stay for ever.
 void AdbManger::dropCommand()
 {
     process_->disconnect(this);
     if (process_->state() == QProcess::NotRunning)
         return;
-    process_->kill();
+    process_->endGroup();
     process_->waitForFinished(int(lastCommandLimit.count()));
 }
 

@@ -11,7 +11,7 @@
 #include <memory>
 
 class Clock;
-class QProcess;
+class GroupedProcess;
 class UsbWatcher;
 
 // Looks for headsets when told to, sets up the ports between them and this PC,
@@ -19,7 +19,8 @@ class UsbWatcher;
 // adb_rules; here it is only carried out.
 //
 // One adb command runs at a time; one that is wanted while another still runs
-// is dropped, so an adb that hangs costs nothing but its answers.
+// is dropped. One that hangs is ended when it is given up, so that the next
+// question is really asked.
 //
 // Lives on the GUI thread and never waits there for adb, but killAdb() waits
 // for the processes that it ends, and the destructor a few seconds at most.
@@ -34,6 +35,8 @@ public:
         // Starts a command line in a folder (empty: this program's own) in
         // place of the command interpreter; its output goes to take().
         std::function<void(const QString &line, const QString &folder)> start = {};
+        // With it: ends the command at work, if there is one.
+        std::function<void()> end = {};
     };
 
     // Decides which adb to use and begins to watch for headsets.
@@ -72,6 +75,8 @@ private:
     void chooseAdb();
     void useAdb(const QString &path, const QString &folder);
     void start(const QString &line);
+    void endCommand();
+    bool isOverdue() const;
     void setUpPorts();
     void dropCommand();
     void takePortsBack();
@@ -79,7 +84,9 @@ private:
 
     Clock &clock_;
     const std::function<void(const QString &, const QString &)> start_;
-    QProcess *process_;
+    const std::function<void()> end_;
+    GroupedProcess *process_;
+    qint64 startedAt_ = 0; // the command at work, by the clock
     adb_rules::AdbState now_;
     QString adbPath_; // empty while the adb on the search path is used
     std::unique_ptr<UsbWatcher> watcher_;

@@ -64,6 +64,7 @@ Check check(AdbState now)
     if (now.retries >= retryLimit) {
         now.retries = 0;
         now.state = Idle;
+        result.giveUp = true;
     }
     result.next = now;
     return result;

@@ -39,7 +39,8 @@ struct Check
     enum Action { Nothing, GiveGrace, AskForDevices };
     AdbState next;
     Action action = Nothing;
-    bool useShipped = false; // the version query was never answered
+    bool useShipped = false; // the version query was never answered, and is given up
+    bool giveUp = false;     // so is the question for devices
 };
 [[nodiscard]] Check check(AdbState now);
 

@@ -1,5 +1,6 @@
 #include "tests/usb/adb_pc.h"
 
+#include "pc/processes.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/free_port.h"
 #include "tests/usb/adb_pc_platform.h"
@@ -14,6 +15,8 @@
 #include <QProcess>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace {
 
@@ -87,6 +90,14 @@ bool AdbPc::serverRuns() const
     QTcpSocket socket;
     socket.connectToHost("127.0.0.1", d->port);
     return socket.waitForConnected(limit);
+}
+
+int AdbPc::processes()
+{
+    const std::vector<processes::Entry> all = processes::list();
+    return static_cast<int>(std::count_if(all.begin(), all.end(), [](const auto &process) {
+        return process.name == QLatin1String("adb.exe");
+    }));
 }
 
 void AdbPc::plug(const QByteArray &devices) const

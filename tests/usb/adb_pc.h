@@ -22,6 +22,8 @@ public:
     // Starts the server of an installed one.
     bool startServer(const QString &program);
     bool serverRuns() const;
+    // How many processes of adb there are, the server among them.
+    static int processes();
 
     void plug(const QByteArray &devices) const;
     // Lets every call hang from now on, or no longer.

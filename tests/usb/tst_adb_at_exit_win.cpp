@@ -20,6 +20,7 @@ class AdbAtExitTest : public TestCase
 private slots:
     void theAdbThatWasStartedEndsWithTheProgram();
     void anEarlierServerStaysWithoutPorts();
+    void aKilledProgramTakesItsCommandWithIt();
 
 private:
     static void runToItsEnd()
@@ -61,6 +62,23 @@ void AdbAtExitTest::anEarlierServerStaysWithoutPorts()
     QVERIFY(calls.size() >= 3);
     QVERIFY(calls[calls.size() - 2].endsWith(" [forward] [--remove-all]"));
     QVERIFY(calls.last().endsWith(" [reverse] [--remove-all]"));
+}
+
+void AdbAtExitTest::aKilledProgramTakesItsCommandWithIt()
+{
+    AdbPc pc;
+    QVERIFY(pc.startServer(AdbPc::install(path("tools"))));
+    pc.hang(true);
+    QProcess user;
+    user.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    user.start(ADB_USER, QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(pc.calls().size(), 1, limit);
+    QCOMPARE(AdbPc::processes(), 2);
+    user.kill();
+    QVERIFY(user.waitForFinished(limit));
+    QTRY_COMPARE_WITH_TIMEOUT(AdbPc::processes(), 1, limit);
+    QVERIFY(pc.serverRuns());
+    QCOMPARE(pc.calls().size(), 1); // the interpreter did not go on with its line
 }
 
 KOLM_TEST_MAIN(AdbAtExitTest)

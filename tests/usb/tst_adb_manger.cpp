@@ -378,13 +378,24 @@ void AdbMangerTest::anOfflineHeadsetRestartsAdbAndTellsTheUser()
 void AdbMangerTest::anAdbThatNeverAnswersIsAskedAgainAfterThreeChecks()
 {
     SimPc pc(clock_);
-    Adb adb(clock_);
-    adb.settle();
+    // One command at a time, as the interpreter does it.
+    bool isBusy = false;
+    int started = 0;
+    AdbManger manager({clock_,
+                       [&](const QString &, const QString &) {
+                           started += !isBusy;
+                           isBusy = true;
+                       },
+                       [&isBusy] { isBusy = false; }});
+    manager.take("Android Debug Bridge version 1.0.41\r\n");
+    clock_.advance(600);
+    isBusy = false;
+    started = 0;
     QList<int> asked;
     for (int poll = 0; poll < 9; ++poll) {
-        adb.manager->checkDevice();
+        manager.checkDevice();
         clock_.advance(5000);
-        asked << adb.lines.size();
+        asked << started;
     }
     QCOMPARE(asked, (QList<int>{1, 1, 1, 1, 2, 2, 2, 2, 3}));
 }

@@ -57,7 +57,6 @@ private slots:
     void theAdbOnTheSearchPathIsFound();
     void theEndRemovesThePortsOfAnEarlierServer();
     void theEndEndsTheAdbThatWasStarted();
-    void anAdbThatHangsHoldsNothingUp();
 
 private:
     void folders() const;
@@ -234,30 +233,6 @@ void AdbProcessTest::theEndEndsTheAdbThatWasStarted()
     manager_.reset();
     QVERIFY(!pc_->serverRuns());
     QCOMPARE(pc_->calls().size(), 3);
-}
-
-void AdbProcessTest::anAdbThatHangsHoldsNothingUp()
-{
-    const Base base;
-    AdbPc::install(base.path("tools"));
-    pc_->setSearchPath(base.path("tools"));
-    pc_->hang(true);
-    start();
-    QTRY_COMPARE_WITH_TIMEOUT(pc_->calls().size(), 1, limit);
-    auto *process = manager_->findChild<QProcess *>();
-    // Nothing new is started while it hangs; everybody is told so.
-    for (int i = 0; i < 2; ++i)
-        announce("QProcess::start: Process is already running");
-    manager_->checkDevice();
-    clock_->advance(400);
-    for (int i = 0; i < 5; ++i) {
-        manager_->checkDevice();
-        clock_->advance(5000);
-    }
-    QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::Running, limit);
-    QCOMPARE(pc_->calls().size(), 1);
-    manager_.reset(); // ends the one that hangs as well
-    QVERIFY(!SystemInfo::isProcessRunning("adb.exe"));
 }
 
 KOLM_TEST_MAIN(AdbProcessTest)

@@ -68,9 +68,11 @@ void AdbRulesTest::theThirdCheckWithoutAnswerGivesUpWaiting()
         QCOMPARE(check.action, Check::Nothing);
         QCOMPARE(check.next.retries, retries);
         QCOMPARE(check.next.state, int(adb_rules::AwaitingDevices));
+        QVERIFY(!check.giveUp);
         now = check.next;
     }
     const Check third = adb_rules::check(now);
+    QVERIFY(third.giveUp);
     QCOMPARE(third.action, Check::Nothing);
     QCOMPARE(third.next.state, int(adb_rules::Idle));
     QCOMPARE(third.next.retries, 0u);
