@@ -34,6 +34,7 @@
 
 namespace {
 
+using namespace std::chrono_literals;
 using Micro = std::chrono::duration<double, std::micro>;
 using SteadyClock = std::chrono::steady_clock;
 
@@ -44,7 +45,7 @@ constexpr std::size_t answerSize = sizeof answer; // with its NUL
 
 constexpr int rounds = 60;
 constexpr int tripsPerRound = 1000;
-constexpr int idleMilliseconds = 5000;
+constexpr auto idleTime = 5s;
 
 [[noreturn]] void fail(const char *what)
 {
@@ -242,14 +243,14 @@ int main()
     compare("p99", 0.99, 3.0);
 
     // Let the last round trip come to rest before counting.
-    Clock::system().sleep(100);
+    Clock::system().sleep(100ms);
     const long switchesBefore = contextSwitches(worker);
     const quint64 wakeUpsBefore = manager.wakeUps();
-    Clock::system().sleep(idleMilliseconds);
+    Clock::system().sleep(idleTime);
     std::fprintf(output, "control_link_idle_context_switches %ld per_%ds 0\n",
-                 contextSwitches(worker) - switchesBefore, idleMilliseconds / 1000);
+                 contextSwitches(worker) - switchesBefore, static_cast<int>(idleTime.count()));
     std::fprintf(output, "control_link_idle_wake_ups %llu per_%ds 0\n",
-                 manager.wakeUps() - wakeUpsBefore, idleMilliseconds / 1000);
+                 manager.wakeUps() - wakeUpsBefore, static_cast<int>(idleTime.count()));
 
     const double perHeadset = parseTime(1000) / 1000;
     for (int headsets : {10, 1000, 100000}) {
