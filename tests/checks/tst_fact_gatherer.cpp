@@ -1,48 +1,17 @@
 #include "base/manual_clock.h"
 #include "checks/fact_gatherer.h"
+#include "tests/support/gate.h"
 #include "tests/support/test_case.h"
 
 #include <QSignalSpy>
 #include <QThread>
 
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 
 using checks::Question;
 using namespace std::chrono_literals;
 
 namespace {
-
-// Where a question stands still until it is let go on.
-class Gate
-{
-public:
-    void open()
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        open_ = true;
-        changed_.notify_all();
-    }
-    void pass()
-    {
-        std::unique_lock<std::mutex> lock(mutex_);
-        reached_ = true;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return open_; });
-    }
-    void waitUntilReached()
-    {
-        std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait(lock, [this] { return reached_; });
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool open_ = false;
-    bool reached_ = false;
-};
 
 Question quick(const char *value)
 {
