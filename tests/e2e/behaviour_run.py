@@ -90,11 +90,13 @@ class Person:
 
     def await_line(self, text):
         end = time.monotonic() + SEEN_WITHIN
+        wanted = text.encode('utf-8')
         while time.monotonic() < end and self.process.poll() is None:
-            seen = read(self.face) or ''
-            found = seen.find(text, self.place)
+            # As bytes: it is being written, and may end in the middle of a letter.
+            seen = self.face.read_bytes() if self.face.exists() else b''
+            found = seen.find(wanted, self.place)
             if found >= 0:
-                self.place = found + len(text)
+                self.place = found + len(wanted)
                 return
             time.sleep(0.02)
 
