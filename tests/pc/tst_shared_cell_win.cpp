@@ -57,161 +57,148 @@ class SharedCellWinTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void doesNothingBeforeItIsCreated();
-    void oneOfOursStartsAtZeroAndEmpty();
-    void keepsWhatTheOtherSideWrote();
-    void laysOutValueThenPresence();
-    void anyPresenceButZeroCounts();
-    void destroyGivesItsNamesBack();
-    void mayBeCreatedAgain();
-    void failsWhenTheSystemRefuses_data();
-    void failsWhenTheSystemRefuses();
-    void racesWithAnotherProgram();
-    void waitsForAHolderAndGoesOnWhenThatIsKilled();
-
-private:
-    static QByteArray lineOf(QProcess &process);
-};
-
-QByteArray SharedCellWinTest::lineOf(QProcess &process)
-{
-    while (!process.canReadLine() && process.waitForReadyRead(limit)) {
+    void doesNothingBeforeItIsCreated()
+    {
+        SharedCell cell;
+        QVERIFY(!cell.read());
+        QVERIFY(!cell.write(1));
+        QVERIFY(!exists());
     }
-    return process.readLine().trimmed();
-}
 
-void SharedCellWinTest::doesNothingBeforeItIsCreated()
-{
-    SharedCell cell;
-    QVERIFY(!cell.read());
-    QVERIFY(!cell.write(1));
-    QVERIFY(!exists());
-}
-
-void SharedCellWinTest::oneOfOursStartsAtZeroAndEmpty()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    QVERIFY(!cell.read());
-    QCOMPARE(OtherSide().bytes(), QByteArray(8, '\0'));
-}
-
-void SharedCellWinTest::keepsWhatTheOtherSideWrote()
-{
-    OtherSide other;
-    other.setBytes(QByteArray("\x01\0\0\0\x01\0\0\0", 8));
-    SharedCell cell;
-    QVERIFY(cell.create());
-    QCOMPARE(cell.read(), Value(1));
-}
-
-void SharedCellWinTest::laysOutValueThenPresence()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    const OtherSide other;
-    QVERIFY(cell.write(0));
-    QCOMPARE(other.bytes(), QByteArray("\0\0\0\0\x01\0\0\0", 8));
-    QCOMPARE(cell.read(), Value(0));
-    QVERIFY(cell.write(0x04030201));
-    QCOMPARE(other.bytes(), QByteArray("\x01\x02\x03\x04\x01\0\0\0", 8));
-}
-
-void SharedCellWinTest::anyPresenceButZeroCounts()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    OtherSide other;
-    other.setBytes(QByteArray("\x05\0\0\0\0\0\0\x80", 8));
-    QCOMPARE(cell.read(), Value(5));
-    other.setBytes(QByteArray("\x06\0\0\0\0\0\0\0", 8));
-    QVERIFY(!cell.read());
-}
-
-void SharedCellWinTest::destroyGivesItsNamesBack()
-{
+    void oneOfOursStartsAtZeroAndEmpty()
     {
         SharedCell cell;
         QVERIFY(cell.create());
-        QVERIFY(exists());
-        cell.destroy();
+        QVERIFY(!cell.read());
+        QCOMPARE(OtherSide().bytes(), QByteArray(8, '\0'));
+    }
+
+    void keepsWhatTheOtherSideWrote()
+    {
+        OtherSide other;
+        other.setBytes(QByteArray("\x01\0\0\0\x01\0\0\0", 8));
+        SharedCell cell;
+        QVERIFY(cell.create());
+        QCOMPARE(cell.read(), Value(1));
+    }
+
+    void laysOutValueThenPresence()
+    {
+        SharedCell cell;
+        QVERIFY(cell.create());
+        const OtherSide other;
+        QVERIFY(cell.write(0));
+        QCOMPARE(other.bytes(), QByteArray("\0\0\0\0\x01\0\0\0", 8));
+        QCOMPARE(cell.read(), Value(0));
+        QVERIFY(cell.write(0x04030201));
+        QCOMPARE(other.bytes(), QByteArray("\x01\x02\x03\x04\x01\0\0\0", 8));
+    }
+
+    void anyPresenceButZeroCounts()
+    {
+        SharedCell cell;
+        QVERIFY(cell.create());
+        OtherSide other;
+        other.setBytes(QByteArray("\x05\0\0\0\0\0\0\x80", 8));
+        QCOMPARE(cell.read(), Value(5));
+        other.setBytes(QByteArray("\x06\0\0\0\0\0\0\0", 8));
+        QVERIFY(!cell.read());
+    }
+
+    void destroyGivesItsNamesBack()
+    {
+        {
+            SharedCell cell;
+            QVERIFY(cell.create());
+            QVERIFY(exists());
+            cell.destroy();
+            QVERIFY(!exists());
+            QVERIFY(!cell.read());
+            QVERIFY(!cell.write(1));
+            QVERIFY(cell.create());
+        }
         QVERIFY(!exists());
+    }
+
+    void mayBeCreatedAgain()
+    {
+        SharedCell cell;
+        QVERIFY(cell.create());
+        QVERIFY(cell.write(3));
+        const OtherSide other; // keeps it alive between the two
+        QVERIFY(cell.create());
+        QCOMPARE(cell.read(), Value(3));
+    }
+
+    void failsWhenTheSystemRefuses_data()
+    {
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("the mutex") << QStringLiteral("KOLM_ALVRData_Mutex");
+        QTest::newRow("the mapping") << QStringLiteral("KOLM_ALVRMemory");
+    }
+
+    void failsWhenTheSystemRefuses()
+    {
+        QFETCH(QString, taken);
+        // Something of another kind bears the name.
+        const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, taken.toStdWString().c_str());
+        QVERIFY(event);
+        SharedCell cell;
+        QVERIFY(!cell.create());
         QVERIFY(!cell.read());
         QVERIFY(!cell.write(1));
+        CloseHandle(event);
+        QVERIFY(!exists());
+    }
+
+    void racesWithAnotherProgram()
+    {
+        SharedCell cell;
         QVERIFY(cell.create());
+        QProcess rival;
+        rival.start(QStringLiteral(KOLM_TEST_HELPER),
+                    {QStringLiteral("rival"), QString::number(rounds)});
+        QCOMPARE(lineOf(rival), QByteArray("ready"));
+        rival.write("go\n");
+        rival.waitForBytesWritten(limit);
+        // Until both have had their rounds.
+        quint32 written = 0;
+        while (written < rounds || !rival.waitForFinished(0)) {
+            ++written;
+            QVERIFY(cell.write(written));
+            QCOMPARE(cell.read(), Value(written));
+        }
+        QCOMPARE(rival.readAllStandardOutput().trimmed(), QByteArray("0"));
     }
-    QVERIFY(!exists());
-}
 
-void SharedCellWinTest::mayBeCreatedAgain()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    QVERIFY(cell.write(3));
-    const OtherSide other; // keeps it alive between the two
-    QVERIFY(cell.create());
-    QCOMPARE(cell.read(), Value(3));
-}
+    void waitsForAHolderAndGoesOnWhenThatIsKilled()
+    {
+        SharedCell cell;
+        QVERIFY(cell.create());
+        QVERIFY(cell.write(9));
+        QProcess holder;
+        holder.start(QStringLiteral(KOLM_TEST_HELPER), {QStringLiteral("hold")});
+        QCOMPARE(lineOf(holder), QByteArray("held"));
 
-void SharedCellWinTest::failsWhenTheSystemRefuses_data()
-{
-    QTest::addColumn<QString>("taken");
-    QTest::newRow("the mutex") << QStringLiteral("KOLM_ALVRData_Mutex");
-    QTest::newRow("the mapping") << QStringLiteral("KOLM_ALVRMemory");
-}
-
-void SharedCellWinTest::failsWhenTheSystemRefuses()
-{
-    QFETCH(QString, taken);
-    // Something of another kind bears the name.
-    const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, taken.toStdWString().c_str());
-    QVERIFY(event);
-    SharedCell cell;
-    QVERIFY(!cell.create());
-    QVERIFY(!cell.read());
-    QVERIFY(!cell.write(1));
-    CloseHandle(event);
-    QVERIFY(!exists());
-}
-
-void SharedCellWinTest::racesWithAnotherProgram()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    QProcess rival;
-    rival.start(QStringLiteral(KOLM_TEST_HELPER),
-                {QStringLiteral("rival"), QString::number(rounds)});
-    QCOMPARE(lineOf(rival), QByteArray("ready"));
-    rival.write("go\n");
-    rival.waitForBytesWritten(limit);
-    // Until both have had their rounds.
-    quint32 written = 0;
-    while (written < rounds || !rival.waitForFinished(0)) {
-        ++written;
-        QVERIFY(cell.write(written));
-        QCOMPARE(cell.read(), Value(written));
+        std::future<Value> reading =
+            std::async(std::launch::async, [&cell] { return cell.read(); });
+        QCOMPARE(reading.wait_for(std::chrono::milliseconds(200)), std::future_status::timeout);
+        holder.kill();
+        QVERIFY(holder.waitForFinished(limit));
+        QCOMPARE(reading.wait_for(std::chrono::milliseconds(limit)), std::future_status::ready);
+        QCOMPARE(reading.get(), Value(9));
+        QVERIFY(cell.write(10));
+        QCOMPARE(cell.read(), Value(10));
     }
-    QCOMPARE(rival.readAllStandardOutput().trimmed(), QByteArray("0"));
-}
 
-void SharedCellWinTest::waitsForAHolderAndGoesOnWhenThatIsKilled()
-{
-    SharedCell cell;
-    QVERIFY(cell.create());
-    QVERIFY(cell.write(9));
-    QProcess holder;
-    holder.start(QStringLiteral(KOLM_TEST_HELPER), {QStringLiteral("hold")});
-    QCOMPARE(lineOf(holder), QByteArray("held"));
-
-    std::future<Value> reading = std::async(std::launch::async, [&cell] { return cell.read(); });
-    QCOMPARE(reading.wait_for(std::chrono::milliseconds(200)), std::future_status::timeout);
-    holder.kill();
-    QVERIFY(holder.waitForFinished(limit));
-    QCOMPARE(reading.wait_for(std::chrono::milliseconds(limit)), std::future_status::ready);
-    QCOMPARE(reading.get(), Value(9));
-    QVERIFY(cell.write(10));
-    QCOMPARE(cell.read(), Value(10));
-}
+private:
+    static QByteArray lineOf(QProcess &process)
+    {
+        while (!process.canReadLine() && process.waitForReadyRead(limit)) {
+        }
+        return process.readLine().trimmed();
+    }
+};
 
 KOLM_TEST_MAIN(SharedCellWinTest)
 #include "tst_shared_cell_win.moc"
