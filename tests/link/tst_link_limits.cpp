@@ -99,197 +99,187 @@ class LinkLimitsTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void saysThatThereIsNoSocket();
-    void saysThatThePortIsTaken();
-    void saysThatTheClientWasReset();
-    void survivesSendingToAClientThatIsGone();
-    void doesNotWatchWhatItCannotAccept();
-    void sleepsWhileItCannotAccept();
-    void givesUpWhenThereIsNothingToWakeIt();
-    void backsOffWhenItCannotWait();
-    void takesDescriptorsBeyondTheUsualThousand();
-};
-
-// The undefined-behaviour sanitizer opens a pipe when it meets a class for the
-// first time: let it meet the streams while that works.
-void LinkLimitsTest::initTestCase()
-{
-    const CapturedStreams streams;
-    console::info(L"");
-    console::error(L"");
-    console::echo("");
-}
-
-void LinkLimitsTest::saysThatThereIsNoSocket()
-{
-    const CapturedStreams streams;
-    IPCSock socket(std::make_shared<Poller>());
-    const NoDescriptorsLeft none;
-    QVERIFY(!socket.startup());
-    QCOMPARE(streams.error(),
-             QStringLiteral("ControlSocket::Startup socket error : %1\n").arg(EMFILE));
-}
-
-void LinkLimitsTest::saysThatThePortIsTaken()
-{
-    const RunningLink first;
-    const CapturedStreams streams;
-    IPCSock socket(std::make_shared<Poller>());
-    socket.setPort(first.port);
-    QVERIFY(!socket.startup());
-    QCOMPARE(streams.error(),
-             QStringLiteral("ControlSocket::Startup bind error : %1\n").arg(EADDRINUSE));
-}
-
-void LinkLimitsTest::saysThatTheClientWasReset()
-{
-    const RunningLink link;
-    PreparedPeer peer;
-    QVERIFY(peer.connectTo(link.port));
-    QVERIFY(peer.send("Hello\nhalf a line"));
-    QCOMPARE(peer.receive(23, limit).size(), 23);
-    const QString before = link.streams.info();
-    peer.reset();
-    QVERIFY(eventually([&] { return !link.manager->hasClient(); }));
-    QCOMPARE(link.streams.info(),
-             before + QStringLiteral("Error on recv. close control client: %1\n").arg(ECONNRESET));
-    QCOMPARE(link.streams.error(), QString());
-}
-
-void LinkLimitsTest::survivesSendingToAClientThatIsGone()
-{
-    const CapturedStreams streams;
-    const auto poller = std::make_shared<Poller>();
-    IPCSock socket(poller);
-    const int port = freePort();
-    // Qt's own sockets take the signal out of everybody's way.
-    const auto before = std::signal(SIGPIPE, SIG_DFL);
-    socket.setPort(port);
-    QVERIFY(socket.startup());
-    PreparedPeer peer;
-    QVERIFY(peer.connectTo(port));
-    QCOMPARE(poller->wait(Poller::Readable, limit), 1);
-    QVERIFY(socket.acceptClient());
-    peer.reset();
-    // The first is told of the reset, the next ones of the broken pipe.
-    for (int i = 0; i < 3; ++i)
-        socket.send("X");
-    QVERIFY(socket.hasClient());
-    std::signal(SIGPIPE, before);
-}
-
-void LinkLimitsTest::doesNotWatchWhatItCannotAccept()
-{
-    const CapturedStreams streams;
-    const auto poller = std::make_shared<Poller>();
-    IPCSock socket(poller);
-    const int port = freePort();
-    socket.setPort(port);
-    QVERIFY(socket.startup());
-    PreparedPeer peer;
+    // The undefined-behaviour sanitizer opens a pipe when it meets a class for the
+    // first time: let it meet the streams while that works.
+    void initTestCase()
     {
-        const NoDescriptorsLeft none;
-        QVERIFY(peer.connectTo(port));
-        QCOMPARE(poller->wait(Poller::Readable, limit), 1);
-        QVERIFY(!socket.acceptClient());
-        QVERIFY(socket.isAcceptingPaused());
-        QCOMPARE(poller->wait(Poller::Readable, 0ms), 0);
-        socket.resumeAccepting();
-        QVERIFY(!socket.isAcceptingPaused());
-        QCOMPARE(poller->wait(Poller::Readable, limit), 1);
-        QVERIFY(!socket.acceptClient());
-        QVERIFY(socket.isAcceptingPaused());
+        const CapturedStreams streams;
+        console::info(L"");
+        console::error(L"");
+        console::echo("");
     }
-    socket.resumeAccepting();
-    QCOMPARE(poller->wait(Poller::Readable, limit), 1);
-    QVERIFY(socket.acceptClient());
-}
 
-void LinkLimitsTest::sleepsWhileItCannotAccept()
-{
-    const RunningLink link;
-    PreparedPeer peer;
+    void saysThatThereIsNoSocket()
     {
+        const CapturedStreams streams;
+        IPCSock socket(std::make_shared<Poller>());
         const NoDescriptorsLeft none;
-        QVERIFY(peer.connectTo(link.port));
-        QVERIFY(peer.send("Hello\n"));
-        QCOMPARE(peer.receive(1, 500ms), QByteArray());
-        QCOMPARE(errno, EAGAIN);
-        // Two for every try, five tries a second.
-        QVERIFY2(link.manager->wakeUps() < 20,
-                 qPrintable(QString::number(link.manager->wakeUps())));
-    }
-    QCOMPARE(peer.receive(23, limit), QByteArray("HHHH, You can see me!\n\0", 23));
-}
-
-void LinkLimitsTest::givesUpWhenThereIsNothingToWakeIt()
-{
-    const CapturedStreams streams;
-    SysManager manager({}, freePort());
-    {
-        const NoDescriptorsLeft none;
-        QVERIFY(!manager.start());
+        QVERIFY(!socket.startup());
         QCOMPARE(streams.error(),
                  QStringLiteral("ControlSocket::Startup socket error : %1\n").arg(EMFILE));
     }
-    QVERIFY(manager.start());
-}
 
-void LinkLimitsTest::backsOffWhenItCannotWait()
-{
-    RunningLink link;
-    PreparedPeer peer;
-    QVERIFY(peer.connectTo(link.port));
-    QVERIFY(peer.send("Hello\n"));
-    QCOMPARE(peer.receive(23, limit).size(), 23);
+    void saysThatThePortIsTaken()
     {
-        // poll() refuses to look at more descriptors than may be open.
+        const RunningLink first;
+        const CapturedStreams streams;
+        IPCSock socket(std::make_shared<Poller>());
+        socket.setPort(first.port);
+        QVERIFY(!socket.startup());
+        QCOMPARE(streams.error(),
+                 QStringLiteral("ControlSocket::Startup bind error : %1\n").arg(EADDRINUSE));
+    }
+
+    void saysThatTheClientWasReset()
+    {
+        const RunningLink link;
+        PreparedPeer peer;
+        QVERIFY(peer.connectTo(link.port));
+        QVERIFY(peer.send("Hello\nhalf a line"));
+        QCOMPARE(peer.receive(23, limit).size(), 23);
+        const QString before = link.streams.info();
+        peer.reset();
+        QVERIFY(eventually([&] { return !link.manager->hasClient(); }));
+        QCOMPARE(link.streams.info(),
+                 before +
+                     QStringLiteral("Error on recv. close control client: %1\n").arg(ECONNRESET));
+        QCOMPARE(link.streams.error(), QString());
+    }
+
+    void survivesSendingToAClientThatIsGone()
+    {
+        const CapturedStreams streams;
+        const auto poller = std::make_shared<Poller>();
+        IPCSock socket(poller);
+        const int port = freePort();
+        // Qt's own sockets take the signal out of everybody's way.
+        const auto before = std::signal(SIGPIPE, SIG_DFL);
+        socket.setPort(port);
+        QVERIFY(socket.startup());
+        PreparedPeer peer;
+        QVERIFY(peer.connectTo(port));
+        QCOMPARE(poller->wait(Poller::Readable, limit), 1);
+        QVERIFY(socket.acceptClient());
+        peer.reset();
+        // The first is told of the reset, the next ones of the broken pipe.
+        for (int i = 0; i < 3; ++i)
+            socket.send("X");
+        QVERIFY(socket.hasClient());
+        std::signal(SIGPIPE, before);
+    }
+
+    void doesNotWatchWhatItCannotAccept()
+    {
+        const CapturedStreams streams;
+        const auto poller = std::make_shared<Poller>();
+        IPCSock socket(poller);
+        const int port = freePort();
+        socket.setPort(port);
+        QVERIFY(socket.startup());
+        PreparedPeer peer;
+        {
+            const NoDescriptorsLeft none;
+            QVERIFY(peer.connectTo(port));
+            QCOMPARE(poller->wait(Poller::Readable, limit), 1);
+            QVERIFY(!socket.acceptClient());
+            QVERIFY(socket.isAcceptingPaused());
+            QCOMPARE(poller->wait(Poller::Readable, 0ms), 0);
+            socket.resumeAccepting();
+            QVERIFY(!socket.isAcceptingPaused());
+            QCOMPARE(poller->wait(Poller::Readable, limit), 1);
+            QVERIFY(!socket.acceptClient());
+            QVERIFY(socket.isAcceptingPaused());
+        }
+        socket.resumeAccepting();
+        QCOMPARE(poller->wait(Poller::Readable, limit), 1);
+        QVERIFY(socket.acceptClient());
+    }
+
+    void sleepsWhileItCannotAccept()
+    {
+        const RunningLink link;
+        PreparedPeer peer;
+        {
+            const NoDescriptorsLeft none;
+            QVERIFY(peer.connectTo(link.port));
+            QVERIFY(peer.send("Hello\n"));
+            QCOMPARE(peer.receive(1, 500ms), QByteArray());
+            QCOMPARE(errno, EAGAIN);
+            // Two for every try, five tries a second.
+            QVERIFY2(link.manager->wakeUps() < 20,
+                     qPrintable(QString::number(link.manager->wakeUps())));
+        }
+        QCOMPARE(peer.receive(23, limit), QByteArray("HHHH, You can see me!\n\0", 23));
+    }
+
+    void givesUpWhenThereIsNothingToWakeIt()
+    {
+        const CapturedStreams streams;
+        SysManager manager({}, freePort());
+        {
+            const NoDescriptorsLeft none;
+            QVERIFY(!manager.start());
+            QCOMPARE(streams.error(),
+                     QStringLiteral("ControlSocket::Startup socket error : %1\n").arg(EMFILE));
+        }
+        QVERIFY(manager.start());
+    }
+
+    void backsOffWhenItCannotWait()
+    {
+        RunningLink link;
+        PreparedPeer peer;
+        QVERIFY(peer.connectTo(link.port));
+        QVERIFY(peer.send("Hello\n"));
+        QCOMPARE(peer.receive(23, limit).size(), 23);
+        {
+            // poll() refuses to look at more descriptors than may be open.
+            rlimit before;
+            getrlimit(RLIMIT_NOFILE, &before);
+            rlimit none = before;
+            none.rlim_cur = 0;
+            setrlimit(RLIMIT_NOFILE, &none);
+            const quint64 wakeUps = link.manager->wakeUps();
+            QVERIFY(peer.send("Hello\n"));
+            QCOMPARE(peer.receive(23, limit).size(), 23);
+            link.manager->sendRaw("x");
+            QCOMPARE(peer.receive(2, limit), QByteArray("x\0", 2));
+            QVERIFY(peer.send("Hello\n"));
+            QCOMPARE(peer.receive(23, limit).size(), 23);
+            QCOMPARE(peer.receive(1, 500ms), QByteArray());
+            QVERIFY2(link.manager->wakeUps() - wakeUps < 20,
+                     qPrintable(QString::number(link.manager->wakeUps() - wakeUps)));
+            setrlimit(RLIMIT_NOFILE, &before);
+        }
+        QVERIFY(link.streams.error().startsWith(QStringLiteral("select error :%1\n").arg(EINVAL)));
+        QVERIFY(peer.send("Hello\n"));
+        QCOMPARE(peer.receive(23, limit).size(), 23);
+        QVERIFY(link.manager->hasClient());
+    }
+
+    void takesDescriptorsBeyondTheUsualThousand()
+    {
         rlimit before;
         getrlimit(RLIMIT_NOFILE, &before);
-        rlimit none = before;
-        none.rlim_cur = 0;
-        setrlimit(RLIMIT_NOFILE, &none);
-        const quint64 wakeUps = link.manager->wakeUps();
-        QVERIFY(peer.send("Hello\n"));
-        QCOMPARE(peer.receive(23, limit).size(), 23);
-        link.manager->sendRaw("x");
-        QCOMPARE(peer.receive(2, limit), QByteArray("x\0", 2));
-        QVERIFY(peer.send("Hello\n"));
-        QCOMPARE(peer.receive(23, limit).size(), 23);
-        QCOMPARE(peer.receive(1, 500ms), QByteArray());
-        QVERIFY2(link.manager->wakeUps() - wakeUps < 20,
-                 qPrintable(QString::number(link.manager->wakeUps() - wakeUps)));
+        rlimit more = before;
+        more.rlim_cur = std::min<rlim_t>(more.rlim_max, 4096);
+        if (more.rlim_cur < 4096)
+            QSKIP("this system does not allow as many descriptors");
+        setrlimit(RLIMIT_NOFILE, &more);
+        std::vector<int> fillers;
+        while (fillers.empty() || fillers.back() < 1100)
+            fillers.push_back(dup(0));
+
+        const RunningLink link;
+        QVERIFY(link.started);
+        Peer peer;
+        QVERIFY(link.join(&peer));
+
+        for (int fd : fillers)
+            close(fd);
         setrlimit(RLIMIT_NOFILE, &before);
     }
-    QVERIFY(link.streams.error().startsWith(QStringLiteral("select error :%1\n").arg(EINVAL)));
-    QVERIFY(peer.send("Hello\n"));
-    QCOMPARE(peer.receive(23, limit).size(), 23);
-    QVERIFY(link.manager->hasClient());
-}
-
-void LinkLimitsTest::takesDescriptorsBeyondTheUsualThousand()
-{
-    rlimit before;
-    getrlimit(RLIMIT_NOFILE, &before);
-    rlimit more = before;
-    more.rlim_cur = std::min<rlim_t>(more.rlim_max, 4096);
-    if (more.rlim_cur < 4096)
-        QSKIP("this system does not allow as many descriptors");
-    setrlimit(RLIMIT_NOFILE, &more);
-    std::vector<int> fillers;
-    while (fillers.empty() || fillers.back() < 1100)
-        fillers.push_back(dup(0));
-
-    const RunningLink link;
-    QVERIFY(link.started);
-    Peer peer;
-    QVERIFY(link.join(&peer));
-
-    for (int fd : fillers)
-        close(fd);
-    setrlimit(RLIMIT_NOFILE, &before);
-}
+};
 
 KOLM_TEST_MAIN(LinkLimitsTest)
 #include "tst_link_limits.moc"

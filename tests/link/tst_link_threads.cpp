@@ -8,17 +8,6 @@
 #include <thread>
 #include <vector>
 
-// Many threads at the same link; most of its worth is under a thread sanitizer.
-class LinkThreadsTest : public TestCase
-{
-    Q_OBJECT
-
-private slots:
-    void sendInTheOrderOfTheEcho();
-    void sendWhileClientsComeAndGo();
-    void readWhileTheServerReports();
-};
-
 namespace {
 
 // Runs until it is destroyed, then is waited for.
@@ -52,124 +41,131 @@ private:
 
 } // namespace
 
-void LinkThreadsTest::sendInTheOrderOfTheEcho()
+// Many threads at the same link; most of its worth is under a thread sanitizer.
+class LinkThreadsTest : public TestCase
 {
-    constexpr int rounds = 50; // the orders differ seldom when they may
-    constexpr int threads = 4;
-    constexpr int texts = 200; // so few at a time that none is lost
-    const RunningLink link;
-    Peer peer;
-    QVERIFY(link.join(&peer));
-    for (int round = 0; round < rounds; ++round) {
-        const int before = link.echoed().size();
+    Q_OBJECT
+
+private slots:
+    void sendInTheOrderOfTheEcho()
+    {
+        constexpr int rounds = 50; // the orders differ seldom when they may
+        constexpr int threads = 4;
+        constexpr int texts = 200; // so few at a time that none is lost
+        const RunningLink link;
+        Peer peer;
+        QVERIFY(link.join(&peer));
+        for (int round = 0; round < rounds; ++round) {
+            const int before = link.echoed().size();
+            {
+                std::vector<std::unique_ptr<Running>> running;
+                running.reserve(threads);
+                for (int thread = 0; thread < threads; ++thread)
+                    running.push_back(std::make_unique<Running>([&link, thread] {
+                        for (int i = 0; i < texts; ++i)
+                            link.manager->sendRaw(QStringLiteral("%1 %2").arg(thread).arg(i));
+                    }));
+            }
+            const QStringList echoed = link.echoed().mid(before);
+            QCOMPARE(echoed.size(), threads * texts);
+            QStringList received;
+            for (int i = 0; i < threads * texts; ++i)
+                received << peer.receiveText();
+            QCOMPARE(received, echoed);
+            for (int thread = 0; thread < threads; ++thread) {
+                const QString prefix = QString::number(thread) + ' ';
+                const QStringList own = received.filter(QRegularExpression('^' + prefix));
+                for (int i = 0; i < texts; ++i)
+                    QCOMPARE(own[i], prefix + QString::number(i));
+            }
+        }
+    }
+
+    void sendWhileClientsComeAndGo()
+    {
+        const RunningLink link;
+        std::atomic<bool> stop{false};
         {
             std::vector<std::unique_ptr<Running>> running;
-            running.reserve(threads);
-            for (int thread = 0; thread < threads; ++thread)
-                running.push_back(std::make_unique<Running>([&link, thread] {
-                    for (int i = 0; i < texts; ++i)
-                        link.manager->sendRaw(QStringLiteral("%1 %2").arg(thread).arg(i));
+            running.reserve(3);
+            for (int thread = 0; thread < 3; ++thread)
+                running.push_back(std::make_unique<Running>([&] {
+                    while (!stop) {
+                        link.manager->requestHmdInfo();
+                        link.manager->sendWiredConnect(false);
+                        link.manager->linkTo("S", "A");
+                        link.manager->disconnect("S", "A");
+                        link.manager->setRegisterFirewallPending();
+                    }
                 }));
+            const SetAtEnd end(&stop);
+            for (int i = 0; i < 100; ++i) {
+                Peer peer;
+                QVERIFY(peer.connectTo(link.port));
+                if (i % 2)
+                    QVERIFY(peer.send("Hello\nHMDINFOBACK\tS;N;true;x\n"));
+                if (i % 4)
+                    QVERIFY(!peer.receiveText().isNull());
+                peer.close();
+            }
         }
-        const QStringList echoed = link.echoed().mid(before);
-        QCOMPARE(echoed.size(), threads * texts);
-        QStringList received;
-        for (int i = 0; i < threads * texts; ++i)
-            received << peer.receiveText();
-        QCOMPARE(received, echoed);
-        for (int thread = 0; thread < threads; ++thread) {
-            const QString prefix = QString::number(thread) + ' ';
-            const QStringList own = received.filter(QRegularExpression('^' + prefix));
-            for (int i = 0; i < texts; ++i)
-                QCOMPARE(own[i], prefix + QString::number(i));
-        }
+        const QStringList known{"HMDInfoRequest",
+                                "WirelessConnect",
+                                "LinkTo S A ",
+                                "Disconnect S A ",
+                                "RegisterFireWall",
+                                "HHHH, You can see me!",
+                                ""};
+        for (const QString &text : link.echoed())
+            QVERIFY2(known.contains(text), qPrintable(text));
+        Peer last;
+        QVERIFY(last.connectTo(link.port));
+        QVERIFY(last.send("Hello\n"));
+        QByteArray text;
+        do {
+            text = last.receiveText();
+            QVERIFY(!text.isNull());
+        } while (text != "HHHH, You can see me!\n");
     }
-}
 
-void LinkThreadsTest::sendWhileClientsComeAndGo()
-{
-    const RunningLink link;
-    std::atomic<bool> stop{false};
+    void readWhileTheServerReports()
     {
-        std::vector<std::unique_ptr<Running>> running;
-        running.reserve(3);
-        for (int thread = 0; thread < 3; ++thread)
-            running.push_back(std::make_unique<Running>([&] {
-                while (!stop) {
-                    link.manager->requestHmdInfo();
-                    link.manager->sendWiredConnect(false);
-                    link.manager->linkTo("S", "A");
-                    link.manager->disconnect("S", "A");
-                    link.manager->setRegisterFirewallPending();
-                }
-            }));
-        const SetAtEnd end(&stop);
-        for (int i = 0; i < 100; ++i) {
-            Peer peer;
-            QVERIFY(peer.connectTo(link.port));
-            if (i % 2)
-                QVERIFY(peer.send("Hello\nHMDINFOBACK\tS;N;true;x\n"));
-            if (i % 4)
-                QVERIFY(!peer.receiveText().isNull());
-            peer.close();
-        }
-    }
-    const QStringList known{"HMDInfoRequest",
-                            "WirelessConnect",
-                            "LinkTo S A ",
-                            "Disconnect S A ",
-                            "RegisterFireWall",
-                            "HHHH, You can see me!",
-                            ""};
-    for (const QString &text : link.echoed())
-        QVERIFY2(known.contains(text), qPrintable(text));
-    Peer last;
-    QVERIFY(last.connectTo(link.port));
-    QVERIFY(last.send("Hello\n"));
-    QByteArray text;
-    do {
-        text = last.receiveText();
-        QVERIFY(!text.isNull());
-    } while (text != "HHHH, You can see me!\n");
-}
-
-void LinkThreadsTest::readWhileTheServerReports()
-{
-    const RunningLink link;
-    Peer peer;
-    QVERIFY(link.join(&peer));
-    std::atomic<bool> stop{false};
-    std::atomic<int> torn{0};
-    {
-        std::vector<std::unique_ptr<Running>> running;
-        running.reserve(2);
-        for (int thread = 0; thread < 2; ++thread)
-            running.push_back(std::make_unique<Running>([&] {
-                while (!stop) {
-                    // One report is either there whole or not at all.
-                    const HeadsetList list = link.manager->hmdInfoList();
-                    for (const HeadsetRecord &headset : list) {
-                        if (headset.serial != list[0].serial)
+        const RunningLink link;
+        Peer peer;
+        QVERIFY(link.join(&peer));
+        std::atomic<bool> stop{false};
+        std::atomic<int> torn{0};
+        {
+            std::vector<std::unique_ptr<Running>> running;
+            running.reserve(2);
+            for (int thread = 0; thread < 2; ++thread)
+                running.push_back(std::make_unique<Running>([&] {
+                    while (!stop) {
+                        // One report is either there whole or not at all.
+                        const HeadsetList list = link.manager->hmdInfoList();
+                        for (const HeadsetRecord &headset : list) {
+                            if (headset.serial != list[0].serial)
+                                ++torn;
+                        }
+                        if (link.manager->deviceId().size() > 10 ||
+                            (link.manager->isDeviceConnected() && !link.manager->hasClient()))
                             ++torn;
                     }
-                    if (link.manager->deviceId().size() > 10 ||
-                        (link.manager->isDeviceConnected() && !link.manager->hasClient()))
-                        ++torn;
-                }
-            }));
-        const SetAtEnd end(&stop);
-        for (int i = 0; i < 300; ++i) {
-            const QByteArray serial = QByteArray::number(i);
-            const QByteArray item = '~' + serial + ";A;true;x";
-            QVERIFY(peer.send("HMDINFOBACK\tdeviceId:" + serial + item.repeated(5) + '\n'));
-            if (i % 10 == 0)
-                QVERIFY(peer.greet());
+                }));
+            const SetAtEnd end(&stop);
+            for (int i = 0; i < 300; ++i) {
+                const QByteArray serial = QByteArray::number(i);
+                const QByteArray item = '~' + serial + ";A;true;x";
+                QVERIFY(peer.send("HMDINFOBACK\tdeviceId:" + serial + item.repeated(5) + '\n'));
+                if (i % 10 == 0)
+                    QVERIFY(peer.greet());
+            }
+            QVERIFY(peer.greet());
         }
-        QVERIFY(peer.greet());
+        QCOMPARE(torn.load(), 0);
+        QCOMPARE(link.manager->deviceId(), QString("299"));
     }
-    QCOMPARE(torn.load(), 0);
-    QCOMPARE(link.manager->deviceId(), QString("299"));
-}
+};
 
 KOLM_TEST_MAIN(LinkThreadsTest)
 #include "tst_link_threads.moc"
