@@ -18,9 +18,52 @@ class AdbAtExitTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void theAdbThatWasStartedEndsWithTheProgram();
-    void anEarlierServerStaysWithoutPorts();
-    void aKilledProgramTakesItsCommandWithIt();
+    void theAdbThatWasStartedEndsWithTheProgram()
+    {
+        AdbPc pc;
+        AdbPc::install(path("tools"));
+        pc.setSearchPath(path("tools"));
+        pc.plug("PA7910\tdevice\n");
+        runToItsEnd();
+        QVERIFY(pc.calls().size() >= 2);
+        QVERIFY(!pc.serverRuns());
+        QVERIFY(!SystemInfo::isProcessRunning("adb.exe"));
+    }
+
+    void anEarlierServerStaysWithoutPorts()
+    {
+        AdbPc pc;
+        const QString adb = AdbPc::install(path("tools"));
+        pc.plug("PA7910\tdevice\n");
+        QVERIFY(pc.startServer(adb));
+        pc.ask({"forward", "tcp:0", "tcp:9943"});
+        pc.ask({"reverse", "tcp:50000", "tcp:50000"});
+        runToItsEnd();
+        QVERIFY(pc.serverRuns());
+        QCOMPARE(pc.ask({"forward", "--list"}), QString("\n"));
+        QCOMPARE(pc.ask({"reverse", "--list"}), QString("\n"));
+        const QStringList calls = pc.calls();
+        QVERIFY(calls.size() >= 3);
+        QVERIFY(calls[calls.size() - 2].endsWith(" [forward] [--remove-all]"));
+        QVERIFY(calls.last().endsWith(" [reverse] [--remove-all]"));
+    }
+
+    void aKilledProgramTakesItsCommandWithIt()
+    {
+        AdbPc pc;
+        QVERIFY(pc.startServer(AdbPc::install(path("tools"))));
+        pc.hang(true);
+        QProcess user;
+        user.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        user.start(ADB_USER, QStringList());
+        QTRY_COMPARE_WITH_TIMEOUT(pc.calls().size(), 1, limit);
+        QCOMPARE(AdbPc::processes(), 2);
+        user.kill();
+        QVERIFY(user.waitForFinished(limit));
+        QTRY_COMPARE_WITH_TIMEOUT(AdbPc::processes(), 1, limit);
+        QVERIFY(pc.serverRuns());
+        QCOMPARE(pc.calls().size(), 1); // the interpreter did not go on with its line
+    }
 
 private:
     static void runToItsEnd()
@@ -33,53 +76,6 @@ private:
         QCOMPARE(user.exitCode(), 0);
     }
 };
-
-void AdbAtExitTest::theAdbThatWasStartedEndsWithTheProgram()
-{
-    AdbPc pc;
-    AdbPc::install(path("tools"));
-    pc.setSearchPath(path("tools"));
-    pc.plug("PA7910\tdevice\n");
-    runToItsEnd();
-    QVERIFY(pc.calls().size() >= 2);
-    QVERIFY(!pc.serverRuns());
-    QVERIFY(!SystemInfo::isProcessRunning("adb.exe"));
-}
-
-void AdbAtExitTest::anEarlierServerStaysWithoutPorts()
-{
-    AdbPc pc;
-    const QString adb = AdbPc::install(path("tools"));
-    pc.plug("PA7910\tdevice\n");
-    QVERIFY(pc.startServer(adb));
-    pc.ask({"forward", "tcp:0", "tcp:9943"});
-    pc.ask({"reverse", "tcp:50000", "tcp:50000"});
-    runToItsEnd();
-    QVERIFY(pc.serverRuns());
-    QCOMPARE(pc.ask({"forward", "--list"}), QString("\n"));
-    QCOMPARE(pc.ask({"reverse", "--list"}), QString("\n"));
-    const QStringList calls = pc.calls();
-    QVERIFY(calls.size() >= 3);
-    QVERIFY(calls[calls.size() - 2].endsWith(" [forward] [--remove-all]"));
-    QVERIFY(calls.last().endsWith(" [reverse] [--remove-all]"));
-}
-
-void AdbAtExitTest::aKilledProgramTakesItsCommandWithIt()
-{
-    AdbPc pc;
-    QVERIFY(pc.startServer(AdbPc::install(path("tools"))));
-    pc.hang(true);
-    QProcess user;
-    user.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-    user.start(ADB_USER, QStringList());
-    QTRY_COMPARE_WITH_TIMEOUT(pc.calls().size(), 1, limit);
-    QCOMPARE(AdbPc::processes(), 2);
-    user.kill();
-    QVERIFY(user.waitForFinished(limit));
-    QTRY_COMPARE_WITH_TIMEOUT(AdbPc::processes(), 1, limit);
-    QVERIFY(pc.serverRuns());
-    QCOMPARE(pc.calls().size(), 1); // the interpreter did not go on with its line
-}
 
 KOLM_TEST_MAIN(AdbAtExitTest)
 #include "tst_adb_at_exit_win.moc"

@@ -100,104 +100,99 @@ class GenuineAdbTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void itsVersionAndItsEmptyListAreUnderstood();
-    void aHeadsetGetsItsPortsAndBothSidesUseThem();
-    void aHeadsetThatIsPulledOutRestartsAdb();
-    void anEarlierServerIsLeftWithoutPorts();
+    void itsVersionAndItsEmptyListAreUnderstood()
+    {
+        Pc p(dir());
+        p.start();
+        QVERIFY(p.looksUntil([this] { return loggedCount("use local adb") == 1; }));
+        QVERIFY(p.looksUntil([&p] { return p.said == QStringList{"gone "}; }));
+        QVERIFY(p.adb.serverRuns());
+        QVERIFY(p.pc.processes.isRunning("adb.exe"));
+        p.manager.reset();
+        QVERIFY(!p.pc.processes.isRunning("adb.exe"));
+        QVERIFY(!p.adb.serverRuns());
+    }
+
+    void aHeadsetGetsItsPortsAndBothSidesUseThem()
+    {
+        Pc p(dir());
+        p.start();
+        const QString serial = p.adb.plugIn();
+        QVERIFY(!serial.isEmpty());
+        QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + serial); }));
+        QVERIFY(p.looksUntil([&p] {
+            return p.adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001");
+        }));
+        QCOMPARE(p.adb.call({"forward", "--list"}),
+                 QString("%1 tcp:9943 tcp:9943\n%1 tcp:9944 tcp:9944\n\n").arg(serial));
+        QVERIFY(p.adb.call({"reverse", "--list"}).contains("tcp:50000 tcp:50000"));
+        for (const quint16 port : {9943, 9944}) {
+            QTcpSocket toHeadset;
+            toHeadset.connectToHost("127.0.0.1", port);
+            QVERIFY(toHeadset.waitForReadyRead(limit));
+            QCOMPARE(toHeadset.readAll(), QByteArray("HEADSET\n"));
+        }
+        for (const quint16 port : {50000, 50001}) {
+            QTcpServer pcs;
+            QTRY_VERIFY2_WITH_TIMEOUT(listens(pcs, port), qPrintable(holders(port)), portLimit);
+            QTcpSocket headsets; // a connection that is made on the headset
+            headsets.connectToHost("127.0.0.2", port);
+            QVERIFY(headsets.waitForConnected(limit));
+            headsets.write("picture");
+            QVERIFY(headsets.waitForBytesWritten(limit));
+            QVERIFY(pcs.waitForNewConnection(limit));
+            QTcpSocket *socket = pcs.nextPendingConnection();
+            QVERIFY(socket->waitForReadyRead(limit));
+            QCOMPARE(socket->readAll(), QByteArray("picture"));
+            socket->write("answer");
+            QVERIFY(socket->waitForBytesWritten(limit));
+            QVERIFY(headsets.waitForReadyRead(limit));
+            QCOMPARE(headsets.readAll(), QByteArray("answer"));
+        }
+        // Once is enough.
+        p.said.clear();
+        QVERIFY(p.looksUntil([] { return true; }));
+        QCOMPARE(p.said, QStringList());
+        QCOMPARE(p.adb.asked().filter("forward:tcp:50000;tcp:50000").size(), 1);
+    }
+
+    void aHeadsetThatIsPulledOutRestartsAdb()
+    {
+        Pc p(dir());
+        p.start();
+        const QString first = p.adb.plugIn();
+        QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + first); }));
+        p.said.clear();
+        p.adb.pullOut(); // adb calls such a headset offline
+        QVERIFY(p.looksUntil([&p] { return p.said.contains("tip"); }));
+        QVERIFY(p.pc.journal.lines().contains("terminate adb.exe"));
+        QVERIFY(p.looksUntil([&p] { return p.said.contains("gone "); }));
+        const QString second = p.adb.plugIn();
+        QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + second); }));
+        QVERIFY(p.looksUntil([&] {
+            return p.adb.call({"forward", "--list"}).contains(second + " tcp:9944");
+        }));
+    }
+
+    void anEarlierServerIsLeftWithoutPorts()
+    {
+        Pc p(dir());
+        p.adb.call({"start-server"});
+        const QString serial = p.adb.plugIn();
+        p.start();
+        QCOMPARE(loggedCount("use started adb"), 1);
+        QVERIFY(p.looksUntil([&p] {
+            return p.adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001");
+        }));
+        QVERIFY(p.said.contains("connect " + serial));
+        QVERIFY(p.adb.call({"forward", "--list"}).contains("tcp:9944"));
+        p.manager.reset();
+        QVERIFY(p.adb.serverRuns());
+        QCOMPARE(p.adb.call({"devices"}).count("\tdevice"), 1);
+        QCOMPARE(p.adb.call({"forward", "--list"}), QString("\n"));
+        QCOMPARE(p.adb.call({"reverse", "--list"}), QString("\n"));
+    }
 };
-
-void GenuineAdbTest::itsVersionAndItsEmptyListAreUnderstood()
-{
-    Pc p(dir());
-    p.start();
-    QVERIFY(p.looksUntil([this] { return loggedCount("use local adb") == 1; }));
-    QVERIFY(p.looksUntil([&p] { return p.said == QStringList{"gone "}; }));
-    QVERIFY(p.adb.serverRuns());
-    QVERIFY(p.pc.processes.isRunning("adb.exe"));
-    p.manager.reset();
-    QVERIFY(!p.pc.processes.isRunning("adb.exe"));
-    QVERIFY(!p.adb.serverRuns());
-}
-
-void GenuineAdbTest::aHeadsetGetsItsPortsAndBothSidesUseThem()
-{
-    Pc p(dir());
-    p.start();
-    const QString serial = p.adb.plugIn();
-    QVERIFY(!serial.isEmpty());
-    QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + serial); }));
-    QVERIFY(p.looksUntil([&p] {
-        return p.adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001");
-    }));
-    QCOMPARE(p.adb.call({"forward", "--list"}),
-             QString("%1 tcp:9943 tcp:9943\n%1 tcp:9944 tcp:9944\n\n").arg(serial));
-    QVERIFY(p.adb.call({"reverse", "--list"}).contains("tcp:50000 tcp:50000"));
-    for (const quint16 port : {9943, 9944}) {
-        QTcpSocket toHeadset;
-        toHeadset.connectToHost("127.0.0.1", port);
-        QVERIFY(toHeadset.waitForReadyRead(limit));
-        QCOMPARE(toHeadset.readAll(), QByteArray("HEADSET\n"));
-    }
-    for (const quint16 port : {50000, 50001}) {
-        QTcpServer pcs;
-        QTRY_VERIFY2_WITH_TIMEOUT(listens(pcs, port), qPrintable(holders(port)), portLimit);
-        QTcpSocket headsets; // a connection that is made on the headset
-        headsets.connectToHost("127.0.0.2", port);
-        QVERIFY(headsets.waitForConnected(limit));
-        headsets.write("picture");
-        QVERIFY(headsets.waitForBytesWritten(limit));
-        QVERIFY(pcs.waitForNewConnection(limit));
-        QTcpSocket *socket = pcs.nextPendingConnection();
-        QVERIFY(socket->waitForReadyRead(limit));
-        QCOMPARE(socket->readAll(), QByteArray("picture"));
-        socket->write("answer");
-        QVERIFY(socket->waitForBytesWritten(limit));
-        QVERIFY(headsets.waitForReadyRead(limit));
-        QCOMPARE(headsets.readAll(), QByteArray("answer"));
-    }
-    // Once is enough.
-    p.said.clear();
-    QVERIFY(p.looksUntil([] { return true; }));
-    QCOMPARE(p.said, QStringList());
-    QCOMPARE(p.adb.asked().filter("forward:tcp:50000;tcp:50000").size(), 1);
-}
-
-void GenuineAdbTest::aHeadsetThatIsPulledOutRestartsAdb()
-{
-    Pc p(dir());
-    p.start();
-    const QString first = p.adb.plugIn();
-    QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + first); }));
-    p.said.clear();
-    p.adb.pullOut(); // adb calls such a headset offline
-    QVERIFY(p.looksUntil([&p] { return p.said.contains("tip"); }));
-    QVERIFY(p.pc.journal.lines().contains("terminate adb.exe"));
-    QVERIFY(p.looksUntil([&p] { return p.said.contains("gone "); }));
-    const QString second = p.adb.plugIn();
-    QVERIFY(p.looksUntil([&] { return p.said.contains("connect " + second); }));
-    QVERIFY(p.looksUntil([&] {
-        return p.adb.call({"forward", "--list"}).contains(second + " tcp:9944");
-    }));
-}
-
-void GenuineAdbTest::anEarlierServerIsLeftWithoutPorts()
-{
-    Pc p(dir());
-    p.adb.call({"start-server"});
-    const QString serial = p.adb.plugIn();
-    p.start();
-    QCOMPARE(loggedCount("use started adb"), 1);
-    QVERIFY(p.looksUntil([&p] {
-        return p.adb.call({"reverse", "--list"}).contains("tcp:50001 tcp:50001");
-    }));
-    QVERIFY(p.said.contains("connect " + serial));
-    QVERIFY(p.adb.call({"forward", "--list"}).contains("tcp:9944"));
-    p.manager.reset();
-    QVERIFY(p.adb.serverRuns());
-    QCOMPARE(p.adb.call({"devices"}).count("\tdevice"), 1);
-    QCOMPARE(p.adb.call({"forward", "--list"}), QString("\n"));
-    QCOMPARE(p.adb.call({"reverse", "--list"}), QString("\n"));
-}
 
 KOLM_TEST_MAIN(GenuineAdbTest)
 #include "tst_genuine_adb.moc"

@@ -59,15 +59,115 @@ class UsbWatcherWinTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
+    void initTestCase()
+    {
+        manager_ = std::make_unique<AdbManger>(
+            AdbManger::Dependencies{clock_, [](const QString &, const QString &) {}});
+        connect(manager_.get(), &AdbManger::checkdevice, this, [this] {
+            ++checks_;
+            thread_ = QThread::currentThread();
+        });
+        QTRY_VERIFY(watcherWindow());
+    }
 
-    void itsWindowIsHidden();
-    void theSystemsMessagesArriveAsChecks_data();
-    void theSystemsMessagesArriveAsChecks();
-    void otherMessagesAreTheSystemsToHandle();
-    void aWatcherWithoutAWindowEndsAtOnce();
-    void theEndOfTheManagerEndsTheThread();
+    void init()
+    {
+        TestCase::init();
+        checks_ = 0;
+        thread_ = nullptr;
+    }
+
+    void itsWindowIsHidden()
+    {
+        const HWND window = watcherWindow();
+        QVERIFY(!IsWindowVisible(window));
+        QCOMPARE(GetWindowTextLengthW(window), 0);
+        QVERIFY(!GetParent(window));
+        const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+        QCOMPARE(style & WS_OVERLAPPEDWINDOW, DWORD(WS_OVERLAPPEDWINDOW));
+        QVERIFY(GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId());
+    }
+
+    void theSystemsMessagesArriveAsChecks_data()
+    {
+        QTest::addColumn<unsigned int>("event");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("ofADisk");
+        QTest::addColumn<unsigned int>("type");
+        QTest::addColumn<int>("checks");
+        const unsigned int arrival = DBT_DEVICEARRIVAL;
+        const unsigned int removal = DBT_DEVICEREMOVECOMPLETE;
+        const unsigned int interface_ = DBT_DEVTYP_DEVICEINTERFACE;
+        QTest::newRow("a headset arrives") << arrival << headset << false << interface_ << 1;
+        QTest::newRow("a headset is gone") << removal << headset << false << interface_ << 1;
+        QTest::newRow("in lower case") << arrival << headset.toLower() << false << interface_ << 1;
+        QTest::newRow("a headset's disk") << arrival << headset << true << interface_ << 1;
+        QTest::newRow("another disk") << arrival << disk << true << interface_ << 0;
+        QTest::newRow("another disk is gone") << removal << disk << true << interface_ << 0;
+        QTest::newRow("a network adapter")
+            << arrival << R"(\\?\PCI#VEN_8086&DEV_15B8#3&1#{ad498944-762f-11d0-8dcb-00c04fc3358c})"
+            << false << interface_ << 0;
+        QTest::newRow("a headset is about to go")
+            << static_cast<unsigned int>(DBT_DEVICEQUERYREMOVE) << headset << false << interface_
+            << 0;
+        QTest::newRow("something changed") << static_cast<unsigned int>(DBT_DEVNODES_CHANGED)
+                                           << headset << false << interface_ << 0;
+        QTest::newRow("a volume") << arrival << headset << false
+                                  << static_cast<unsigned int>(DBT_DEVTYP_VOLUME) << 0;
+    }
+
+    void theSystemsMessagesArriveAsChecks()
+    {
+        QFETCH(unsigned int, event);
+        QFETCH(QString, path);
+        QFETCH(bool, ofADisk);
+        QFETCH(unsigned int, type);
+        QFETCH(int, checks);
+        QCOMPARE(tell(event, path, ofADisk ? diskClass : usbClass, type), LRESULT(0));
+        QCOMPARE(checks_, 0); // it is not this thread that hears of it
+        tell(DBT_DEVICEARRIVAL, headset);
+        QTRY_VERIFY(checks_ >= checks + 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(checks_, checks + 1);
+        QCOMPARE(thread_, QCoreApplication::instance()->thread());
+    }
+
+    void otherMessagesAreTheSystemsToHandle()
+    {
+        const HWND window = watcherWindow();
+        QCOMPARE(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"x")),
+                 LRESULT(TRUE));
+        QCOMPARE(GetWindowTextLengthW(window), 1);
+        SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
+        QCOMPARE(SendMessageW(window, WM_DEVICECHANGE, DBT_DEVICEARRIVAL, 0), LRESULT(0));
+    }
+
+    void aWatcherWithoutAWindowEndsAtOnce()
+    {
+        // The window's class is taken, so there is no second window.
+        const CapturedStreams streams;
+        UsbWatcher second([] {});
+        QVERIFY(second.stop());
+        QCOMPARE(streams.echo(), QByteArray()); // no message ended it
+        QVERIFY(!second.stop());
+        tell(DBT_DEVICEARRIVAL, headset); // the first one's is as it was
+        QTRY_COMPARE(checks_, 1);
+    }
+
+    void theEndOfTheManagerEndsTheThread()
+    {
+        const DWORD thread = GetWindowThreadProcessId(watcherWindow(), nullptr);
+        const HANDLE handle = OpenThread(SYNCHRONIZE, FALSE, thread);
+        QVERIFY(handle);
+        QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_TIMEOUT));
+        const CapturedStreams streams;
+        manager_.reset();
+        QCOMPARE(streams.echo(), QByteArray("worker receive the exiting Message...\n"));
+        QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_OBJECT_0));
+        CloseHandle(handle);
+        QVERIFY(!watcherWindow());
+        QCOMPARE(loggedCount("install winproc fail"), 0);
+    }
 
 private:
     ManualClock clock_;
@@ -75,114 +175,6 @@ private:
     int checks_ = 0;
     QThread *thread_ = nullptr;
 };
-
-void UsbWatcherWinTest::initTestCase()
-{
-    manager_ = std::make_unique<AdbManger>(
-        AdbManger::Dependencies{clock_, [](const QString &, const QString &) {}});
-    connect(manager_.get(), &AdbManger::checkdevice, this, [this] {
-        ++checks_;
-        thread_ = QThread::currentThread();
-    });
-    QTRY_VERIFY(watcherWindow());
-}
-
-void UsbWatcherWinTest::init()
-{
-    TestCase::init();
-    checks_ = 0;
-    thread_ = nullptr;
-}
-
-void UsbWatcherWinTest::itsWindowIsHidden()
-{
-    const HWND window = watcherWindow();
-    QVERIFY(!IsWindowVisible(window));
-    QCOMPARE(GetWindowTextLengthW(window), 0);
-    QVERIFY(!GetParent(window));
-    const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
-    QCOMPARE(style & WS_OVERLAPPEDWINDOW, DWORD(WS_OVERLAPPEDWINDOW));
-    QVERIFY(GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId());
-}
-
-void UsbWatcherWinTest::theSystemsMessagesArriveAsChecks_data()
-{
-    QTest::addColumn<unsigned int>("event");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("ofADisk");
-    QTest::addColumn<unsigned int>("type");
-    QTest::addColumn<int>("checks");
-    const unsigned int arrival = DBT_DEVICEARRIVAL;
-    const unsigned int removal = DBT_DEVICEREMOVECOMPLETE;
-    const unsigned int interface_ = DBT_DEVTYP_DEVICEINTERFACE;
-    QTest::newRow("a headset arrives") << arrival << headset << false << interface_ << 1;
-    QTest::newRow("a headset is gone") << removal << headset << false << interface_ << 1;
-    QTest::newRow("in lower case") << arrival << headset.toLower() << false << interface_ << 1;
-    QTest::newRow("a headset's disk") << arrival << headset << true << interface_ << 1;
-    QTest::newRow("another disk") << arrival << disk << true << interface_ << 0;
-    QTest::newRow("another disk is gone") << removal << disk << true << interface_ << 0;
-    QTest::newRow("a network adapter")
-        << arrival << R"(\\?\PCI#VEN_8086&DEV_15B8#3&1#{ad498944-762f-11d0-8dcb-00c04fc3358c})"
-        << false << interface_ << 0;
-    QTest::newRow("a headset is about to go")
-        << static_cast<unsigned int>(DBT_DEVICEQUERYREMOVE) << headset << false << interface_ << 0;
-    QTest::newRow("something changed")
-        << static_cast<unsigned int>(DBT_DEVNODES_CHANGED) << headset << false << interface_ << 0;
-    QTest::newRow("a volume") << arrival << headset << false
-                              << static_cast<unsigned int>(DBT_DEVTYP_VOLUME) << 0;
-}
-
-void UsbWatcherWinTest::theSystemsMessagesArriveAsChecks()
-{
-    QFETCH(unsigned int, event);
-    QFETCH(QString, path);
-    QFETCH(bool, ofADisk);
-    QFETCH(unsigned int, type);
-    QFETCH(int, checks);
-    QCOMPARE(tell(event, path, ofADisk ? diskClass : usbClass, type), LRESULT(0));
-    QCOMPARE(checks_, 0); // it is not this thread that hears of it
-    tell(DBT_DEVICEARRIVAL, headset);
-    QTRY_VERIFY(checks_ >= checks + 1);
-    QCoreApplication::processEvents();
-    QCOMPARE(checks_, checks + 1);
-    QCOMPARE(thread_, QCoreApplication::instance()->thread());
-}
-
-void UsbWatcherWinTest::otherMessagesAreTheSystemsToHandle()
-{
-    const HWND window = watcherWindow();
-    QCOMPARE(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"x")), LRESULT(TRUE));
-    QCOMPARE(GetWindowTextLengthW(window), 1);
-    SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
-    QCOMPARE(SendMessageW(window, WM_DEVICECHANGE, DBT_DEVICEARRIVAL, 0), LRESULT(0));
-}
-
-void UsbWatcherWinTest::aWatcherWithoutAWindowEndsAtOnce()
-{
-    // The window's class is taken, so there is no second window.
-    const CapturedStreams streams;
-    UsbWatcher second([] {});
-    QVERIFY(second.stop());
-    QCOMPARE(streams.echo(), QByteArray()); // no message ended it
-    QVERIFY(!second.stop());
-    tell(DBT_DEVICEARRIVAL, headset); // the first one's is as it was
-    QTRY_COMPARE(checks_, 1);
-}
-
-void UsbWatcherWinTest::theEndOfTheManagerEndsTheThread()
-{
-    const DWORD thread = GetWindowThreadProcessId(watcherWindow(), nullptr);
-    const HANDLE handle = OpenThread(SYNCHRONIZE, FALSE, thread);
-    QVERIFY(handle);
-    QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_TIMEOUT));
-    const CapturedStreams streams;
-    manager_.reset();
-    QCOMPARE(streams.echo(), QByteArray("worker receive the exiting Message...\n"));
-    QCOMPARE(WaitForSingleObject(handle, 0), DWORD(WAIT_OBJECT_0));
-    CloseHandle(handle);
-    QVERIFY(!watcherWindow());
-    QCOMPARE(loggedCount("install winproc fail"), 0);
-}
 
 KOLM_TEST_MAIN(UsbWatcherWinTest)
 #include "tst_usb_watcher_win.moc"
