@@ -3,6 +3,8 @@
 //   last MS            ends with exit code 7 after so long
 //   note FILE ...      writes its command line and how its window is to be
 //                      shown into FILE, in UTF-8, a line each
+//   (nothing)          writes its environment into the file that the variable
+//                      KOLM_NOTE_ENVIRONMENT names, in UTF-8, a variable a line
 //   hold               takes the mutex of the streaming cell, says "held" and
 //                      ends when its standard input does, without giving it back
 //   rival ROUNDS       as often, with the mutex, takes the cell's content away for
@@ -15,6 +17,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <string>
 
 namespace {
@@ -72,6 +75,21 @@ std::string utf8(const wchar_t *text)
     return bytes;
 }
 
+// Complete as soon as it has its name.
+int noteEnvironment()
+{
+    const wchar_t *const path = _wgetenv(L"KOLM_NOTE_ENVIRONMENT");
+    const std::wstring unfinished = path ? path + std::wstring(L".part") : std::wstring();
+    FILE *const file = path ? _wfopen(unfinished.c_str(), L"wb") : nullptr;
+    if (!file)
+        return 1;
+    wchar_t *const block = GetEnvironmentStringsW();
+    for (const wchar_t *variable = block; *variable; variable += std::wcslen(variable) + 1)
+        std::fprintf(file, "%s\n", utf8(variable).c_str());
+    std::fclose(file);
+    return MoveFileExW(unfinished.c_str(), path, MOVEFILE_REPLACE_EXISTING) ? 0 : 1;
+}
+
 int note(const wchar_t *path)
 {
     STARTUPINFOW startup = {};
@@ -92,6 +110,8 @@ int main()
     int count = 0;
     LPWSTR *const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     const std::wstring what = count > 1 ? arguments[1] : L"";
+    if (count == 1)
+        return noteEnvironment();
     if (what == L"wait")
         return untilInputEnds("ready");
     if (what == L"last" && count > 2) {
