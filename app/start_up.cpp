@@ -7,6 +7,7 @@
 #include "app/surroundings.h"
 #include "app/translation.h"
 #include "cloud/cloud_host.h"
+#include "pc/own_variables.h"
 #include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
@@ -31,7 +32,7 @@ void chooseHowToDraw()
     // large as the window for them, which a game could use.
     for (const char *side : {"QSG_ATLAS_WIDTH", "QSG_ATLAS_HEIGHT"}) {
         if (!qEnvironmentVariableIsSet(side))
-            qputenv(side, "512");
+            own_variables::set(side, "512");
     }
 
     // Letters as the system draws them: sharper at these sizes than those that

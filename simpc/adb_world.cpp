@@ -1,5 +1,6 @@
 #include "simpc/adb_world.h"
 
+#include "pc/own_variables.h"
 #include "simpc/adb_processes.h"
 #include "simpc/sim_pc.h"
 
@@ -37,6 +38,7 @@ QString startServer(const AdbPlan &plan, const AdbPlace &place, quint16 port)
         !QFile::copy(place.programFolder + QStringLiteral("/adb"), program))
         return QStringLiteral("adb cannot be copied to ") + program;
     QProcess server;
+    server.setProcessEnvironment(own_variables::forChildren());
     server.setProgram(program);
     server.setArguments({QStringLiteral("-L"), QStringLiteral("tcp:%1").arg(port),
                          QStringLiteral("fork-server"), QStringLiteral("server")});

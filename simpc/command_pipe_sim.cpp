@@ -1,5 +1,6 @@
 #include "pc/command_pipe.h"
 
+#include "pc/own_variables.h"
 #include "simpc/sim_pc.h"
 
 #include <cerrno>
@@ -7,6 +8,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 struct CommandPipe::Private
 {
@@ -28,8 +30,16 @@ bool runDetached(const QByteArray &script, int output)
     char leave[] = "sh -c \"$0\" &";
     QByteArray text = script;
     char *arguments[] = {shell, option, leave, text.data(), nullptr};
+    QList<QByteArray> variables;
+    for (const QString &variable : own_variables::forChildren().toStringList())
+        variables.append(variable.toLocal8Bit());
+    std::vector<char *> environment;
+    for (QByteArray &variable : variables)
+        environment.push_back(variable.data());
+    environment.push_back(nullptr);
     pid_t pid = 0;
-    const bool started = ::posix_spawnp(&pid, shell, &actions, nullptr, arguments, environ) == 0;
+    const bool started =
+        ::posix_spawnp(&pid, shell, &actions, nullptr, arguments, environment.data()) == 0;
     posix_spawn_file_actions_destroy(&actions);
     return started && ::waitpid(pid, nullptr, 0) == pid;
 }

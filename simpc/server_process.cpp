@@ -1,5 +1,7 @@
 #include "simpc/server_process.h"
 
+#include "pc/own_variables.h"
+
 #include <QProcess>
 
 #include <csignal>
@@ -48,6 +50,7 @@ bool ServerProcess::begin(const QString &program, const QStringList &arguments)
     child_->setStandardInputFile(QProcess::nullDevice());
     child_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     child_->setStandardOutputFile(QProcess::nullDevice());
+    child_->setProcessEnvironment(own_variables::forChildren());
     child_->start(program, arguments);
     if (!child_->waitForStarted(startsWithin))
         return false;

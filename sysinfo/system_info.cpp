@@ -5,6 +5,7 @@
 #include "pc/elevated_launch.h"
 #include "pc/memory.h"
 #include "pc/network_profile.h"
+#include "pc/own_variables.h"
 #include "pc/processes.h"
 #include "pc/registry.h"
 #include "sysinfo/driver_rules.h"
@@ -61,6 +62,7 @@ SystemInfo::SystemInfo(QObject *parent) : QObject(parent), powershellProcess_(ne
     // counts as private.
     networkCategory_ = QStringLiteral("Private");
     const network_profile::Query query = network_profile::query();
+    powershellProcess_->setProcessEnvironment(own_variables::forChildren());
     powershellProcess_->start(query.program, query.arguments, QIODevice::ReadWrite);
 }
 

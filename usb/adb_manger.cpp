@@ -3,6 +3,7 @@
 #include "base/clock.h"
 #include "pc/adb_shell.h"
 #include "pc/grouped_process.h"
+#include "pc/own_variables.h"
 #include "sysinfo/system_info.h"
 #include "usb/usb_watcher.h"
 
@@ -40,9 +41,9 @@ AdbManger::AdbManger(const Dependencies &dependencies, QObject *parent)
     : QObject(parent), clock_(dependencies.clock), start_(dependencies.start),
       end_(dependencies.end), process_(new GroupedProcess(this))
 {
-    // The same as QProcess::systemEnvironment(), but on Windows that one loses
-    // the letters of folders that the system's code page lacks.
-    process_->setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    // Said outright: what a QProcess takes by itself loses, on Windows, the letters
+    // of folders that the system's code page lacks.
+    process_->setProcessEnvironment(own_variables::forChildren());
     chooseAdb();
     connect(process_, &QProcess::readyReadStandardOutput, this, &AdbManger::onOutput);
     connect(this, &AdbManger::checkdevice, this, &AdbManger::checkDevice);

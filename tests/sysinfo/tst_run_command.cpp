@@ -1,4 +1,5 @@
 #include "base/manual_clock.h"
+#include "pc/own_variables.h"
 #include "simpc/sim_pc.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
@@ -41,6 +42,16 @@ private slots:
         SimPc pc(clock);
         pc.facts.commands.set({{"tool", script}});
         QTEST(SystemInfo::runCommand("tool"), "output");
+    }
+
+    void whatIsOursAloneIsNotHandedOn()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        qputenv("KOLM_TEST_SHARED", "yes");
+        own_variables::set("KOLM_TEST_OWN", "512");
+        pc.facts.commands.set({{"tool", "echo [$KOLM_TEST_SHARED] [$KOLM_TEST_OWN]"}});
+        QCOMPARE(SystemInfo::runCommand("tool"), QString("[yes] []\n"));
     }
 
     void theCommandLineIsRunAsItWasGiven()
