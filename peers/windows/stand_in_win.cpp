@@ -1,5 +1,9 @@
 #include "peers/windows/stand_in_win.h"
 
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+
 #include <shellapi.h>
 
 namespace stand_in {
@@ -50,6 +54,21 @@ bool exists(const wchar_t *event)
     if (opened)
         CloseHandle(opened);
     return opened != nullptr;
+}
+
+void noteEnvironment()
+{
+    const wchar_t *const path = _wgetenv(L"STAND_IN_ENVIRONMENT");
+    FILE *const file = path ? _wfopen(path, L"wb") : nullptr;
+    if (!file)
+        return;
+    wchar_t *const block = GetEnvironmentStringsW();
+    for (const wchar_t *variable = block; *variable; variable += std::wcslen(variable) + 1) {
+        std::fwrite(variable, sizeof *variable, std::wcslen(variable), file);
+        std::fwrite(L"\n", sizeof *variable, 1, file);
+    }
+    std::fclose(file);
+    FreeEnvironmentStringsW(block);
 }
 
 Part::Part() : close_(CreateEventW(nullptr, TRUE, FALSE, closeEvent)) {}

@@ -27,6 +27,10 @@ HANDLE startProgram(const std::wstring &path, const std::wstring &arguments = {}
 
 bool exists(const wchar_t *event);
 
+// Writes the environment into the file that the variable STAND_IN_ENVIRONMENT
+// names, if there is one: UTF-16, a variable a line.
+void noteEnvironment();
+
 // A part of SteamVR, from its start on. The main function of one makes it first.
 class Part
 {

@@ -29,6 +29,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int)
     const HANDLE asked = CreateEventW(nullptr, FALSE, FALSE, stand_in::steamEvent);
     if (!asked || GetLastError() == ERROR_ALREADY_EXISTS)
         return 0;
+    stand_in::noteEnvironment();
     while (WaitForSingleObject(asked, INFINITE) == WAIT_OBJECT_0)
         openSteamVr();
     return 1;

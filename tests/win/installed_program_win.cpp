@@ -23,6 +23,7 @@ const QString uninstall = QStringLiteral("Microsoft\\Windows\\CurrentVersion\\Un
 const QString wow = QStringLiteral("SOFTWARE\\WOW6432Node\\");
 const QString steamVrEntry =
     QStringLiteral("SOFTWARE\\") + uninstall + QStringLiteral("Steam App 250820");
+const QString environmentNote = QStringLiteral("C:\\steam-environment.txt");
 const QString location = QStringLiteral("InstallLocation");
 
 bool copyFile(const QString &from, const QString &to)
@@ -193,10 +194,18 @@ QString serverLog()
     return QStringLiteral("C:/server.log");
 }
 
+QString steamsEnvironment()
+{
+    const QByteArray noted = content(environmentNote);
+    return QString::fromUtf16(reinterpret_cast<const ushort *>(noted.constData()),
+                              noted.size() / 2);
+}
+
 bool layOutFiles(bool modeChosen)
 {
     QDir(dataFolder()).removeRecursively();
     QFile::remove(serverLog());
+    QFile::remove(environmentNote);
     const auto seed = [](const char *name) {
         return content(QStringLiteral(SEED_FILES "/") + QLatin1String(name));
     };
@@ -274,6 +283,7 @@ Copy::Copy()
     environment.insert("STAND_IN_SERVER_ARGUMENTS",
                        QStringLiteral("--headset D3SIM00001=192.168.1.31 --cell x --log ") +
                            serverLog());
+    environment.insert("STAND_IN_ENVIRONMENT", environmentNote);
     process_.setProcessEnvironment(environment);
     process_.setWorkingDirectory(programFolder());
 }

@@ -27,10 +27,11 @@ bool sayWhereSteamVrIs(const QString &folder);
 QString steamProgram(); // steam.exe, and vrstartup.exe, where they really are
 QString steamVrTool();
 
-QString programFolder(); // where the program and its working folder are
-QString dataFolder();    // where it keeps its files; in a folder with a blank and Chinese
-QString openVrPaths();   // OpenVR's file
-QString serverLog();     // what the streaming server notes
+QString programFolder();     // where the program and its working folder are
+QString dataFolder();        // where it keeps its files; in a folder with a blank and Chinese
+QString openVrPaths();       // OpenVR's file
+QString serverLog();         // what the streaming server notes
+QString steamsEnvironment(); // what Steam was started with, a variable a line
 
 // Lays out the files that an earlier run would have left, among them the choice
 // of the wireless mode unless `modeChosen` is false; removes logs and notes.

@@ -109,6 +109,9 @@ private slots:
 
         QVERIFY(waitUntil([] { return runs("steam.exe"); }));
         QVERIFY(waitUntil([] { return runs("vrmonitor.exe"); }));
+        // What the program has set for its own drawing is no affair of a game.
+        QVERIFY(steamsEnvironment().contains("STAND_IN_SERVER_ARGUMENTS="));
+        QVERIFY(!steamsEnvironment().contains("QSG_ATLAS"));
         QVERIFY(waitUntil([] { return content(serverLog()).contains("# D3SIM00001 connected"); }));
         QCOMPARE(cellBytes(), QByteArray("\x01\0\0\0\x01\0\0\0", 8));
         // The registration was there for SteamVR's start only.
