@@ -2,6 +2,7 @@
 
 #include <winsock2.h>
 
+#include "pc/growing_answer.h"
 #include "pc/handles_win.h"
 
 #include <iphlpapi.h>
@@ -11,6 +12,8 @@ namespace tcp_table {
 namespace {
 
 constexpr ULONG firstSize = 32; // bytes; holds one row at most
+// Connections come while we ask: each time the table may have outgrown its room.
+constexpr int attempts = 10;
 
 using TableBlock = HeapBlock<MIB_TCPTABLE2>;
 
@@ -24,19 +27,21 @@ TableBlock allocate(ULONG size)
 Table read()
 {
     Table table;
-    ULONG size = firstSize;
-    TableBlock block = allocate(size);
-    if (block && GetTcpTable2(block.get(), &size, TRUE) == ERROR_INSUFFICIENT_BUFFER) {
+    TableBlock block;
+    const Fit fit = askUntilItFits(firstSize, attempts, [&](std::uint32_t *size) {
         block.reset();
-        block = allocate(size);
-    }
-    if (!block) {
-        table.failure = Table::NoMemory;
-        return table;
-    }
-    table.error = GetTcpTable2(block.get(), &size, TRUE);
-    if (table.error != NO_ERROR) {
-        table.failure = Table::NotAnswered;
+        block = allocate(*size);
+        if (!block)
+            return Fit::Refused;
+        ULONG needed = *size;
+        table.error = GetTcpTable2(block.get(), &needed, TRUE);
+        *size = needed;
+        if (table.error == ERROR_INSUFFICIENT_BUFFER)
+            return Fit::TooSmall;
+        return table.error == NO_ERROR ? Fit::Fits : Fit::Refused;
+    });
+    if (fit != Fit::Fits) {
+        table.failure = block ? Table::NotAnswered : Table::NoMemory;
         return table;
     }
     table.rows.reserve(block->dwNumEntries);
