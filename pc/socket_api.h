@@ -2,8 +2,8 @@
 //
 // Sockets made here never block: a call that would have to wait fails with an
 // error for which isWouldBlock() holds. Programs that we start do not inherit
-// them. A call that fails leaves its reason in lastError(), which belongs to
-// the calling thread and is only good until the next call. Any thread.
+// them, whenever they are started. A call that fails leaves its reason in lastError(), which
+// belongs to the calling thread and is only good until the next call. Any thread.
 #pragma once
 
 #include "pc/owned.h"
@@ -70,8 +70,8 @@ std::ptrdiff_t receive(Handle socket, char *buffer, std::size_t size);
 // Never raises a signal. May take only the first part of `data`.
 std::ptrdiff_t send(Handle socket, const char *data, std::size_t size);
 
-// Two connected datagram sockets: a byte sent into the one wakes a wait() on
-// the other.
+// Two sockets that are connected with each other and lose nothing: a byte sent
+// into the one wakes a wait() on the other.
 struct WakeUpPair
 {
     Socket sender;

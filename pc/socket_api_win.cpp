@@ -22,52 +22,103 @@ static_assert(sizeof(Set::count) == sizeof(fd_set::fd_count) &&
 
 namespace {
 
+// For the two ends of the wake-up pair to meet, each.
+constexpr std::chrono::seconds pairLimit = 5s;
+
 int clamped(std::size_t size)
 {
     return size > INT_MAX ? INT_MAX : static_cast<int>(size);
 }
 
-// Never blocks and stays in this process: a long-lived child that inherited
-// the listening socket would keep the port after our end.
-bool configure(SOCKET socket)
-{
-    SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
-    u_long on = 1;
-    return ioctlsocket(socket, static_cast<long>(FIONBIO), &on) == 0;
-}
-
-// A socket that cannot be configured is none.
-Socket configured(SOCKET handle)
+// A socket that cannot be kept from blocking is none.
+Socket nonBlocking(SOCKET handle)
 {
     Socket socket(handle);
-    if (socket && !configure(handle))
+    u_long on = 1;
+    if (socket && ioctlsocket(handle, static_cast<long>(FIONBIO), &on) != 0)
         socket.reset();
     return socket;
 }
 
-// A datagram socket on a loopback port of the system's choice, and its name.
-struct Datagram
+// Commands are short and seldom: each goes out at once.
+void sendAtOnce(const Socket &socket)
+{
+    const BOOL on = TRUE;
+    ::setsockopt(socket.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char *>(&on),
+                 sizeof on);
+}
+
+// A waiting connection. It comes into the world as something that children
+// inherit, whatever the listener is; only then that can be changed.
+Socket take(Handle listener, sockaddr_in *peer)
+{
+    int length = sizeof *peer;
+    const SOCKET handle = ::accept(listener, reinterpret_cast<sockaddr *>(peer), &length);
+    if (handle != INVALID_SOCKET)
+        SetHandleInformation(reinterpret_cast<HANDLE>(handle), HANDLE_FLAG_INHERIT, 0);
+    return nonBlocking(handle);
+}
+
+// A socket that listens on a loopback port of the system's choice, and its name.
+struct Listener
 {
     Socket socket;
     sockaddr_in name = {};
 };
 
-std::optional<Datagram> openDatagram()
+std::optional<Listener> listenSomewhere()
 {
-    Datagram opened{configured(::socket(AF_INET, SOCK_DGRAM, 0))};
+    Listener opened{openTcp()};
     opened.name.sin_family = AF_INET;
     opened.name.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     auto *const name = reinterpret_cast<sockaddr *>(&opened.name);
     int length = sizeof opened.name;
     if (!opened.socket || ::bind(opened.socket.get(), name, length) != 0 ||
-        ::getsockname(opened.socket.get(), name, &length) != 0)
+        ::getsockname(opened.socket.get(), name, &length) != 0 ||
+        ::listen(opened.socket.get(), 1) != 0)
         return std::nullopt;
     return opened;
 }
 
-bool connectTo(const Socket &socket, const sockaddr_in &name)
+bool beginToConnect(const Socket &socket, const sockaddr_in &name)
 {
-    return ::connect(socket.get(), reinterpret_cast<const sockaddr *>(&name), sizeof name) == 0;
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr *>(&name), sizeof name) == 0 ||
+           WSAGetLastError() == WSAEWOULDBLOCK;
+}
+
+// Waits until a connection can be taken, or the socket's own has been made.
+bool waitUntilReady(const Socket *readable, const Socket *writable)
+{
+    fd_set reading;
+    fd_set writing;
+    FD_ZERO(&reading);
+    FD_ZERO(&writing);
+    if (readable)
+        FD_SET(readable->get(), &reading);
+    if (writable)
+        FD_SET(writable->get(), &writing);
+    timeval limit{static_cast<long>(pairLimit.count()), 0};
+    const int ready = ::select(0, &reading, &writing, nullptr, &limit);
+    if (ready == 0)
+        WSASetLastError(WSAETIMEDOUT);
+    return ready == 1;
+}
+
+// The other end of our own connection; somebody else's are let go.
+Socket acceptFrom(const Socket &listener, const Socket &wanted)
+{
+    sockaddr_in own{};
+    int length = sizeof own;
+    if (::getsockname(wanted.get(), reinterpret_cast<sockaddr *>(&own), &length) != 0)
+        return {};
+    while (waitUntilReady(&listener, nullptr)) {
+        sockaddr_in peer{};
+        Socket accepted = take(listener.get(), &peer);
+        if (accepted && peer.sin_port == own.sin_port &&
+            peer.sin_addr.s_addr == own.sin_addr.s_addr)
+            return accepted;
+    }
+    return {};
 }
 
 void fill(fd_set *to, const Set &from)
@@ -105,9 +156,12 @@ int messageTooLongError()
     return WSAEMSGSIZE;
 }
 
+// Not for children from its birth on: one that is started meanwhile and lives
+// long would keep the port after our end.
 Socket openTcp()
 {
-    return configured(::socket(AF_INET, SOCK_STREAM, 0));
+    return nonBlocking(::WSASocketW(AF_INET, SOCK_STREAM, 0, nullptr, 0,
+                                    WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT));
 }
 
 void close(Handle socket)
@@ -144,14 +198,10 @@ bool listenOn(Handle socket, int backlog)
 std::optional<Connection> accept(Handle listener)
 {
     sockaddr_in peer{};
-    int length = sizeof peer;
-    Socket client = configured(::accept(listener, reinterpret_cast<sockaddr *>(&peer), &length));
+    Socket client = take(listener, &peer);
     if (!client)
         return std::nullopt;
-    // Commands are short and seldom: each goes out at once.
-    const BOOL on = TRUE;
-    ::setsockopt(client.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char *>(&on),
-                 sizeof on);
+    sendAtOnce(client);
     return Connection{std::move(client), peer.sin_addr.s_addr};
 }
 
@@ -173,15 +223,19 @@ std::ptrdiff_t send(Handle socket, const char *data, std::size_t size)
 
 std::optional<WakeUpPair> makeWakeUpPair()
 {
-    std::optional<Datagram> sender = openDatagram();
-    if (!sender)
+    // A connection and not datagrams, which a filter of the system may drop: then
+    // the wake-up would be lost, and all that waits for it.
+    const std::optional<Listener> listener = listenSomewhere();
+    Socket sender = openTcp();
+    if (!listener || !sender || !beginToConnect(sender, listener->name))
         return std::nullopt;
-    std::optional<Datagram> receiver = openDatagram();
-    // Connected both ways, so that nobody else's datagrams arrive.
-    if (!receiver || !connectTo(sender->socket, receiver->name) ||
-        !connectTo(receiver->socket, sender->name))
+    Socket receiver;
+    if (waitUntilReady(nullptr, &sender))
+        receiver = acceptFrom(listener->socket, sender);
+    if (!receiver)
         return std::nullopt;
-    return WakeUpPair{std::move(sender->socket), std::move(receiver->socket)};
+    sendAtOnce(sender);
+    return WakeUpPair{std::move(sender), std::move(receiver)};
 }
 
 WaitOutcome wait(Set *set, const WaitOptions &options)
