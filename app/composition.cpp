@@ -80,6 +80,7 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     qInfo().noquote().nospace() << "json language: "
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
+    SysManager::setLookForHolder(control_port::lookForHolder);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
     orb_ = new ORBManager(std::make_unique<ProcessWideServices>(), app);

@@ -1,6 +1,7 @@
 // What the rest of the program can ask of the streaming server.
 #pragma once
 
+#include "link/control_port.h"
 #include "link/headset_record.h"
 
 // The control link to the streaming server. Requests return at once and go out
@@ -35,6 +36,8 @@ public:
     virtual HeadsetList hmdInfoList() const = 0;
     // Whether a server is connected.
     virtual bool hasClient() const = 0;
+    // What came of the attempt to listen for it.
+    virtual ControlPort controlPort() const = 0;
     // Whether the server that is connected now has itself said if the USB
     // headset is connected (`wired`), or sent a list: the getters above also
     // keep what one before it said.

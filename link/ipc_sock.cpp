@@ -44,11 +44,11 @@ bool IPCSock::startup()
     return true;
 }
 
-bool IPCSock::failStartup(const wchar_t *step) const
+bool IPCSock::failStartup(const wchar_t *step)
 {
-    const int error = socket_api::lastError();
+    startupError_ = socket_api::lastError();
     console::error(std::wstring(L"ControlSocket::Startup ") + step + L" error : " +
-                   std::to_wstring(error));
+                   std::to_wstring(startupError_));
     return false;
 }
 

@@ -32,6 +32,8 @@ public:
     // Binds and listens. False when that fails; a socket made on the way stays
     // until close().
     [[nodiscard]] bool startup();
+    // The system's error number of a startup() that failed.
+    int startupError() const { return startupError_; }
 
     // Takes a waiting connection, if the last wait saw one. Only this PC may
     // connect, and the newest client replaces the one before. True when there
@@ -65,7 +67,7 @@ public:
     void close();
 
 private:
-    bool failStartup(const wchar_t *step) const;
+    bool failStartup(const wchar_t *step);
 
     const std::shared_ptr<Poller> poller_;
     socket_api::Socket listening_;
@@ -73,6 +75,7 @@ private:
     LineSplitter received_;
     int port_ = -1;
     const char *address_ = nullptr;
+    int startupError_ = 0;
 
     std::string unsent_; // what is left of a text that was sent in part
     bool acceptingPaused_ = false;

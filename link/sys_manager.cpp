@@ -23,24 +23,32 @@ namespace {
 // How long to wait before trying again what the system has no room for.
 constexpr std::chrono::milliseconds retryInterval = 200ms;
 
-// What a restart request of the product's link does.
-struct RestartHandler
+// What the product's link does when a restart is asked for, and before it listens.
+struct Handlers
 {
     Mutex mutex;
-    std::function<void()> handler GUARDED_BY(mutex);
+    std::function<void()> restart GUARDED_BY(mutex);
+    SysManager::LookForHolder lookForHolder GUARDED_BY(mutex);
 };
 
-RestartHandler &restartHandler()
+Handlers &handlers()
 {
-    static RestartHandler handler;
-    return handler;
+    static Handlers kept;
+    return kept;
 }
 
 std::function<void()> copyOfRestartHandler()
 {
-    RestartHandler &kept = restartHandler();
+    Handlers &kept = handlers();
     const MutexLock lock(kept.mutex);
-    return kept.handler;
+    return kept.restart;
+}
+
+SysManager::LookForHolder copyOfLookForHolder()
+{
+    Handlers &kept = handlers();
+    const MutexLock lock(kept.mutex);
+    return kept.lookForHolder;
 }
 
 } // namespace
@@ -54,7 +62,8 @@ struct SysManager::Worker
         socket->setPort(port);
     }
 
-    bool start();
+    // 0, or the system's error.
+    int start();
     void run();
     void processPass();
     void sendPosted();
@@ -75,20 +84,20 @@ struct SysManager::Worker
     CommandDispatcher dispatcher;
 };
 
-bool SysManager::Worker::start()
+int SysManager::Worker::start()
 {
     if (thread.joinable())
-        return true;
+        return 0;
     if (!outbox.open()) {
-        console::error(L"ControlSocket::Startup socket error : " +
-                       std::to_wstring(socket_api::lastError()));
-        return false;
+        const int error = socket_api::lastError();
+        console::error(L"ControlSocket::Startup socket error : " + std::to_wstring(error));
+        return error;
     }
     if (!socket->startup())
-        return false;
+        return socket->startupError();
     poller->setWakeUp(outbox.wakeUpHandle());
     thread = std::thread(&Worker::run, this);
-    return true;
+    return 0;
 }
 
 void SysManager::Worker::run()
@@ -173,7 +182,10 @@ SysManager &SysManager::instance()
 {
     static SysManager &manager = []() -> SysManager & {
         static SysManager made(copyOfRestartHandler());
-        made.start();
+        if (!made.start(copyOfLookForHolder())) {
+            qWarning().nospace() << "port " << control_port::number
+                                 << " cannot be listened on, error " << made.controlPort_.error;
+        }
         qInfo("This is the construction of singleton");
         return made;
     }();
@@ -182,14 +194,29 @@ SysManager &SysManager::instance()
 
 void SysManager::setRestartHandler(std::function<void()> restartSteamVR)
 {
-    RestartHandler &kept = restartHandler();
+    Handlers &kept = handlers();
     const MutexLock lock(kept.mutex);
-    kept.handler = std::move(restartSteamVR);
+    kept.restart = std::move(restartSteamVR);
 }
 
-bool SysManager::start()
+void SysManager::setLookForHolder(LookForHolder lookForHolder)
 {
-    return worker_->start();
+    Handlers &kept = handlers();
+    const MutexLock lock(kept.mutex);
+    kept.lookForHolder = std::move(lookForHolder);
+}
+
+bool SysManager::start(const LookForHolder &lookForHolder)
+{
+    if (lookForHolder)
+        controlPort_.holder = lookForHolder();
+    if (const auto &holder = controlPort_.holder) {
+        qWarning().noquote().nospace() << "port " << control_port::number << " is held by "
+                                       << holder->name << " (pid " << holder->pid << ")";
+    }
+    controlPort_.error = worker_->start();
+    controlPort_.listening = controlPort_.error == 0;
+    return controlPort_.listening;
 }
 
 void SysManager::linkTo(const QString &serial, const QString &address)

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 // Listens on 127.0.0.1:9932, takes one client at a time and runs the link on a
 // worker thread of its own, which alone touches the sockets and sleeps in the
@@ -22,14 +23,21 @@ public:
     SysManager(const SysManager &) = delete;
     SysManager &operator=(const SysManager &) = delete;
 
-    // The product's one. setRestartHandler() says beforehand what a restart
-    // request does; the first call of instance() starts the link.
+    // Says who else has the port, if anybody.
+    using LookForHolder = std::function<std::optional<ControlPort::Holder>()>;
+
+    // The product's one. The others say beforehand what a restart request does
+    // and how it learns who has the port; the first call of instance() starts
+    // the link.
     static SysManager &instance();
     static void setRestartHandler(std::function<void()> restartSteamVR);
+    static void setLookForHolder(LookForHolder lookForHolder);
 
     // Listens and starts the worker; false when the port cannot be had, and
-    // then the link stays silent for this run.
-    bool start();
+    // then the link stays silent for this run. Before it listens it looks who has
+    // the port; what came of both is kept as controlPort(). Before
+    // other threads use this object.
+    bool start(const LookForHolder &lookForHolder = {});
 
     void linkTo(const QString &serial, const QString &address) override;
     void disconnect(const QString &serial, const QString &address) override;
@@ -40,6 +48,7 @@ public:
     QString deviceId() const override;
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
+    ControlPort controlPort() const override { return controlPort_; }
     bool hasReported(bool wired) const override;
 
     // Sends a text of the protocol as it stands, up to its first NUL if it
@@ -53,4 +62,5 @@ public:
 private:
     struct Worker;
     std::unique_ptr<Worker> worker_;
+    ControlPort controlPort_; // as start() left it
 };

@@ -33,6 +33,7 @@ public:
     QString deviceId() const override { return {}; }
     HeadsetList hmdInfoList() const override { return {}; }
     bool hasClient() const override { return false; }
+    ControlPort controlPort() const override { return {}; }
     bool hasReported(bool) const override { return false; }
 
     int firewallRequests = 0;

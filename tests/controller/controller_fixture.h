@@ -35,6 +35,7 @@ public:
     QString reportedId;        // "deviceId:" item of the report; empty: none
     bool usbConnected = false; // its answer to "WiredConnect"
     bool obeys = true;         // whether "LinkTo" connects the headset
+    ControlPort port;          // what came of its port
     bool answers = true;       // whether it says anything about headsets
     QStringList received;      // every text that arrived
 
@@ -48,6 +49,7 @@ public:
     QString deviceId() const override;
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
+    ControlPort controlPort() const override { return port; }
     bool hasReported(bool wired) const override;
 
 private:

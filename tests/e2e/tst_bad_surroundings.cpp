@@ -21,6 +21,7 @@ private slots:
         QVERIFY(program.start());
         QCOMPARE(program.wait(), 3);
         QVERIFY(program.errors().contains("ControlSocket::Startup bind error : "));
+        QVERIFY(program.log().contains("port 9932 cannot be listened on, error "));
         QVERIFY(program.output().contains("missing: streaming server on the control port"));
         QVERIFY(program.journal().value(program.journal().size() - 1).contains("vrstartup.exe"));
     }

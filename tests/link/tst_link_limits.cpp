@@ -222,7 +222,9 @@ private slots:
             QCOMPARE(streams.error(),
                      QStringLiteral("ControlSocket::Startup socket error : %1\n").arg(EMFILE));
         }
+        QCOMPARE(manager.controlPort().error, EMFILE);
         QVERIFY(manager.start());
+        QVERIFY(manager.controlPort().listening);
     }
 
     void backsOffWhenItCannotWait()
