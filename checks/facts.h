@@ -2,6 +2,7 @@
 #pragma once
 
 #include "checks/stage.h"
+#include "link/control_port.h"
 #include "pc/power.h"
 #include "steamvr/launch_failure.h"
 #include "usb/adb_rules.h"
@@ -32,6 +33,8 @@ struct Facts
     std::optional<QString> networkCategory; // "Public", "Private" or empty
     std::optional<adb_rules::AdbState> adb;
 
+    // The port on which the streaming server looks for this program.
+    std::optional<ControlPort> controlPort;
     // The programs that hold the streaming server's ports and are no part of
     // streaming.
     std::optional<QStringList> portHolders;

@@ -173,6 +173,7 @@ void ORBManager::startRun(const SettingsChoice &choice, LinkKind link)
     settings_->apply(choice, link);
     checkSystem();
     flow_->setLink(&deps_->link());
+    checks_->facts().controlPort = deps_->link().controlPort();
     steamStarter_->startUp();
     pollTimer_ = deps_->clock().startTimer(pollInterval, this);
     polling_ = true;

@@ -170,6 +170,26 @@
         <source>Windows无法启动%1：%2切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
         <translation>Windows cannot start %1: %2 Close SteamVR yourself before you switch the connection or change settings, and let Steam verify the files of SteamVR.</translation>
     </message>
+    <message>
+        <source>错误代码：</source>
+        <translation>Error code:</translation>
+    </message>
+    <message>
+        <source>其他程序占用了串流所需的端口</source>
+        <translation>Another program is in the way</translation>
+    </message>
+    <message>
+        <source>%1正在使用端口9932，串流服务器可能连接不到本程序。请关闭它，然后重新启动本程序。</source>
+        <translation>%1 uses port 9932, so that the streaming server may not reach this program. Close it, then restart this program.</translation>
+    </message>
+    <message>
+        <source>无法使用端口9932</source>
+        <translation>Port 9932 cannot be used</translation>
+    </message>
+    <message>
+        <source>Windows不允许本程序使用端口9932（错误%1），串流服务器连接不到本程序。请重新启动电脑后再试。</source>
+        <translation>Windows does not let this program use port 9932 (error %1), so that the streaming server cannot reach it. Restart the PC and try again.</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

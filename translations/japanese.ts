@@ -170,6 +170,26 @@
         <source>Windows无法启动%1：%2切换连接方式或更改设置之前，请手动关闭SteamVR，并在Steam中验证SteamVR文件的完整性。</source>
         <translation>%1を起動できませんでした：%2 接続方法や設定を変更する前に、SteamVRを手動で終了し、SteamでSteamVRのファイルの整合性を確認してください。</translation>
     </message>
+    <message>
+        <source>错误代码：</source>
+        <translation>エラーコード：</translation>
+    </message>
+    <message>
+        <source>其他程序占用了串流所需的端口</source>
+        <translation>必要なポートがほかのプログラムに使用されています</translation>
+    </message>
+    <message>
+        <source>%1正在使用端口9932，串流服务器可能连接不到本程序。请关闭它，然后重新启动本程序。</source>
+        <translation>%1がポート9932を使用しているため、ストリーミングサーバーがこのプログラムに接続できない可能性があります。それを終了してから、このプログラムを再起動してください。</translation>
+    </message>
+    <message>
+        <source>无法使用端口9932</source>
+        <translation>ポート9932を使用できません</translation>
+    </message>
+    <message>
+        <source>Windows不允许本程序使用端口9932（错误%1），串流服务器连接不到本程序。请重新启动电脑后再试。</source>
+        <translation>このプログラムはWindowsからポート9932の使用を許可されていません（エラー%1）。ストリーミングサーバーが接続できないため、PCを再起動してからもう一度お試しください。</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

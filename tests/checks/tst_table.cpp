@@ -235,6 +235,25 @@ private:
             facts.wired = false;
             facts.networkCategory = QString();
         });
+        const auto port = [](bool listening, bool held) {
+            return [=](Facts &facts) {
+                facts.controlPort = ControlPort();
+                facts.controlPort->listening = listening;
+                facts.controlPort->error = listening ? 0 : 10013;
+                if (held)
+                    facts.controlPort->holder = ControlPort::Holder{7, "other.exe"};
+            };
+        };
+        row("our port is ours", {}, port(true, false));
+        row("another program has our port as well", {"control-port-taken: other.exe"},
+            port(true, true));
+        row("another program has our port alone", {"control-port-taken: other.exe"},
+            port(false, true));
+        row("Windows keeps our port", {"control-port-unusable: 10013"}, port(false, false));
+        row("another program has our port, and the server came to us", {}, [=](Facts &facts) {
+            port(true, true)(facts);
+            facts.reached = static_cast<int>(Stage::Server) + 1;
+        });
         row("ports in other hands", {"ports-taken: node.exe, nginx.exe"}, [](Facts &facts) {
             facts.portHolders = QStringList{"node.exe", "nginx.exe"};
         });

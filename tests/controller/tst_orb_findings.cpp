@@ -69,6 +69,21 @@ private slots:
         QCOMPARE(f.events.size(), 1); // the start
     }
 
+    // Known from the start, and looked at again while nothing comes of it.
+    void whoHasOurOwnPortIsAFindingUntilItIsGone()
+    {
+        ControllerFixture f(dir(), steamRunning());
+        const quint32 holder = f.pc.processes.start("node.exe");
+        f.pc.ports.open(holder, 9932);
+        f.server.present = false;
+        f.server.port.holder = ControlPort::Holder{holder, "node.exe"};
+        f.orb();
+        QTRY_VERIFY(found(f).contains("control-port-taken"));
+        f.pc.ports.close(holder);
+        f.clock.advance(30000);
+        QTRY_VERIFY(!found(f).contains("control-port-taken"));
+    }
+
     void whoHoldsThePortsIsAFinding()
     {
         ControllerFixture f(dir(), steamRunning());
