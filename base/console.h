@@ -1,4 +1,4 @@
-// What the control link writes to the standard streams.
+// What the control link and the USB watcher write to the standard streams.
 //
 // Each call writes one whole line and flushes it; lines of several threads
 // never mix. Wide and narrow lines may follow each other on the same stream if

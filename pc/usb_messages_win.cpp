@@ -1,9 +1,9 @@
 #include "pc/usb_messages.h"
 
+#include "base/console.h"
 #include "pc/handles_win.h"
 
 #include <chrono>
-#include <iostream>
 
 #include <dbt.h>
 
@@ -70,7 +70,7 @@ DWORD WINAPI watch(void *handler)
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0)) {
         if (message.message == exitMessage) {
-            std::cout << "worker receive the exiting Message..." << std::endl;
+            console::echo("worker receive the exiting Message...");
             break;
         }
         TranslateMessage(&message);

@@ -1,10 +1,10 @@
 #include "pc/usb_messages.h"
 
+#include "base/console.h"
 #include "simpc/sim_pc.h"
 
 #include <condition_variable>
 #include <deque>
-#include <iostream>
 #include <mutex>
 #include <thread>
 
@@ -35,7 +35,7 @@ struct UsbMessages::Private
             changed(path);
             lock.lock();
         }
-        std::cout << "worker receive the exiting Message..." << std::endl;
+        console::echo("worker receive the exiting Message...");
     }
 
     Changed changed;
