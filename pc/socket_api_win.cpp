@@ -2,8 +2,11 @@
 #define FD_SETSIZE 65
 #define WIN32_LEAN_AND_MEAN
 #include <winsock2.h>
+
+#include <mswsock.h>
 #include <ws2tcpip.h>
 
+#include "pc/handles_win.h"
 #include "pc/socket_api.h"
 
 #include <climits>
@@ -49,7 +52,8 @@ void sendAtOnce(const Socket &socket)
 }
 
 // A waiting connection. It comes into the world as something that children
-// inherit, whatever the listener is; only then that can be changed.
+// inherit, whatever the listener is. One that is started just then keeps a client,
+// which harms nobody.
 Socket take(Handle listener, sockaddr_in *peer)
 {
     int length = sizeof *peer;
@@ -86,22 +90,43 @@ bool beginToConnect(const Socket &socket, const sockaddr_in &name)
            WSAGetLastError() == WSAEWOULDBLOCK;
 }
 
-// Waits until a connection can be taken, or the socket's own has been made.
-bool waitUntilReady(const Socket *readable, const Socket *writable)
+// Waits until the connection of a socket is made.
+bool isConnectedInTime(const Socket &socket)
 {
-    fd_set reading;
-    fd_set writing;
-    FD_ZERO(&reading);
-    FD_ZERO(&writing);
-    if (readable)
-        FD_SET(readable->get(), &reading);
-    if (writable)
-        FD_SET(writable->get(), &writing);
+    fd_set writable;
+    FD_ZERO(&writable);
+    FD_SET(socket.get(), &writable);
     timeval limit{static_cast<long>(pairLimit.count()), 0};
-    const int ready = ::select(0, &reading, &writing, nullptr, &limit);
+    const int ready = ::select(0, nullptr, &writable, nullptr, &limit);
     if (ready == 0)
         WSASetLastError(WSAETIMEDOUT);
     return ready == 1;
+}
+
+// Takes a connection into a socket that was made before, and so is not for
+// children either.
+bool takeInto(const Socket &made, const Socket &listener)
+{
+    constexpr DWORD room = sizeof(sockaddr_in) + 16; // as the call wants it
+    char names[2 * room];
+    DWORD received = 0;
+    const KernelHandle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    OVERLAPPED taking = {};
+    taking.hEvent = done.get();
+    if (!AcceptEx(listener.get(), made.get(), names, 0, room, room, &received, &taking) &&
+        WSAGetLastError() != ERROR_IO_PENDING)
+        return false;
+    const auto limit = std::chrono::milliseconds(pairLimit).count();
+    const bool taken = WaitForSingleObject(done.get(), static_cast<DWORD>(limit)) == WAIT_OBJECT_0;
+    const auto handle = reinterpret_cast<HANDLE>(listener.get());
+    if (!taken)
+        CancelIoEx(handle, &taking);
+    // What it writes to lies on this stack.
+    if (!GetOverlappedResult(handle, &taking, &received, TRUE))
+        return false;
+    const SOCKET from = listener.get();
+    return ::setsockopt(made.get(), SOL_SOCKET, SO_UPDATE_ACCEPT_CONTEXT,
+                        reinterpret_cast<const char *>(&from), sizeof from) == 0;
 }
 
 // The other end of our own connection; somebody else's are let go.
@@ -111,12 +136,12 @@ Socket acceptFrom(const Socket &listener, const Socket &wanted)
     int length = sizeof own;
     if (::getsockname(wanted.get(), reinterpret_cast<sockaddr *>(&own), &length) != 0)
         return {};
-    while (waitUntilReady(&listener, nullptr)) {
+    for (Socket made = openTcp(); made && takeInto(made, listener); made = openTcp()) {
         sockaddr_in peer{};
-        Socket accepted = take(listener.get(), &peer);
-        if (accepted && peer.sin_port == own.sin_port &&
-            peer.sin_addr.s_addr == own.sin_addr.s_addr)
-            return accepted;
+        length = sizeof peer;
+        if (::getpeername(made.get(), reinterpret_cast<sockaddr *>(&peer), &length) == 0 &&
+            peer.sin_port == own.sin_port && peer.sin_addr.s_addr == own.sin_addr.s_addr)
+            return made;
     }
     return {};
 }
@@ -230,7 +255,7 @@ std::optional<WakeUpPair> makeWakeUpPair()
     if (!listener || !sender || !beginToConnect(sender, listener->name))
         return std::nullopt;
     Socket receiver;
-    if (waitUntilReady(nullptr, &sender))
+    if (isConnectedInTime(sender))
         receiver = acceptFrom(listener->socket, sender);
     if (!receiver)
         return std::nullopt;
