@@ -10,8 +10,11 @@
 // opened or cannot be read to its end. Any thread.
 std::optional<QByteArray> readContent(const QString &path);
 
-// The same for a file that is about to be edited: nothing also when it may not
-// be written. The file stays as it is. Any thread.
+// As readContent(), and tried again for a moment while somebody holds the file.
+std::optional<QByteArray> readPatiently(const QString &path);
+
+// As readContent() for a file that is about to be edited: nothing also when it
+// may not be written. The file stays as it is. Any thread.
 std::optional<QByteArray> readForEdit(const QString &path);
 
 enum class [[nodiscard]] WriteResult{
@@ -22,12 +25,17 @@ enum class [[nodiscard]] WriteResult{
 
 // Replaces the content of the file at `path` as one step: whatever happens on
 // the way (a full disk, a kill, a power cut), afterwards the old or the new
-// content is there, whole. Creates the file, not its folder. A file that may
-// not be written gives OpenFailed. Any thread.
+// content is there, whole, or the next finishReplacement() brings it about.
+// Creates the file, not its folder. A file that may not be written, or that
+// somebody holds for longer than a moment, gives OpenFailed. Any thread; waits
+// for a moment where somebody holds the file (base/file_replacement.h).
 WriteResult replaceFile(const QString &path, const QByteArray &content);
 
-// The same for a file that belongs to another program. Where the folder does
-// not let us replace it as one step although the file itself may be written
-// (no right to create files there, or a reader that keeps the old one open),
-// the content is written over in place, as that program would do it.
+// The same for a file that belongs to another program. Where the folder takes
+// no new file although the file itself may be written, the content is written
+// over in place, as that program would do it.
 WriteResult replaceForeignFile(const QString &path, const QByteArray &content);
+
+// Puts the file at `path` in order if a replacement of it was interrupted. To
+// be called before the first look at a file that one of the two above writes.
+void finishReplacement(const QString &path);
