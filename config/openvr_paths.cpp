@@ -16,6 +16,7 @@ const QLatin1String kDrivers("external_drivers");
 // The document in the file at `path`, or nothing and a line in the log.
 std::optional<JsonDocument> read(const QString &path)
 {
+    finishReplacement(path);
     if (!QFile::exists(path)) {
         qInfo().noquote().nospace() << "Config file does not exist:" << path;
         return std::nullopt;
@@ -84,6 +85,7 @@ bool clearDrivers(JsonDocument &json)
 
 bool hasDrivers(const QString &homeDir)
 {
+    finishReplacement(path(homeDir));
     const std::optional<QByteArray> text = readContent(path(homeDir));
     return text && hasDrivers(parseJson(*text));
 }

@@ -103,6 +103,7 @@ std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial)
 
 void editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable)
 {
+    finishReplacement(path());
     if (!QFile::exists(path())) {
         qInfo().noquote().nospace() << "no session json: " << path();
         return;
@@ -121,6 +122,7 @@ void editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtu
 
 void editSerial(const QString &serial)
 {
+    finishReplacement(path());
     if (!QFile::exists(path()))
         return;
     const std::optional<QByteArray> text = readForEdit(path());

@@ -50,7 +50,8 @@ public:
     Saver(const QString &file, const QString &folder) : file_(file), folder_(folder) {}
 
     // Saves under strace with its options `options`; empty: without strace.
-    void run(const QStringList &options)
+    void run(const QStringList &options) { run(options, {}); }
+    void run(const QStringList &options, const QStringList &more)
     {
         QProcess process;
         process.setWorkingDirectory(folder_);
@@ -61,6 +62,7 @@ public:
         process.setProcessEnvironment(environment);
         QStringList arguments{QCoreApplication::applicationDirPath() + "/save_once", file_,
                               folder_};
+        arguments += more;
         if (!options.isEmpty())
             arguments = QStringList("strace") + options + arguments;
         process.start(arguments.takeFirst(), arguments);
@@ -73,13 +75,14 @@ public:
         }
     }
 
-    // The steps of an undisturbed save; the last one comes after its end.
-    QList<Step> steps()
+    // The steps of a save that is disturbed by these options alone; the last one
+    // comes after its end.
+    QList<Step> steps(const QStringList &options = {})
     {
         QTemporaryFile trace;
         if (!trace.open())
             return {};
-        run({"-o", trace.fileName(), "-y", "-e", "trace=%file,%desc"});
+        run(QStringList{"-o", trace.fileName(), "-y", "-e", "trace=%file,%desc"} + options);
         QList<Step> steps;
         QHash<QString, int> counts;
         bool saving = false;
@@ -212,6 +215,62 @@ private slots:
         // and then a step is not met.
         QVERIFY(!isKill || killed >= steps.size() - 2);
         // Otherwise nothing was disturbed, or everything.
+        QVERIFY(old > 0);
+        QVERIFY(done > 0);
+    }
+
+    void aSaveInPlaceMayBeKilledAtAnyStep_data()
+    {
+        QTest::addColumn<QString>("file");
+        for (const char *file : {"set.json", "openvrpaths.vrpath"})
+            QTest::newRow(file) << QString(file);
+    }
+
+    // As where the system refuses to put the copy into the place of the file. (It
+    // gets its own name with a link.)
+    void aSaveInPlaceMayBeKilledAtAnyStep()
+    {
+        QFETCH(QString, file);
+        if (QStandardPaths::findExecutable("strace").isEmpty())
+            QSKIP("No strace here.");
+        const Document document = ::document(file, kLarge);
+        QVERIFY(QDir().mkpath(QFileInfo(path(document.path)).path()));
+        writeFile(document.path, document.before);
+        const QStringList refused{"-e", "inject=rename:error=EACCES"};
+        Saver saver(file, dir());
+        const QList<Step> steps = saver.steps(refused);
+        if (!saver.finished() && saver.errors().contains("ptrace"))
+            QSKIP("Nobody may be traced here.");
+        QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+        const QByteArray after = readFile(document.path);
+        QVERIFY(after.size() > kLarge && after != document.before);
+
+        int half = 0;
+        int old = 0;
+        int done = 0;
+        for (const Step &step : steps) {
+            if (step.call == "rename") // is disturbed already
+                continue;
+            writeFile(document.path, document.before);
+            saver.run(
+                QStringList{
+                    "-o", QProcess::nullDevice(), "-e", "trace=rename," + step.call, "-e",
+                    QString("inject=%1:signal=KILL:when=%2").arg(step.call).arg(step.number)} +
+                refused);
+            half += readFile(document.path) != document.before && readFile(document.path) != after;
+            saver.run({}, {"finish"});
+            QVERIFY2(saver.finished(), qPrintable(saver.errors()));
+            const QByteArray content = readFile(document.path);
+            old += content == document.before;
+            done += content == after;
+            QVERIFY2(content == document.before || content == after,
+                     qPrintable(QString("%1 bytes after %2 %3")
+                                    .arg(content.size())
+                                    .arg(step.call)
+                                    .arg(step.number)));
+            QVERIFY(!QFile::exists(path(document.path + ".new")));
+        }
+        QVERIFY(half > 0);
         QVERIFY(old > 0);
         QVERIFY(done > 0);
     }
