@@ -37,7 +37,8 @@ QString ConfigManager::settingsFile() const
 
 void ConfigManager::load()
 {
-    const std::optional<QByteArray> text = readContent(settingsFile());
+    finishReplacement(settingsFile());
+    const std::optional<QByteArray> text = readPatiently(settingsFile());
     settings_file::Reading read =
         settings_file::read(text.value_or(QByteArray()), std::move(settings_));
     settings_ = std::move(read.settings);
@@ -47,6 +48,23 @@ void ConfigManager::load()
     // What we could not even read may be whole: only somebody else has it open.
     if (text)
         QFile::remove(settingsFile());
+    else if (QFile::exists(settingsFile()))
+        unread_ = settings_;
+}
+
+// False while the file still cannot be read: then it must not be written.
+bool ConfigManager::makeUpForLoading()
+{
+    if (!unread_)
+        return true;
+    finishReplacement(settingsFile());
+    const std::optional<QByteArray> text = readPatiently(settingsFile());
+    if (!text && QFile::exists(settingsFile()))
+        return false;
+    if (text)
+        settings_ = settings_file::merge(settings_file::read(*text), *unread_, settings_);
+    unread_.reset();
+    return true;
 }
 
 QJsonObject ConfigManager::loadDeviceSettings(bool byModel, int model)
@@ -99,7 +117,8 @@ void ConfigManager::saveDeviceSettings(const QString &serial)
     if (!serial.isEmpty())
         settings_.serial = serial;
     // What cannot be saved holds for this run all the same.
-    static_cast<void>(replaceFile(settingsFile(), settings_file::write(settings_)));
+    if (makeUpForLoading())
+        static_cast<void>(replaceFile(settingsFile(), settings_file::write(settings_)));
     dimensionsKnown_ = false;
 }
 

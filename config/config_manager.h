@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 // Per-model streaming settings ("set.json"), the streaming server's settings
 // file ("./session.json") and OpenVR's per-user paths file.
@@ -40,7 +41,9 @@ public:
     // The per-model object for a serial: empty or "D3..." gives D3, "D2..."
     // D2, anything else D1.
     QJsonObject &deviceObject(const QString &serial);
-    // Writes "set.json". A non-empty serial becomes the stored one first.
+    // Writes "set.json". A non-empty serial becomes the stored one first. What
+    // somebody held when it was to be loaded is not written over by defaults:
+    // of it stays what this run has not changed.
     void saveDeviceSettings(const QString &serial);
     // Makes a newly connected headset current; its model's settings are
     // applied when the model changed. False for an empty serial.
@@ -111,6 +114,7 @@ public:
 private:
     QString settingsFile() const;
     void load();
+    bool makeUpForLoading();
     void deriveDimensions();
     QJsonObject &modelOrSerialObject(int model);
     QJsonValue current(QLatin1String key);
@@ -120,6 +124,9 @@ private:
     CableProbe hasVirtualCable_;
     // Not loaded while `d1` is empty.
     StoredSettings settings_;
+    // What `settings_` were when the file could not be read; nothing when it
+    // could.
+    std::optional<StoredSettings> unread_;
     int width_ = 2880;
     int height_ = 2656;
     bool dimensionsKnown_ = false;

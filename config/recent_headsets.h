@@ -8,9 +8,14 @@
 namespace recent_headsets {
 
 // The stored serials without empty ones; an empty list when there is no file.
-QStringList load(const QString &dataDir);
+// `held` becomes true when there is one that somebody keeps from being read.
+QStringList load(const QString &dataDir, bool *held = nullptr);
 
 // Stores the list; an empty list leaves an empty file. Failures are ignored.
 void save(const QString &dataDir, const QStringList &serials);
+
+// Stores the list together with what is stored already, which comes behind it.
+// Does nothing while that cannot be read.
+void add(const QString &dataDir, const QStringList &serials);
 
 } // namespace recent_headsets

@@ -30,6 +30,14 @@ void insertUnlessEmpty(QJsonObject &root, QLatin1String key, const QJsonObject &
         root.insert(key, object);
 }
 
+void carryOver(QJsonObject &object, const QJsonObject &before, const QJsonObject &now)
+{
+    for (auto member = now.begin(); member != now.end(); ++member) {
+        if (member.value() != before.value(member.key()))
+            object.insert(member.key(), member.value());
+    }
+}
+
 } // namespace
 
 Reading read(const QByteArray &text, StoredSettings before)
@@ -47,6 +55,21 @@ Reading read(const QByteArray &text, StoredSettings before)
     if (root.contains(kWiredOrWireless))
         settings.link = static_cast<LinkKind>(root.value(kWiredOrWireless).toInt());
     return result;
+}
+
+StoredSettings merge(const Reading &file, const StoredSettings &before, const StoredSettings &now)
+{
+    if (!file.isJson)
+        return now;
+    StoredSettings merged = file.settings;
+    carryOver(merged.d1, before.d1, now.d1);
+    carryOver(merged.d2, before.d2, now.d2);
+    carryOver(merged.d3, before.d3, now.d3);
+    if (now.serial != before.serial)
+        merged.serial = now.serial;
+    if (now.link != before.link)
+        merged.link = now.link;
+    return merged;
 }
 
 QByteArray write(const StoredSettings &settings)

@@ -33,6 +33,13 @@ struct Reading
 // stays.
 [[nodiscard]] Reading read(const QByteArray &text, StoredSettings before = {});
 
+// What is to be stored when the file could be read only after the run had begun
+// with the settings `before`, which are `now` what they are: members that the
+// run has changed are as they are now, all others as the file has them. A file
+// that is no JSON adds nothing.
+[[nodiscard]] StoredSettings merge(const Reading &file, const StoredSettings &before,
+                                   const StoredSettings &now);
+
 // The content of the file. Members at its top level that we do not know are
 // gone; those inside a model's object are kept.
 QByteArray write(const StoredSettings &settings);

@@ -54,7 +54,7 @@ ORBManager::ORBManager(std::unique_ptr<OrbDependencies> dependencies, QObject *p
     // Switched off: it needs the folder of a SteamVR to look for.
     firewall_step::run(QString(), deps_->steam(),
                        [this]() -> HeadsetLink & { return deps_->link(); });
-    const QStringList recent = recent_headsets::load(deps_->dataDir());
+    const QStringList recent = recent_headsets::load(deps_->dataDir(), &recentHeld_);
     makeParts();
     connectParts();
     flow_->setRecentHeadsets(recent);
@@ -99,7 +99,8 @@ ORBManager::~ORBManager()
     deps_->clock().sleep(pauseAfterStop);
     deps_->config().saveDeviceSettings(flow_->knownSerial());
     deps_->config().writeSessionSerial();
-    recent_headsets::save(deps_->dataDir(), flow_->recentHeadsets());
+    const auto store = recentHeld_ ? recent_headsets::add : recent_headsets::save;
+    store(deps_->dataDir(), flow_->recentHeadsets());
 }
 
 void ORBManager::captureStartSettings()

@@ -202,4 +202,5 @@ private:
     int pollTimer_ = 0;
     bool polling_ = false;
     bool modeChosen_ = false;
+    bool recentHeld_ = false; // the known headsets could not be read
 };

@@ -180,6 +180,18 @@ private slots:
         QCOMPARE(readFile("setting.inf"), serials.join(';').toUtf8());
     }
 
+    void theRecentListThatWasHeldAtTheStartIsKept()
+    {
+        // Nobody can read a folder either.
+        QVERIFY(QDir().mkdir(path("setting.inf")));
+        ControllerFixture f(dir());
+        f.orb();
+        QVERIFY(QDir().rmdir(path("setting.inf")));
+        writeFile("setting.inf", "A;B");
+        f.close();
+        QCOMPARE(readFile("setting.inf"), QByteArray("A;B"));
+    }
+
     void theTimesOfOneRunAreReportedAtItsEnd()
     {
         ControllerFixture f(dir());
