@@ -12,8 +12,9 @@ namespace registry {
 // Whether the key can be opened for reading.
 bool keyExists(const QString &key);
 
-// A text value; nothing when the key or the value does not exist or the value
-// is no text. An empty name reads the key's default value.
+// A text value; nothing when the key or the value does not exist, the value is
+// no text or takes more than 520 bytes (259 characters and the NUL that ends
+// them). An empty name reads the key's default value.
 std::optional<QString> text(const QString &key, const QString &name);
 
 // The same through the system's narrow call: at most 260 bytes in the system's

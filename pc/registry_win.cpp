@@ -3,13 +3,12 @@
 #include "pc/handles_win.h"
 #include "pc/wide_text_win.h"
 
-#include <vector>
-
 namespace registry {
 
 namespace {
 
-constexpr DWORD narrowLimit = 260; // bytes
+constexpr DWORD wideLimit = 520; // bytes
+constexpr DWORD narrowLimit = 260;
 
 // Null for a root that nobody asks for.
 HKEY rootOf(const QString &key)
@@ -67,22 +66,14 @@ std::optional<QString> text(const QString &key, const QString &name)
     const RegistryKey opened = open(key);
     if (!opened)
         return std::nullopt;
-    // The value may grow between the two calls.
-    std::vector<wchar_t> buffer(260);
-    for (;;) {
-        DWORD type = 0;
-        auto bytes = static_cast<DWORD>(buffer.size() * sizeof(wchar_t));
-        const LONG result = RegQueryValueExW(opened.get(), wide(name), nullptr, &type,
-                                             reinterpret_cast<BYTE *>(buffer.data()), &bytes);
-        if (result == ERROR_MORE_DATA) {
-            buffer.resize(bytes / sizeof(wchar_t) + 1);
-            continue;
-        }
-        if (result != ERROR_SUCCESS || !isText(type))
-            return std::nullopt;
-        return untilNul(
-            QString::fromWCharArray(buffer.data(), static_cast<int>(bytes / sizeof(wchar_t))));
-    }
+    wchar_t buffer[wideLimit / sizeof(wchar_t)];
+    DWORD bytes = wideLimit;
+    DWORD type = 0;
+    if (RegQueryValueExW(opened.get(), wide(name), nullptr, &type, reinterpret_cast<BYTE *>(buffer),
+                         &bytes) != ERROR_SUCCESS ||
+        !isText(type))
+        return std::nullopt;
+    return untilNul(QString::fromWCharArray(buffer, static_cast<int>(bytes / sizeof(wchar_t))));
 }
 
 std::optional<QString> narrowText(const QString &key, const QString &name)

@@ -9,15 +9,21 @@ bool keyExists(const QString &key)
     return SimPc::current().registry.keyExists(key);
 }
 
+namespace {
+
+constexpr int longest = 259; // and the NUL that ends it
+
+} // namespace
+
 std::optional<QString> text(const QString &key, const QString &name)
 {
-    return SimPc::current().registry.text(key, name);
+    const std::optional<QString> value = SimPc::current().registry.text(key, name);
+    return value && value->size() <= longest ? value : std::nullopt;
 }
 
 std::optional<QString> narrowText(const QString &key, const QString &name)
 {
     const std::optional<QString> value = text(key, name);
-    constexpr int longest = 259; // and the NUL that ends it
     return value && value->toUtf8().size() <= longest ? value : std::nullopt;
 }
 

@@ -48,6 +48,16 @@ private slots:
         QVERIFY(pc.steam().steamInstalled());
     }
 
+    void anInstallPathThatIsTooLongIsPassedOver()
+    {
+        SteamFixture pc(dir());
+        pc.pc.registry.setText(steamKey, "InstallPath", "C:\\" + QString(257, 'S'));
+        pc.pc.registry.setText(uninstall + "\\Steam", "DisplayName", "Steam");
+        pc.pc.registry.setText(uninstall + "\\Steam", "InstallLocation",
+                               "C:\\" + QString(256, 'S'));
+        QCOMPARE(pc.steam().steamInstallPath(), "C:\\" + QString(256, 'S'));
+    }
+
     void theInstallPathOfSteamsKeyWinsEvenIfTheFolderIsGone()
     {
         SteamFixture pc(dir());
