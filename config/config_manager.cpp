@@ -294,9 +294,10 @@ bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString 
     return registration.done;
 }
 
-void ConfigManager::clearExternalDrivers(const QString &homeDir) const
+bool ConfigManager::clearExternalDrivers(const QString &homeDir,
+                                         openvr_paths::Attempt attempt) const
 {
-    openvr_paths::clearDrivers(homeDir);
+    return openvr_paths::clearDrivers(homeDir, attempt);
 }
 
 int ConfigManager::hardwareScore(const QString &cpuName, const QString &gpuName)

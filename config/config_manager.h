@@ -3,6 +3,7 @@
 #pragma once
 
 #include "config/link_kind.h"
+#include "config/openvr_paths.h"
 #include "config/settings_choice.h"
 #include "config/settings_file.h"
 
@@ -97,8 +98,10 @@ public:
     // SteamVR folder that the file names, and stays when it names none.
     bool setExternalDrivers(const QString &driverPath, const QString &homeDir,
                             QString *runtimePath) const;
-    // Registers no driver any more. Failures are logged.
-    void clearExternalDrivers(const QString &homeDir) const;
+    // Registers no driver any more. Failures are logged at the first attempt;
+    // after false another one may do it.
+    bool clearExternalDrivers(const QString &homeDir,
+                              openvr_paths::Attempt attempt = openvr_paths::Attempt::First) const;
 
     // --- hardware rules -------------------------------------------------------
 

@@ -13,8 +13,9 @@ namespace {
 
 const QLatin1String kDrivers("external_drivers");
 
-// The document in the file at `path`, or nothing and a line in the log.
-std::optional<JsonDocument> read(const QString &path)
+// The document in the file at `path`, or nothing and a line in the log. `held`
+// becomes true when there is a file that cannot be read.
+std::optional<JsonDocument> read(const QString &path, bool *held = nullptr)
 {
     finishReplacement(path);
     if (!QFile::exists(path)) {
@@ -23,6 +24,8 @@ std::optional<JsonDocument> read(const QString &path)
     }
     const std::optional<QByteArray> text = readContent(path);
     if (!text) {
+        if (held)
+            *held = true;
         qWarning().noquote().nospace() << "Failed to open file for reading:" << path;
         return std::nullopt;
     }
@@ -104,18 +107,24 @@ Registration registerDriver(const QString &homeDir, const QString &driverPath)
     return registration;
 }
 
-void clearDrivers(const QString &homeDir)
+bool clearDrivers(const QString &homeDir, Attempt attempt)
 {
     const QString file = path(homeDir);
-    std::optional<JsonDocument> json = read(file);
+    if (attempt == Attempt::Again && QFile::exists(file) && !readForEdit(file))
+        return false;
+    bool held = false;
+    std::optional<JsonDocument> json = read(file, &held);
     if (!json)
-        return;
+        return !held;
+    const bool isRegistered = hasDrivers(*json);
     if (!clearDrivers(*json)) {
         qInfo("No external_drivers field found, nothing to clear");
-        return;
+        return true;
     }
-    if (write(file, *json))
-        qInfo("Successfully cleared external_drivers array (empty array)");
+    if (!write(file, *json))
+        return !isRegistered;
+    qInfo("Successfully cleared external_drivers array (empty array)");
+    return true;
 }
 
 } // namespace openvr_paths

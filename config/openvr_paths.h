@@ -35,6 +35,12 @@ struct Registration
     std::optional<QString> runtimePath;
 };
 [[nodiscard]] Registration registerDriver(const QString &homeDir, const QString &driverPath);
-void clearDrivers(const QString &homeDir);
+
+// What is said when it fails: everything at the first attempt, nothing when it
+// is tried again.
+enum class Attempt { First, Again };
+// False when drivers stay registered only because somebody holds the file:
+// another attempt may do it.
+bool clearDrivers(const QString &homeDir, Attempt attempt = Attempt::First);
 
 } // namespace openvr_paths

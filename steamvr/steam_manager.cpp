@@ -29,6 +29,8 @@ constexpr auto pauseAfterStop = 2500ms; // SteamVR writes its files
 constexpr auto pauseInRestart = 1500ms;
 constexpr auto startAfterRestart = 10s;
 constexpr auto restartToastDelay = 4s;
+constexpr auto lastTryInterval = 50ms;
+constexpr int lastTries = 60; // 3 s after the last window has gone
 
 const QString uninstallKey = QStringLiteral(
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
@@ -83,6 +85,8 @@ SteamManager::~SteamManager()
 {
     // The watchers read the cell: they end before it does.
     qDeleteAll(findChildren<QThread *>());
+    for (int i = 0; i < lastTries && !takeBackAgain(registration()); ++i)
+        dependencies_.clock.sleep(lastTryInterval);
 }
 
 SteamManager &SteamManager::instance()
@@ -256,9 +260,7 @@ void SteamManager::startSteamVR()
         QMetaObject::invokeMethod(this, "startSteamVR", Qt::QueuedConnection);
         return;
     }
-    QString runtimePath; // comes back with the registration; nobody needs it
-    dependencies_.config.setExternalDrivers(dependencies_.applicationDir, dependencies_.homeDir,
-                                            &runtimePath);
+    const int registration = registerDriver();
     qInfo("[steam] startSteamVR");
     cell_.write(0);
     shell_launch::startDetached(QStringLiteral("explorer"),
@@ -266,10 +268,49 @@ void SteamManager::startSteamVR()
     emit steamVRStarted();
     // The registration is only for the moment of the start: left in place, it
     // would load our driver whenever SteamVR is used without us.
-    VrServerWatcher::start(this, dependencies_.clock, cell_, [this] {
-        qInfo("[steam] vrserver.exe detected, clearing VR config");
-        dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
-    });
+    VrServerWatcher::start(this, dependencies_.clock, cell_,
+                           [this, registration, isFirst = true]() mutable {
+                               if (!std::exchange(isFirst, false))
+                                   return takeBackAgain(registration);
+                               qInfo("[steam] vrserver.exe detected, clearing VR config");
+                               return takeBack();
+                           });
+}
+
+// Returns its number.
+int SteamManager::registerDriver()
+{
+    const MutexLock lock(registrationMutex_);
+    QString runtimePath; // comes back with the registration; nobody needs it
+    dependencies_.config.setExternalDrivers(dependencies_.applicationDir, dependencies_.homeDir,
+                                            &runtimePath);
+    isOwed_ = false;
+    return ++registration_;
+}
+
+int SteamManager::registration()
+{
+    const MutexLock lock(registrationMutex_);
+    return registration_;
+}
+
+// False when it has to be tried again.
+bool SteamManager::takeBack()
+{
+    const MutexLock lock(registrationMutex_);
+    isOwed_ = !dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
+    return !isOwed_;
+}
+
+// What is still owed of the registration of this number. A later one has to
+// stay until its own time comes.
+bool SteamManager::takeBackAgain(int registration)
+{
+    const MutexLock lock(registrationMutex_);
+    if (isOwed_ && registration == registration_)
+        isOwed_ = !dependencies_.config.clearExternalDrivers(dependencies_.homeDir,
+                                                             openvr_paths::Attempt::Again);
+    return !isOwed_ || registration != registration_;
 }
 
 void SteamManager::stopSteamVR()
@@ -279,7 +320,8 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
-    dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
+    const int registration = this->registration();
+    takeBack();
     if (timerId_ != 0) {
         qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
         killTimer(timerId_);
@@ -289,10 +331,15 @@ void SteamManager::stopSteamVR()
         shutdownViaVrstartup();
         if (stopFailure())
             emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
-        while (anySteamVRProcess())
+        while (anySteamVRProcess()) {
             dependencies_.clock.sleep(processCheckInterval);
+            takeBackAgain(registration);
+        }
         dependencies_.clock.sleep(pauseAfterStop);
     }
+    if (!takeBackAgain(registration))
+        VrServerWatcher::tryAgain(this, dependencies_.clock,
+                                  [this, registration] { return takeBackAgain(registration); });
     qInfo("[steam] stopSteamVR");
     emit steamVRStopped();
 }

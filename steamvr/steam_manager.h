@@ -88,6 +88,10 @@ private:
     bool isSteamInstalled() const;
     void launchWorker();
     bool shutdownViaVrstartup();
+    int registerDriver();
+    int registration();
+    bool takeBack();
+    bool takeBackAgain(int registration);
 
     Dependencies dependencies_;
     bool steamInstalled_ = false;
@@ -103,5 +107,8 @@ private:
     mutable Mutex failureMutex_;
     std::optional<LaunchFailure> steamFailure_ GUARDED_BY(failureMutex_);
     std::optional<LaunchFailure> stopFailure_ GUARDED_BY(failureMutex_);
+    Mutex registrationMutex_;
+    int registration_ GUARDED_BY(registrationMutex_) = 0; // counts them
+    bool isOwed_ GUARDED_BY(registrationMutex_) = false;  // its end: somebody held the file
     SharedCell cell_;
 };

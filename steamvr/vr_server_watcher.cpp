@@ -12,6 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto pollInterval = 50ms;
+constexpr auto retryInterval = 500ms;
 constexpr quint32 serverIsUp = 1;
 
 // Keeps a watcher on its own stack and ends with its owner.
@@ -56,17 +57,25 @@ private:
 
 } // namespace
 
-VrServerWatcher::VrServerWatcher(Clock &clock, const SharedCell &cell,
-                                 std::function<void()> serverUp)
+VrServerWatcher::VrServerWatcher(Clock &clock, const SharedCell *cell, Step serverUp)
     : clock_(clock), cell_(cell), serverUp_(std::move(serverUp))
 {
 }
 
-void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell &cell,
-                            std::function<void()> serverUp)
+void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell &cell, Step serverUp)
 {
-    auto *thread = new WatcherThread(
-        owner, [&clock, &cell, serverUp = std::move(serverUp)](WatcherThread &on) {
+    start(owner, clock, &cell, std::move(serverUp));
+}
+
+void VrServerWatcher::tryAgain(QObject *owner, Clock &clock, Step step)
+{
+    start(owner, clock, nullptr, std::move(step));
+}
+
+void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell *cell, Step serverUp)
+{
+    auto *thread =
+        new WatcherThread(owner, [&clock, cell, serverUp = std::move(serverUp)](WatcherThread &on) {
             VrServerWatcher watcher(clock, cell, serverUp);
             watcher.begin();
             on.watching();
@@ -79,14 +88,18 @@ void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell &cell
 
 void VrServerWatcher::begin()
 {
-    timerId_ = clock_.startTimer(pollInterval, this);
+    timerId_ = clock_.startTimer(cell_ ? pollInterval : retryInterval, this);
 }
 
 void VrServerWatcher::timerEvent(QTimerEvent *)
 {
-    if (cell_.read() != serverIsUp)
+    if (cell_ && cell_->read() != serverIsUp)
         return;
     clock_.killTimer(timerId_, this);
-    serverUp_();
-    thread()->quit();
+    if (serverUp_()) {
+        thread()->quit();
+        return;
+    }
+    cell_ = nullptr;
+    begin();
 }

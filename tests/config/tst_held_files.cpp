@@ -1,10 +1,12 @@
 #include "config/config_manager.h"
 #include "config/device_settings.h"
+#include "config/openvr_paths.h"
 #include "config/recent_headsets.h"
 #include "config/settings_file.h"
 #include "tests/base/denied_access.h"
 #include "tests/support/test_case.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -35,6 +37,8 @@ private slots:
     void merging();
     void knownHeadsetsThatWereHeldComeBehindTheNewOnes();
     void knownHeadsetsThatAreStillHeldStay();
+
+    void driversInAFileThatIsHeldAreClearedByAnotherAttempt();
 
 private:
     // One that could not read the settings.
@@ -187,6 +191,30 @@ void HeldFilesTest::knownHeadsetsThatAreStillHeldStay()
         recent_headsets::add(dir(), {"C"});
     }
     QCOMPARE(readFile("setting.inf"), QByteArray("A;B"));
+}
+
+void HeldFilesTest::driversInAFileThatIsHeldAreClearedByAnotherAttempt()
+{
+    using openvr_paths::Attempt;
+    QVERIFY(QDir().mkpath(path("AppData/Local/openvr")));
+    const QString file = openvr_paths::path(dir());
+    writeFile("AppData/Local/openvr/openvrpaths.vrpath", R"({"external_drivers":["C:/KOLM"]})");
+    {
+        const LockedFile obstacle(file);
+        QVERIFY(obstacle.works());
+        announce("Failed to open file for reading:" + file);
+        QVERIFY(!openvr_paths::clearDrivers(dir()));
+        QVERIFY(!openvr_paths::clearDrivers(dir(), Attempt::Again)); // without a word
+    }
+    QVERIFY(openvr_paths::hasDrivers(dir()));
+    QVERIFY(openvr_paths::clearDrivers(dir(), Attempt::Again));
+    QVERIFY(!openvr_paths::hasDrivers(dir()));
+    // Nothing that another attempt would change.
+    QVERIFY(openvr_paths::clearDrivers(dir()));
+    writeFile("AppData/Local/openvr/openvrpaths.vrpath", "{");
+    QVERIFY(openvr_paths::clearDrivers(dir()));
+    QVERIFY(QFile::remove(file));
+    QVERIFY(openvr_paths::clearDrivers(dir()));
 }
 
 KOLM_TEST_MAIN(HeldFilesTest)
