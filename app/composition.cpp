@@ -4,6 +4,7 @@
 #include "checks/check_model.h"
 #include "cloud/cloud_host.h"
 #include "cloud/http_manager.h"
+#include "cloud/installer_start.h"
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
 #include "controller/connection_status.h"
@@ -64,7 +65,11 @@ ORBUpdate *makeUpdate(QGuiApplication *app)
     ORBUpdate::Dependencies dependencies;
     dependencies.host = cloud::host();
     dependencies.dataDir = dataFolder();
-    dependencies.start = [](const QString &path) { shell_launch::startDetached(path, {}); };
+    dependencies.start = [](const QString &path) {
+        startInstaller(path, Clock::system(), [](const QString &program) {
+            return shell_launch::startDetached(program, {});
+        });
+    };
     dependencies.peerCheck = cloud::builtPeerCheck();
     return new ORBUpdate(dependencies, app);
 }

@@ -1,6 +1,5 @@
 #include "cloud/orb_update.h"
 
-#include "cloud/downloaded_file.h"
 #include "cloud/installer_name.h"
 #include "cloud/version_comparison.h"
 #include "sysinfo/system_info.h"
@@ -14,9 +13,12 @@
 #include <QNetworkReply>
 #include <QStringList>
 
+#include <chrono>
 #include <utility>
 
 namespace {
+
+using namespace std::chrono_literals;
 
 const QString tablePath = QStringLiteral("/orbresource/pc_compare.json");
 const QString versionPath = QStringLiteral("/vrmcsys/appstore/getAlvrVerInfo");
@@ -25,6 +27,9 @@ const QString data = QStringLiteral("data");
 
 constexpr qint64 longestTable = 1LL << 20;   // bytes
 constexpr qint64 longestVersion = 1LL << 16; // bytes
+
+constexpr auto heldInterval = 1s;
+constexpr int heldTries = 10;
 
 QUrl addressAt(const QString &host, const QString &path)
 {
@@ -81,7 +86,7 @@ void ORBUpdate::fetchTable()
         if (cloud::isRedirect(*reply)) {
             qInfo().noquote().nospace()
                 << reply->request().url().toString() << "Request was redirected.\n";
-        } else if (!saveDownload(*body, target)) {
+        } else if (saveDownload(*body, target) != Saved::Done) {
             qInfo("down compare.json fail");
         }
     });
@@ -106,6 +111,7 @@ void ORBUpdate::queryVersion()
 
 void ORBUpdate::abortRequests()
 {
+    keeping_.reset();
     cloud::abortRequests(*networkManager_, *this);
 }
 
@@ -168,13 +174,34 @@ void ORBUpdate::fetchInstaller()
     connect(reply, &QNetworkReply::finished, this, [this, reply, body] {
         reply->deleteLater();
         if (!hasFailed(*reply)) {
-            if (cloud::isRedirect(*reply))
-                qInfo("Request was redirected.\n");
-            else if (saveDownload(*body, installerPath_))
-                emit updateSignal(note_, isForce_);
+            if (!cloud::isRedirect(*reply)) {
+                keepInstaller(*body, heldTries);
+                return;
+            }
+            qInfo("Request was redirected.\n");
         }
         emit downExeFinish();
     });
+}
+
+// A virus scanner looks into every program that is new, and holds it meanwhile.
+void ORBUpdate::keepInstaller(const QByteArray &body, int triesLeft)
+{
+    const Saved saved = dependencies_.save(body, installerPath_);
+    if (saved == Saved::Held && triesLeft > 0) {
+        if (triesLeft == heldTries)
+            qInfo("The installer is held by another program, trying again");
+        keeping_ = std::make_unique<QObject>();
+        dependencies_.clock.singleShot(heldInterval, keeping_.get(), [this, body, triesLeft] {
+            keepInstaller(body, triesLeft - 1);
+        });
+        return;
+    }
+    if (saved == Saved::Held)
+        qInfo("The installer is still held by another program, given up");
+    if (saved == Saved::Done)
+        emit updateSignal(note_, isForce_);
+    emit downExeFinish();
 }
 
 bool ORBUpdate::setup()

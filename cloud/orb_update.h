@@ -1,12 +1,15 @@
 // Keeps the assistant current.
 #pragma once
 
+#include "base/clock.h"
 #include "cloud/cloud_request.h"
+#include "cloud/downloaded_file.h"
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 class QNetworkAccessManager;
 class QNetworkReply;
@@ -32,6 +35,8 @@ public:
         cloud::PeerCheck peerCheck = cloud::PeerCheck::On;
         // A longer installer is not taken: it is held in memory on the way.
         qint64 longestInstaller = 512LL << 20; // bytes
+        Clock &clock = Clock::system();
+        std::function<Saved(const QByteArray &content, const QString &path)> save = saveDownload;
     };
 
     explicit ORBUpdate(Dependencies dependencies, QObject *parent = nullptr);
@@ -63,6 +68,7 @@ private:
     void readVersion(QNetworkReply *reply);
     void offer(const QJsonObject &latest);
     void fetchInstaller();
+    void keepInstaller(const QByteArray &body, int triesLeft);
 
     const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
@@ -71,4 +77,6 @@ private:
     QString installerPath_;
     bool isForce_ = false;
     bool setupStarted_ = false;
+    // Goes with the wish to keep an installer that somebody holds.
+    std::unique_ptr<QObject> keeping_;
 };

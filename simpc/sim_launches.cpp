@@ -3,6 +3,8 @@
 #include "simpc/sim_record.h"
 #include "simpc/sim_timeline.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <utility>
 
@@ -34,6 +36,9 @@ SimLaunchResult SimLaunches::start(const SimLaunch &request)
         const MutexLock lock(mutex_);
         handler = handlers_.value(baseName(request.program));
     }
+    // What was really downloaded can be started, and does nothing.
+    if (!handler && QFileInfo(request.program).isFile())
+        return {};
     if (!handler)
         return {false, 2, false, 0};
     const SimTimeline::OneAtATime oneAtATime = timeline_.oneAtATime();

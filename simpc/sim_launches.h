@@ -44,8 +44,9 @@ public:
     SimLaunches &operator=(const SimLaunches &) = delete;
 
     // The handler for the last path component of the program (in any letter
-    // case, "steam.exe") decides what happens, as a change; without one the
-    // launch fails with error 2 (file not found).
+    // case, "steam.exe") decides what happens, as a change; without one a
+    // file that there is starts and does nothing, and any other launch fails with
+    // error 2 (file not found).
     using Handler = std::function<SimLaunchResult(const SimLaunch &)>;
     void on(const QString &programName, Handler handler);
     SimLaunchResult start(const SimLaunch &request);
