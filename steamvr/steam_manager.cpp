@@ -14,6 +14,7 @@
 #include <QtConcurrent/QtConcurrentRun>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -85,7 +86,7 @@ SteamManager::~SteamManager()
 {
     // The watchers read the cell: they end before it does.
     qDeleteAll(findChildren<QThread *>());
-    for (int i = 0; i < lastTries && !takeBackAgain(registration()); ++i)
+    for (int i = 0; i < lastTries && !takeBackAgain(); ++i)
         dependencies_.clock.sleep(lastTryInterval);
 }
 
@@ -260,7 +261,7 @@ void SteamManager::startSteamVR()
         QMetaObject::invokeMethod(this, "startSteamVR", Qt::QueuedConnection);
         return;
     }
-    const int registration = registerDriver();
+    registerDriver();
     qInfo("[steam] startSteamVR");
     cell_.write(0);
     shell_launch::startDetached(QStringLiteral("explorer"),
@@ -268,30 +269,21 @@ void SteamManager::startSteamVR()
     emit steamVRStarted();
     // The registration is only for the moment of the start: left in place, it
     // would load our driver whenever SteamVR is used without us.
-    VrServerWatcher::start(this, dependencies_.clock, cell_,
-                           [this, registration, isFirst = true]() mutable {
-                               if (!std::exchange(isFirst, false))
-                                   return takeBackAgain(registration);
-                               qInfo("[steam] vrserver.exe detected, clearing VR config");
-                               return takeBack();
-                           });
+    VrServerWatcher::start(this, dependencies_.clock, cell_, [this, isFirst = true]() mutable {
+        if (!std::exchange(isFirst, false))
+            return takeBackAgain();
+        qInfo("[steam] vrserver.exe detected, clearing VR config");
+        return takeBack();
+    });
 }
 
-// Returns its number.
-int SteamManager::registerDriver()
+void SteamManager::registerDriver()
 {
     const MutexLock lock(registrationMutex_);
     QString runtimePath; // comes back with the registration; nobody needs it
     dependencies_.config.setExternalDrivers(dependencies_.applicationDir, dependencies_.homeDir,
                                             &runtimePath);
-    isOwed_ = false;
-    return ++registration_;
-}
-
-int SteamManager::registration()
-{
-    const MutexLock lock(registrationMutex_);
-    return registration_;
+    isOwed_ = false; // this one has to stay until its own time comes
 }
 
 // False when it has to be tried again.
@@ -302,15 +294,14 @@ bool SteamManager::takeBack()
     return !isOwed_;
 }
 
-// What is still owed of the registration of this number. A later one has to
-// stay until its own time comes.
-bool SteamManager::takeBackAgain(int registration)
+// Only what is still owed.
+bool SteamManager::takeBackAgain()
 {
     const MutexLock lock(registrationMutex_);
-    if (isOwed_ && registration == registration_)
+    if (isOwed_)
         isOwed_ = !dependencies_.config.clearExternalDrivers(dependencies_.homeDir,
                                                              openvr_paths::Attempt::Again);
-    return !isOwed_ || registration != registration_;
+    return !isOwed_;
 }
 
 void SteamManager::stopSteamVR()
@@ -320,7 +311,6 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
-    const int registration = this->registration();
     takeBack();
     if (timerId_ != 0) {
         qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
@@ -333,13 +323,12 @@ void SteamManager::stopSteamVR()
             emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
         while (anySteamVRProcess()) {
             dependencies_.clock.sleep(processCheckInterval);
-            takeBackAgain(registration);
+            takeBackAgain();
         }
         dependencies_.clock.sleep(pauseAfterStop);
     }
-    if (!takeBackAgain(registration))
-        VrServerWatcher::tryAgain(this, dependencies_.clock,
-                                  [this, registration] { return takeBackAgain(registration); });
+    if (!takeBackAgain())
+        VrServerWatcher::tryAgain(this, dependencies_.clock, [this] { return takeBackAgain(); });
     qInfo("[steam] stopSteamVR");
     emit steamVRStopped();
 }

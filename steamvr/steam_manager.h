@@ -88,10 +88,9 @@ private:
     bool isSteamInstalled() const;
     void launchWorker();
     bool shutdownViaVrstartup();
-    int registerDriver();
-    int registration();
+    void registerDriver();
     bool takeBack();
-    bool takeBackAgain(int registration);
+    bool takeBackAgain();
 
     Dependencies dependencies_;
     bool steamInstalled_ = false;
@@ -108,7 +107,7 @@ private:
     std::optional<LaunchFailure> steamFailure_ GUARDED_BY(failureMutex_);
     std::optional<LaunchFailure> stopFailure_ GUARDED_BY(failureMutex_);
     Mutex registrationMutex_;
-    int registration_ GUARDED_BY(registrationMutex_) = 0; // counts them
-    bool isOwed_ GUARDED_BY(registrationMutex_) = false;  // its end: somebody held the file
+    // The registration's end, because somebody held the file.
+    bool isOwed_ GUARDED_BY(registrationMutex_) = false;
     SharedCell cell_;
 };
