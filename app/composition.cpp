@@ -71,6 +71,7 @@ ORBUpdate *makeUpdate(QGuiApplication *app)
         });
     };
     dependencies.peerCheck = cloud::builtPeerCheck();
+    dependencies.askForProxies = &ProxyFinder::askSystem;
     return new ORBUpdate(dependencies, app);
 }
 

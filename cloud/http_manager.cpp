@@ -58,7 +58,8 @@ QHttpPart namePart(const QString &fileName)
 
 HttpManager::HttpManager(Dependencies dependencies, QObject *parent)
     : QObject(parent), dependencies_(std::move(dependencies)),
-      networkManager_(new QNetworkAccessManager(this))
+      networkManager_(new QNetworkAccessManager(this)),
+      proxies_(*networkManager_, dependencies_.askForProxies)
 {
     dependencies_.clock.startTimer(sendInterval, this);
 }
@@ -70,6 +71,7 @@ HttpManager &HttpManager::instance()
         dependencies.describePc = [] { return SystemInfo::instance().toJson(); };
         dependencies.baseAddress = QStringLiteral("https://") + cloud::host();
         dependencies.peerCheck = cloud::builtPeerCheck();
+        dependencies.askForProxies = &ProxyFinder::askSystem;
         return dependencies;
     }());
     return manager;
@@ -111,28 +113,59 @@ void HttpManager::sendEvents(bool asynchronous)
     const QByteArray batch = takeBatch();
     if (batch.isEmpty())
         return;
-    QNetworkRequest request =
-        cloud::request(QUrl(dependencies_.baseAddress + eventPath), dependencies_.peerCheck);
-    request.setHeader(QNetworkRequest::ContentTypeHeader,
-                      QStringLiteral("application/json;charset=UTF-8"));
-    QNetworkReply *const reply = networkManager_->post(request, batch);
-    const auto body = cloud::collectBody(reply, longestAnswer);
-    abortAfter(asynchronous ? answerLimit : flushLimit, reply);
-    if (asynchronous) {
-        connect(reply, &QNetworkReply::finished, this,
-                [this, reply, body, batch] { handleBatchReply(reply, *body, batch); });
-        return;
-    }
-    QEventLoop loop;
-    connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
-    loop.exec();
-    // The loop ends early when the whole program is told to end.
-    reply->abort();
-    handleBatchReply(reply, *body, batch);
+    const QUrl url(dependencies_.baseAddress + eventPath);
+    if (asynchronous)
+        sendInBackground(url, batch);
+    else
+        sendAndWait(url, batch);
 }
 
-void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &body,
-                                   const QByteArray &batch)
+QNetworkReply *HttpManager::post(const QUrl &url, const QByteArray &batch)
+{
+    QNetworkRequest request = cloud::request(url, dependencies_.peerCheck);
+    request.setHeader(QNetworkRequest::ContentTypeHeader,
+                      QStringLiteral("application/json;charset=UTF-8"));
+    return networkManager_->post(request, batch);
+}
+
+void HttpManager::sendInBackground(const QUrl &url, const QByteArray &batch)
+{
+    proxies_.find(url, this, [this, url, batch] {
+        QNetworkReply *const reply = post(url, batch);
+        const auto body = cloud::collectBody(reply, longestAnswer);
+        abortAfter(answerLimit, reply);
+        connect(reply, &QNetworkReply::finished, this, [this, reply, body, batch] {
+            handleBatchAnswer(*body, batch);
+            reply->deleteLater();
+        });
+    });
+}
+
+void HttpManager::sendAndWait(const QUrl &url, const QByteArray &batch)
+{
+    QEventLoop loop;
+    QNetworkReply *reply = nullptr; // none until it is known how the cloud is reached
+    std::shared_ptr<const QByteArray> body;
+    dependencies_.clock.singleShot(flushLimit, &loop, [&] {
+        if (reply)
+            reply->abort();
+        loop.quit();
+    });
+    proxies_.find(url, &loop, [&] {
+        reply = post(url, batch);
+        body = cloud::collectBody(reply, longestAnswer);
+        connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
+    });
+    loop.exec();
+    // The loop ends early when the whole program is told to end.
+    if (reply)
+        reply->abort();
+    handleBatchAnswer(body ? *body : QByteArray(), batch);
+    if (reply)
+        reply->deleteLater();
+}
+
+void HttpManager::handleBatchAnswer(const QByteArray &body, const QByteArray &batch)
 {
     QJsonParseError error = {};
     const QJsonDocument document = QJsonDocument::fromJson(body, &error);
@@ -143,7 +176,6 @@ void HttpManager::handleBatchReply(QNetworkReply *reply, const QByteArray &body,
         qCritical().noquote().nospace()
             << "report error: " << compact(document.object()) << ":" << QString::fromUtf8(batch);
     }
-    reply->deleteLater();
 }
 
 void HttpManager::uploadFile(const QString &path, const QString &fileName)
@@ -155,13 +187,19 @@ void HttpManager::uploadFile(const QString &path, const QString &fileName)
         qInfo().noquote().nospace() << path << " cannot be uploaded: " << file.errorString();
         return;
     }
-    auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
-    form->append(filePart(file.readAll()));
+    const QByteArray content = file.readAll();
     file.close();
+    const QUrl url(dependencies_.baseAddress + uploadPath);
+    proxies_.find(url, this, [this, url, content, fileName] { upload(url, content, fileName); });
+}
+
+void HttpManager::upload(const QUrl &url, const QByteArray &content, const QString &fileName)
+{
+    auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
+    form->append(filePart(content));
     form->append(namePart(fileName));
-    const QNetworkRequest request =
-        cloud::request(QUrl(dependencies_.baseAddress + uploadPath), dependencies_.peerCheck);
-    QNetworkReply *const reply = networkManager_->post(request, form.get());
+    QNetworkReply *const reply =
+        networkManager_->post(cloud::request(url, dependencies_.peerCheck), form.get());
     form.release()->setParent(reply);
     const auto body = cloud::collectBody(reply, longestAnswer);
     abortAfter(answerLimit, reply);

@@ -3,6 +3,7 @@
 
 #include "base/mutex.h"
 #include "cloud/cloud_request.h"
+#include "cloud/proxy_finder.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -34,6 +35,7 @@ public:
         std::function<QJsonObject()> describePc = {};
         QString baseAddress = {}; // with the scheme, without a slash at the end
         cloud::PeerCheck peerCheck = cloud::PeerCheck::On;
+        ProxyFinder::Ask askForProxies = {}; // without it the cloud is reached directly
     };
 
     explicit HttpManager(Dependencies dependencies, QObject *parent = nullptr);
@@ -45,7 +47,7 @@ public:
 
     // Sends everything kept so far as one batch; nothing if there is nothing.
     // Asynchronously it returns at once. Otherwise it runs an event loop until
-    // the cloud has answered, five seconds at most.
+    // the cloud has answered, five seconds at most, whatever they go by with.
     void sendEvents(bool asynchronous);
 
     // Sends the file, as it is now, in the background; `fileName` is how the
@@ -62,12 +64,17 @@ protected:
 
 private:
     QByteArray takeBatch();
-    void handleBatchReply(QNetworkReply *reply, const QByteArray &body, const QByteArray &batch);
+    QNetworkReply *post(const QUrl &url, const QByteArray &batch);
+    void sendInBackground(const QUrl &url, const QByteArray &batch);
+    void sendAndWait(const QUrl &url, const QByteArray &batch);
+    void handleBatchAnswer(const QByteArray &body, const QByteArray &batch);
+    void upload(const QUrl &url, const QByteArray &content, const QString &fileName);
     void handleUploadReply(QNetworkReply *reply, const QByteArray &body);
     void abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply);
 
     const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
+    ProxyFinder proxies_;
     Mutex queueMutex_;
     // Each as the text that is sent, oldest first: so even a long queue is sent
     // without holding up the window.

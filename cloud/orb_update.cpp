@@ -61,15 +61,19 @@ bool isOnTheNet(const QUrl &url)
 
 ORBUpdate::ORBUpdate(Dependencies dependencies, QObject *parent)
     : QObject(parent), dependencies_(std::move(dependencies)),
-      networkManager_(new QNetworkAccessManager(this))
+      networkManager_(new QNetworkAccessManager(this)),
+      proxies_(*networkManager_, dependencies_.askForProxies)
 {
+    proxies_.hold();
     fetchTable();
     queryVersion();
 }
 
-QNetworkReply *ORBUpdate::get(const QUrl &url)
+void ORBUpdate::get(const QUrl &url, const Handler &handle)
 {
-    return networkManager_->get(cloud::request(url, dependencies_.peerCheck));
+    proxies_.find(url, this, [this, url, handle] {
+        handle(networkManager_->get(cloud::request(url, dependencies_.peerCheck)));
+    });
 }
 
 void ORBUpdate::fetchTable()
@@ -77,7 +81,12 @@ void ORBUpdate::fetchTable()
     // Wherever the program works later, the rules are looked for where it
     // started.
     const QString target = QDir::currentPath() + QStringLiteral("/compare.json");
-    QNetworkReply *const reply = get(addressAt(dependencies_.host, tablePath));
+    get(addressAt(dependencies_.host, tablePath),
+        [this, target](QNetworkReply *reply) { handleTable(reply, target); });
+}
+
+void ORBUpdate::handleTable(QNetworkReply *reply, const QString &target)
+{
     const auto body = cloud::collectBody(reply, longestTable);
     connect(reply, &QNetworkReply::finished, this, [reply, body, target] {
         reply->deleteLater();
@@ -94,11 +103,17 @@ void ORBUpdate::fetchTable()
 
 void ORBUpdate::queryVersion()
 {
-    QNetworkRequest request =
-        cloud::request(addressAt(dependencies_.host, versionPath), dependencies_.peerCheck);
-    request.setHeader(QNetworkRequest::ContentTypeHeader,
-                      QStringLiteral("text/plain;charset=UTF-8"));
-    QNetworkReply *const reply = networkManager_->post(request, QByteArrayLiteral("{}"));
+    const QUrl url = addressAt(dependencies_.host, versionPath);
+    proxies_.find(url, this, [this, url] {
+        QNetworkRequest request = cloud::request(url, dependencies_.peerCheck);
+        request.setHeader(QNetworkRequest::ContentTypeHeader,
+                          QStringLiteral("text/plain;charset=UTF-8"));
+        handleVersion(networkManager_->post(request, QByteArrayLiteral("{}")));
+    });
+}
+
+void ORBUpdate::handleVersion(QNetworkReply *reply)
+{
     cloud::limitReadBuffer(reply, longestVersion);
     // Read once: what does not come in one piece is not understood.
     connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
@@ -165,7 +180,11 @@ void ORBUpdate::fetchInstaller()
         emit downExeFinish();
         return;
     }
-    QNetworkReply *const reply = get(url);
+    get(url, [this](QNetworkReply *reply) { handleInstaller(reply); });
+}
+
+void ORBUpdate::handleInstaller(QNetworkReply *reply)
+{
     const auto body = cloud::collectBody(reply, dependencies_.longestInstaller);
     connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
         if (total != 0)

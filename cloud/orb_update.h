@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "cloud/cloud_request.h"
 #include "cloud/downloaded_file.h"
+#include "cloud/proxy_finder.h"
 
 #include <QObject>
 #include <QString>
@@ -37,6 +38,8 @@ public:
         qint64 longestInstaller = 512LL << 20; // bytes
         Clock &clock = Clock::system();
         std::function<Saved(const QByteArray &content, const QString &path)> save = saveDownload;
+        // Without it the cloud is reached directly, and at once.
+        ProxyFinder::Ask askForProxies = {};
     };
 
     explicit ORBUpdate(Dependencies dependencies, QObject *parent = nullptr);
@@ -56,13 +59,22 @@ public:
     // The assistant's version as it is shown, for example "v1.2.3".
     Q_INVOKABLE QString version();
 
+    // The window is there: from now on the system may be asked how the cloud is
+    // reached, which takes time from whoever draws.
+    void goOnline() { proxies_.release(); }
+
     // Gives up whatever is under way, without a word to anybody, and closes the
     // connections. To be called while the event loop still lives: the network's
     // thread ends with it.
     void abortRequests();
 
 private:
-    QNetworkReply *get(const QUrl &url);
+    // What is made of the reply to a request that was just sent.
+    using Handler = std::function<void(QNetworkReply *reply)>;
+    void get(const QUrl &url, const Handler &handle);
+    void handleTable(QNetworkReply *reply, const QString &target);
+    void handleVersion(QNetworkReply *reply);
+    void handleInstaller(QNetworkReply *reply);
     void fetchTable();
     void queryVersion();
     void readVersion(QNetworkReply *reply);
@@ -72,6 +84,7 @@ private:
 
     const Dependencies dependencies_;
     QNetworkAccessManager *networkManager_;
+    ProxyFinder proxies_;
     QString downloadUrl_;
     QString note_; // lines separated by "<br>"
     QString installerPath_;
