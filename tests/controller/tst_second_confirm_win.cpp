@@ -25,62 +25,57 @@ class SecondConfirmWinTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        TestCase::init();
+        left_ = path(QStringLiteral("vrmonitor.exe"));
+        QVERIFY(QFile::copy(QStringLiteral(KOLM_TEST_HELPER), left_));
+        const std::wstring gone = L"C:\\moved away";
+        QCOMPARE(RegSetKeyValueW(HKEY_LOCAL_MACHINE, steamVrEntry, L"InstallLocation", REG_SZ,
+                                 gone.c_str(), static_cast<DWORD>((gone.size() + 1) * 2)),
+                 LSTATUS(0));
+    }
 
-    void aSecondConfirmComesAfterTheFirst();
+    void cleanup()
+    {
+        RegDeleteKeyW(HKEY_LOCAL_MACHINE, steamVrEntry);
+        TestCase::cleanup();
+    }
+
+    void aSecondConfirmComesAfterTheFirst()
+    {
+        ManualClock clock;
+        ConfigManager config(dir(), [] { return false; });
+        config.loadDeviceSettings(false, 0);
+        SteamManager steam({clock, config, dir(), dir(), [](const std::function<void()> &) {}});
+        Mutex lock;
+        StreamingSettings settings(clock, config, steam, lock);
+
+        QProcess steamVr;
+        steamVr.start(left_, {QStringLiteral("last"), QStringLiteral("1500")});
+        QVERIFY(steamVr.waitForStarted());
+        QStringList said;
+        // The user confirms again, as soon as the program has an ear for it.
+        const auto confirmAgain = [&] {
+            said << QStringLiteral("second begins");
+            settings.restartAround([&] { said << QStringLiteral("second writes"); });
+        };
+        QMetaObject::invokeMethod(&settings, confirmAgain, Qt::QueuedConnection);
+        const QString tool = QStringLiteral("C:\\moved away\\bin\\win64\\vrstartup.exe");
+        announce("[steam] " + tool + " could not be started: " +
+                 qt_error_string(ERROR_PATH_NOT_FOUND).trimmed() + " (error 3)");
+        settings.restartAround([&] { said << QStringLiteral("first writes"); });
+        QTRY_COMPARE(said, QStringList({"first writes", "second begins", "second writes"}));
+        QVERIFY(lock.tryLock());
+        lock.unlock();
+        QVERIFY(steam.stopFailure());
+        QCOMPARE(steam.stopFailure()->file, tool);
+        QVERIFY(steam.stopFailure()->isMissing());
+    }
 
 private:
     QString left_; // a program that passes for SteamVR's
 };
-
-void SecondConfirmWinTest::init()
-{
-    TestCase::init();
-    left_ = path(QStringLiteral("vrmonitor.exe"));
-    QVERIFY(QFile::copy(QStringLiteral(KOLM_TEST_HELPER), left_));
-    const std::wstring gone = L"C:\\moved away";
-    QCOMPARE(RegSetKeyValueW(HKEY_LOCAL_MACHINE, steamVrEntry, L"InstallLocation", REG_SZ,
-                             gone.c_str(), static_cast<DWORD>((gone.size() + 1) * 2)),
-             LSTATUS(0));
-}
-
-void SecondConfirmWinTest::cleanup()
-{
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, steamVrEntry);
-    TestCase::cleanup();
-}
-
-void SecondConfirmWinTest::aSecondConfirmComesAfterTheFirst()
-{
-    ManualClock clock;
-    ConfigManager config(dir(), [] { return false; });
-    config.loadDeviceSettings(false, 0);
-    SteamManager steam({clock, config, dir(), dir(), [](const std::function<void()> &) {}});
-    Mutex lock;
-    StreamingSettings settings(clock, config, steam, lock);
-
-    QProcess steamVr;
-    steamVr.start(left_, {QStringLiteral("last"), QStringLiteral("1500")});
-    QVERIFY(steamVr.waitForStarted());
-    QStringList said;
-    // The user confirms again, as soon as the program has an ear for it.
-    const auto confirmAgain = [&] {
-        said << QStringLiteral("second begins");
-        settings.restartAround([&] { said << QStringLiteral("second writes"); });
-    };
-    QMetaObject::invokeMethod(&settings, confirmAgain, Qt::QueuedConnection);
-    const QString tool = QStringLiteral("C:\\moved away\\bin\\win64\\vrstartup.exe");
-    announce("[steam] " + tool + " could not be started: " +
-             qt_error_string(ERROR_PATH_NOT_FOUND).trimmed() + " (error 3)");
-    settings.restartAround([&] { said << QStringLiteral("first writes"); });
-    QTRY_COMPARE(said, QStringList({"first writes", "second begins", "second writes"}));
-    QVERIFY(lock.tryLock());
-    lock.unlock();
-    QVERIFY(steam.stopFailure());
-    QCOMPARE(steam.stopFailure()->file, tool);
-    QVERIFY(steam.stopFailure()->isMissing());
-}
 
 KOLM_TEST_MAIN(SecondConfirmWinTest)
 #include "tst_second_confirm_win.moc"

@@ -47,112 +47,102 @@ class LaunchFailuresWinTest : public TestCase
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        TestCase::init();
+        QVERIFY(installAll());
+        QVERIFY(layOutFiles(true));
+    }
 
-    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn_data();
-    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn();
-    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord_data();
-    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord();
+    void cleanup()
+    {
+        const bool failed = QTest::currentTestFailed();
+        endSteam();
+        const bool restored = installAll(); // whoever comes next finds all as it was
+        TestCase::cleanup();
+        if (failed)
+            qInfo().noquote() << "The program's log:\n" + log();
+        QVERIFY(restored);
+    }
+
+    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("its folder is gone") << elsewhere << QStringLiteral("(error 3)");
+        QTest::newRow("its file is no program")
+            << QFileInfo(steamProgram()).path() << QStringLiteral("(error 193)");
+    }
+
+    void aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn()
+    {
+        QFETCH(QString, folder);
+        QFETCH(QString, reason);
+        const QString steam = QDir::toNativeSeparators(folder) + "\\steam.exe";
+        QVERIFY(sayWhereSteamIs(QDir::toNativeSeparators(folder)));
+        if (folder != elsewhere)
+            QVERIFY(makeTextFile(steam));
+
+        Copy program;
+        QVERIFY(program.start());
+        QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(steam); }));
+        QVERIFY(!program.showsMessageBox());
+        QVERIFY2(log().contains(reason), qPrintable(log()));
+        QVERIFY(log().contains("[steam] startupSteam failed"));
+        QVERIFY(opensItsWindow(program));
+        QVERIFY(!program.showsMessageBox());
+        closesWhenAsked(&program);
+    }
+
+    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord_data()
+    {
+        QTest::addColumn<bool>("folderIsGone");
+        QTest::newRow("its folder is gone") << true;
+        QTest::newRow("vrstartup.exe is gone") << false;
+    }
+
+    void steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord()
+    {
+        QFETCH(bool, folderIsGone);
+        const QString tool = folderIsGone
+                                 ? elsewhere + QStringLiteral("\\bin\\win64\\vrstartup.exe")
+                                 : steamVrTool();
+        if (folderIsGone)
+            QVERIFY(sayWhereSteamVrIs(elsewhere));
+        else
+            QVERIFY(QFile::remove(tool));
+        QVERIFY(QProcess::startDetached(QFileInfo(steamVrTool()).path() + "/vrmonitor.exe",
+                                        QStringList()));
+
+        Copy program;
+        QVERIFY(program.start());
+        QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(tool); }));
+        QVERIFY(!program.showsMessageBox());
+        // It waits for the user to close SteamVR, and then goes on.
+        QVERIFY(!program.window());
+        endSteam();
+        QVERIFY(opensItsWindow(program));
+        QVERIFY(!program.showsMessageBox());
+        closesWhenAsked(&program);
+    }
 
 private:
-    static bool opensItsWindow(const Copy &program);
-    static void closesWhenAsked(Copy *program);
+    static bool opensItsWindow(const Copy &program)
+    {
+        return waitUntil([&] {
+            return program.showsMessageBox() ||
+                   (program.window() && program.window()->size() == mainWindow);
+        });
+    }
+
+    static void closesWhenAsked(Copy *program)
+    {
+        program->askToClose();
+        const std::optional<int> code = program->waitForEnd();
+        QVERIFY(code);
+        QCOMPARE(*code, 0);
+    }
 };
-
-void LaunchFailuresWinTest::init()
-{
-    TestCase::init();
-    QVERIFY(installAll());
-    QVERIFY(layOutFiles(true));
-}
-
-void LaunchFailuresWinTest::cleanup()
-{
-    const bool failed = QTest::currentTestFailed();
-    endSteam();
-    const bool restored = installAll(); // whoever comes next finds all as it was
-    TestCase::cleanup();
-    if (failed)
-        qInfo().noquote() << "The program's log:\n" + log();
-    QVERIFY(restored);
-}
-
-bool LaunchFailuresWinTest::opensItsWindow(const Copy &program)
-{
-    return waitUntil([&] {
-        return program.showsMessageBox() ||
-               (program.window() && program.window()->size() == mainWindow);
-    });
-}
-
-void LaunchFailuresWinTest::closesWhenAsked(Copy *program)
-{
-    program->askToClose();
-    const std::optional<int> code = program->waitForEnd();
-    QVERIFY(code);
-    QCOMPARE(*code, 0);
-}
-
-void LaunchFailuresWinTest::aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("its folder is gone") << elsewhere << QStringLiteral("(error 3)");
-    QTest::newRow("its file is no program")
-        << QFileInfo(steamProgram()).path() << QStringLiteral("(error 193)");
-}
-
-void LaunchFailuresWinTest::aSteamThatCannotBeStartedIsSaidAndTheProgramGoesOn()
-{
-    QFETCH(QString, folder);
-    QFETCH(QString, reason);
-    const QString steam = QDir::toNativeSeparators(folder) + "\\steam.exe";
-    QVERIFY(sayWhereSteamIs(QDir::toNativeSeparators(folder)));
-    if (folder != elsewhere)
-        QVERIFY(makeTextFile(steam));
-
-    Copy program;
-    QVERIFY(program.start());
-    QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(steam); }));
-    QVERIFY(!program.showsMessageBox());
-    QVERIFY2(log().contains(reason), qPrintable(log()));
-    QVERIFY(log().contains("[steam] startupSteam failed"));
-    QVERIFY(opensItsWindow(program));
-    QVERIFY(!program.showsMessageBox());
-    closesWhenAsked(&program);
-}
-
-void LaunchFailuresWinTest::steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord_data()
-{
-    QTest::addColumn<bool>("folderIsGone");
-    QTest::newRow("its folder is gone") << true;
-    QTest::newRow("vrstartup.exe is gone") << false;
-}
-
-void LaunchFailuresWinTest::steamVrThatCannotBeAskedToCloseIsWaitedForWithoutAWord()
-{
-    QFETCH(bool, folderIsGone);
-    const QString tool =
-        folderIsGone ? elsewhere + QStringLiteral("\\bin\\win64\\vrstartup.exe") : steamVrTool();
-    if (folderIsGone)
-        QVERIFY(sayWhereSteamVrIs(elsewhere));
-    else
-        QVERIFY(QFile::remove(tool));
-    QVERIFY(
-        QProcess::startDetached(QFileInfo(steamVrTool()).path() + "/vrmonitor.exe", QStringList()));
-
-    Copy program;
-    QVERIFY(program.start());
-    QVERIFY(waitUntil([&] { return program.showsMessageBox() || hasLogged(tool); }));
-    QVERIFY(!program.showsMessageBox());
-    // It waits for the user to close SteamVR, and then goes on.
-    QVERIFY(!program.window());
-    endSteam();
-    QVERIFY(opensItsWindow(program));
-    QVERIFY(!program.showsMessageBox());
-    closesWhenAsked(&program);
-}
 
 KOLM_GUI_TEST_MAIN(LaunchFailuresWinTest)
 #include "tst_launch_failures_win.moc"
