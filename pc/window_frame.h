@@ -38,6 +38,10 @@ void applyShadow(QWindow &window, bool needShadow);
 // as a message of its own.
 bool closeEventIsRequest();
 
+// Puts the window above the program's others, without taking the focus from
+// them.
+void putInFront(QWindow &window);
+
 // Brings a window that was just shown onto the screen before anything else
 // happens, for when the GUI thread will be busy. Where the window system can
 // only tell that later, other events (but no input) may be handled meanwhile.

@@ -67,6 +67,12 @@ bool closeEventIsRequest()
     return false;
 }
 
+void putInFront(QWindow &window)
+{
+    ::SetWindowPos(reinterpret_cast<HWND>(window.winId()), HWND_TOP, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void putOnScreen(QWindow &window)
 {
     // Has the window painted at once instead of when no other message waits.

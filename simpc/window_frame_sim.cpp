@@ -1,7 +1,7 @@
 #include "simpc/window_frame_sim.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QWindow>
 
 namespace window_frame {
@@ -79,14 +79,22 @@ bool closeEventIsRequest()
     return true;
 }
 
+void putInFront(QWindow &window)
+{
+    note(QStringLiteral("put in front"));
+    // Without a screen there is no order of windows, and Qt complains.
+    if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+        window.raise();
+}
+
 void putOnScreen(QWindow &window)
 {
     constexpr int longest = 200; // ms
     note(QStringLiteral("put on screen"));
     QElapsedTimer waited;
     for (waited.start(); !window.isExposed() && waited.elapsed() < longest;) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                        QEventLoop::ExcludeSocketNotifiers);
+        QGuiApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                       QEventLoop::ExcludeSocketNotifiers);
     }
 }
 

@@ -12,7 +12,8 @@ namespace window_frame::sim {
 extern const char messageType[];
 
 // What windows asked of the window manager, in order, since the last clear:
-// "shadow on", "shadow off", "put on screen", "drag <code>".
+// "shadow on", "shadow off", "put in front", "put on screen",
+// "drag <code>".
 QStringList journal();
 void clearJournal();
 

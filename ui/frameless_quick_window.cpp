@@ -113,6 +113,8 @@ void FramelessQuickWindow::reqActive()
 void FramelessQuickWindow::showNow()
 {
     setVisible(true);
+    // The system keeps a window where it was when it shows it again.
+    window_frame::putInFront(*this);
     if (!isExposed())
         window_frame::putOnScreen(*this);
     // What changed since the last frame is drawn now instead of soon.

@@ -75,9 +75,10 @@ public:
     // Hides the base window's slot, so that the program's own wish can be told
     // from a close request where both arrive as the same event.
     Q_INVOKABLE bool close();
-    // Shows the window and has its present content on the screen when it
-    // returns (or, with a render thread, a frame later), so that it is seen
-    // while the GUI thread is busy with something long.
+    // Shows the window above the program's others, which it does not take the
+    // focus from, and has its present content on the screen when it returns (or,
+    // with a render thread, a frame later), so that it is seen while the GUI
+    // thread is busy with something long.
     Q_INVOKABLE void showNow();
 
 protected:

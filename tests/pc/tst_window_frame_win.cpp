@@ -199,20 +199,6 @@ private slots:
         QTRY_VERIFY(!canMinimise(window));
     }
 
-    void showNowIsSeenBeforeTheEventLoopRuns()
-    {
-        FramelessQuickWindow window;
-        window.setGeometry(100, 120, 400, 300);
-        const QSignalSpy frames(&window, &QQuickWindow::afterRendering);
-        window.showNow();
-        QVERIFY(window.isExposed());
-        QVERIFY(frames.count() > 0);
-        const int before = frames.count();
-        window.setColor(Qt::red);
-        window.showNow();
-        QVERIFY(frames.count() > before);
-    }
-
 private:
     static bool canMinimise(QWindow &window)
     {

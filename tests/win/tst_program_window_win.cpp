@@ -46,6 +46,27 @@ HWND windowOf(qint64 pid, const QSize &size)
     return search.found;
 }
 
+// The windows of the process that can be seen, as they lie upon each other, the one in
+// front first.
+QList<HWND> shownWindows(qint64 pid)
+{
+    QList<HWND> found;
+    for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == static_cast<DWORD>(pid) && IsWindowVisible(window))
+            found.append(window);
+    }
+    return found;
+}
+
+// The one that lets the mouse through and has no button in the task bar.
+bool isToast(HWND window)
+{
+    constexpr LONG_PTR style = WS_EX_TRANSPARENT | WS_EX_TOOLWINDOW;
+    return (GetWindowLongPtrW(window, GWL_EXSTYLE) & style) == style;
+}
+
 POINT onScreen(HWND window, const QPoint &place)
 {
     RECT rect = {};
@@ -189,6 +210,36 @@ private slots:
         }));
         QVERIFY(program.isRunning());
         PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0); // the toast is a window, too
+        QVERIFY(program.waitForEnd());
+    }
+
+    // This PC has no sound, of which a toast speaks with every poll.
+    void toastLiesAboveADialog()
+    {
+        Copy program;
+        const HWND window = start(&program, true);
+        QVERIFY(window);
+        const auto toast = [&] {
+            for (const HWND shown : shownWindows(program.pid())) {
+                if (isToast(shown))
+                    return shown;
+            }
+            return HWND(nullptr);
+        };
+        // Made by now, and hidden: where the system leaves it is below the dialog.
+        QVERIFY(waitUntil([&] { return toast() != nullptr; }));
+        QVERIFY(waitUntil([&] { return toast() == nullptr; }));
+        click(window, settingsButton);
+        QVERIFY(waitUntil([&] { return windowOf(program.pid(), settingsSize) != nullptr; }));
+        const HWND dialog = windowOf(program.pid(), settingsSize);
+        QCOMPARE(shownWindows(program.pid()), (QList<HWND>{dialog, window}));
+
+        QVERIFY(waitUntil([&] { return toast() != nullptr; }));
+        QVERIFY(
+            waitUntil([&] { return !toast() || shownWindows(program.pid()).first() == toast(); }));
+        QCOMPARE(shownWindows(program.pid()), (QList<HWND>{toast(), dialog, window}));
+        QCOMPARE(GetWindow(toast(), GW_OWNER), window);
+        PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
         QVERIFY(program.waitForEnd());
     }
 
