@@ -1,6 +1,7 @@
 #include "demonstration/quick_screen.h"
 
 #include "demonstration/pictures.h"
+#include "demonstration/window_order.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -70,7 +71,7 @@ QList<QQuickWindow *> QuickScreen::shownWindows() const
         auto *quick = qobject_cast<QQuickWindow *>(window);
         if (!quick || !quick->isVisible() || quick == &main_)
             continue;
-        // A toast is above everything.
+        // Where no screen has an order of its own, a toast is above everything.
         if (quick->flags() & Qt::WindowDoesNotAcceptFocus)
             found.append(quick);
         else
@@ -78,7 +79,7 @@ QList<QQuickWindow *> QuickScreen::shownWindows() const
     }
     if (main_.isVisible())
         found.prepend(&main_);
-    return found;
+    return window_order::fromBehind(found);
 }
 
 QQuickItem *QuickScreen::find(const ItemName &item) const

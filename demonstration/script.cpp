@@ -183,7 +183,8 @@ const std::vector<Verb> &verbs()
         {"show", Argument::None, "shows it again",
          [](const Scene &scene, const QString &) { return act(scene.screen, &Screen::show); }},
         {"where", Argument::Name, "answers `at X Y`, the middle of the item on the screen", where},
-        {"picture", Argument::File, "takes a picture of all windows, as PNG",
+        {"picture", Argument::File,
+         "takes a picture of all windows, as they lie upon each other, as PNG",
          [](const Scene &scene, const QString &file) -> Step {
              // A window that is shown but not on the screen yet has nothing to
              // show.

@@ -49,6 +49,32 @@ private slots:
         QCOMPARE(picture.pixelColor(5, 5), QColor("red"));
         QCOMPARE(picture.pixelColor(20, 25), QColor("lime"));
     }
+
+    // A toast as well: which is seen, the screen decides.
+    void windowThatIsInFrontIsSavedInFront()
+    {
+        const SmallWindow behind(
+            R"(Window { x: 100; y: 50; width: 60; height: 40; color: "red" })");
+        const SmallWindow toast(R"(Window { x: 110; y: 70; width: 20; height: 10; color: "lime"
+            flags: Qt.ToolTip | Qt.WindowDoesNotAcceptFocus
+            Item { objectName: "row"; width: 20; height: 10 } })");
+        const SmallWindow dialog(R"(Window { x: 105; y: 60; width: 40; height: 20; color: "blue"
+            Item { objectName: "row"; width: 40; height: 20 } })");
+        QuickScreen screen(behind.window());
+        const auto seen = [&] {
+            return screen.takePicture(path("all.png")).done
+                       ? QImage(path("all.png")).pixelColor(20, 25).name()
+                       : QString();
+        };
+        for (int round = 0; round < 2; ++round) {
+            dialog.window().raise();
+            QCOMPARE(seen(), QColor("blue").name());
+            QCOMPARE(screen.middleOf({"row", 1}), QPoint(125, 70));
+            toast.window().raise();
+            QCOMPARE(seen(), QColor("lime").name());
+            QCOMPARE(screen.middleOf({"row", 1}), QPoint(120, 75));
+        }
+    }
 };
 
 int main(int argc, char *argv[])

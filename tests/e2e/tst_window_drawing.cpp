@@ -39,6 +39,27 @@ private slots:
         QVERIFY(toastIsSeen());
     }
 
+    void toastIsSeenAboveADialog()
+    {
+        // A toast every five seconds, and time to look at one.
+        start("no-audio").environment.insert("SIMPC_SPEED", "5");
+        QVERIFY(program_->start());
+        QCOMPARE(tell("until linked"), QString("ok"));
+        const QStringList place = tell("where window").split(' ');
+        QCOMPARE(place.value(0), QString("at"));
+        const QPoint spot(place.value(1).toInt(), place.value(2).toInt() - 875 / 2 + 408);
+        clickOn("setting");
+        QCOMPARE(tell("until dialog SettingPage"), QString("ok"));
+        QCOMPARE(tell("until toast gone"), QString("ok"));
+        QVERIFY(screen().pixelColor(spot) != QColor("#393939"));
+
+        const QString picture = path("toast.png");
+        QCOMPARE(program_->tellAll({"until toast", "picture " + picture}),
+                 (QStringList{"ok", "ok"}));
+        QTRY_VERIFY(screen().pixelColor(spot) == QColor("#393939"));
+        QCOMPARE(QImage(picture).pixelColor(680, 408), QColor("#393939"));
+    }
+
     void marksTurnWhileTheProgramWaits()
     {
         // The window has to be there before the wait begins.
