@@ -6,11 +6,13 @@
 #include "app/qml_loading.h"
 #include "app/surroundings.h"
 #include "app/translation.h"
+#include "base/clock.h"
 #include "cloud/cloud_host.h"
 #include "pc/own_variables.h"
 #include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
+#include "ui/renderer.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -40,6 +42,11 @@ void chooseHowToDraw()
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 
+QString dataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+}
+
 // Language, font, icon and names, in this order.
 void setUp(QGuiApplication &app, const QLocale &locale)
 {
@@ -49,7 +56,15 @@ void setUp(QGuiApplication &app, const QLocale &locale)
     QCoreApplication::setOrganizationName(QStringLiteral("KOLM"));
     // The log, the settings and the recent headsets go there; none of them
     // makes the folder.
-    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+    QDir().mkpath(dataFolder());
+}
+
+// As loadWindow(), with what this PC can draw with. Without OpenGL, on a remote
+// desktop for example, Qt Quick would end the program.
+void loadFirstWindow(QQmlApplicationEngine &engine, const char *url)
+{
+    const renderer::Trial trial(dataFolder() + QStringLiteral("/opengl.trial"), Clock::system());
+    loadWindow(engine, QUrl(QString::fromLatin1(url)));
 }
 
 } // namespace
@@ -77,11 +92,11 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
             cloud::useHost(*cloudHost);
         Composition composition(locale, &app);
         composition.publish(engine);
-        loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/mainWindow.qml")));
+        loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
         surroundings.attach(engine, &composition.stages());
         return surroundings.exitCode(QGuiApplication::exec());
     }
-    loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/windows/SingleAppTip.qml")));
+    loadFirstWindow(engine, "qrc:/qml/windows/SingleAppTip.qml");
     surroundings.attach(engine, nullptr);
     return surroundings.exitCode(QGuiApplication::exec());
 }
