@@ -2,6 +2,7 @@
 #include "tests/support/test_case.h"
 #include "tests/win/installed_program_win.h"
 
+#include <QFile>
 #include <QJsonObject>
 
 #include <windows.h>
@@ -127,6 +128,24 @@ private slots:
         const QString said = log();
         TestCase::cleanup();
         QVERIFY2(!said.contains("qrc:/"), qPrintable(said));
+    }
+
+    // On a screen without OpenGL, as on a remote desktop, the program opens as well.
+    void drawsWithWhatThisPcHas()
+    {
+        const bool without = qEnvironmentVariableIsSet("WITHOUT_OPENGL");
+        qputenv("QSG_INFO", "1"); // Qt says what it draws with
+        Copy program;
+        const HWND window = start(&program, false);
+        qunsetenv("QSG_INFO");
+        QVERIFY(window);
+        const QLatin1String said(without ? "windows are drawn without OpenGL: there is no OpenGL"
+                                         : "threaded render loop");
+        QVERIFY(waitUntil([said] { return log().contains(said); }));
+        QCOMPARE(log().contains(QLatin1String("without OpenGL")), without);
+        QVERIFY(waitUntil([] { return !QFile::exists(dataFolder() + "/opengl.trial"); }));
+        PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+        QCOMPARE(program.waitForEnd().value_or(-1), 0);
     }
 
     void titleRowDragsExceptOnButtons()
