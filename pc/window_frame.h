@@ -38,6 +38,11 @@ void applyShadow(QWindow &window, bool needShadow);
 // as a message of its own.
 bool closeEventIsRequest();
 
+// The windows of this process stay as they are on the screen when it does not
+// answer for seconds; else the system puts pictures of them in their place, with
+// an offer to end the program. Cannot be taken back.
+void forbidGhosts();
+
 // Puts the window above the program's others, without taking the focus from
 // them.
 void putInFront(QWindow &window);
@@ -46,6 +51,10 @@ void putInFront(QWindow &window);
 // happens, for when the GUI thread will be busy. Where the window system can
 // only tell that later, other events (but no input) may be handled meanwhile.
 void putOnScreen(QWindow &window);
+
+// Has the system show what this thread has drawn; it may keep that until the thread
+// looks for messages.
+void flush();
 
 // Moves or resizes the window along with the mouse from now until the button
 // is released; `code` says by which part. False where the system begins that by

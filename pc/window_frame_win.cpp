@@ -67,6 +67,11 @@ bool closeEventIsRequest()
     return false;
 }
 
+void forbidGhosts()
+{
+    ::DisableProcessWindowsGhosting();
+}
+
 void putInFront(QWindow &window)
 {
     ::SetWindowPos(reinterpret_cast<HWND>(window.winId()), HWND_TOP, 0, 0, 0, 0,
@@ -77,6 +82,11 @@ void putOnScreen(QWindow &window)
 {
     // Has the window painted at once instead of when no other message waits.
     ::UpdateWindow(reinterpret_cast<HWND>(window.winId()));
+}
+
+void flush()
+{
+    ::GdiFlush();
 }
 
 bool startDrag(QWindow &, hit_test::Code)

@@ -79,6 +79,11 @@ bool closeEventIsRequest()
     return true;
 }
 
+void forbidGhosts()
+{
+    note(QStringLiteral("no ghosts"));
+}
+
 void putInFront(QWindow &window)
 {
     note(QStringLiteral("put in front"));
@@ -94,9 +99,12 @@ void putOnScreen(QWindow &window)
     QElapsedTimer waited;
     for (waited.start(); !window.isExposed() && waited.elapsed() < longest;) {
         QGuiApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                       QEventLoop::ExcludeSocketNotifiers);
+                                       QEventLoop::ExcludeSocketNotifiers |
+                                       QEventLoop::X11ExcludeTimers);
     }
 }
+
+void flush() {}
 
 bool startDrag(QWindow &window, hit_test::Code code)
 {

@@ -12,7 +12,7 @@ namespace window_frame::sim {
 extern const char messageType[];
 
 // What windows asked of the window manager, in order, since the last clear:
-// "shadow on", "shadow off", "put in front", "put on screen",
+// "shadow on", "shadow off", "no ghosts", "put in front", "put on screen",
 // "drag <code>".
 QStringList journal();
 void clearJournal();

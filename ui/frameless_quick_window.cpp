@@ -7,13 +7,18 @@
 #include <QMouseEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QSemaphore>
 
+#include <atomic>
 #include <chrono>
+#include <memory>
 
 namespace {
 
 // The system lays out the frame again after it has told the window so.
 constexpr std::chrono::milliseconds shadowDelay(100);
+// How long a frame is waited for that another thread draws.
+constexpr std::chrono::milliseconds longestFrame(250);
 
 QPointer<QQmlEngine> &sharedEngine()
 {
@@ -31,6 +36,9 @@ FramelessQuickWindow::FramelessQuickWindow(QWindow *parent)
 FramelessQuickWindow::FramelessQuickWindow(Clock &clock, QWindow *parent)
     : QQuickView(sharedEngine() ? sharedEngine().data() : new QQmlEngine, parent), clock_(clock)
 {
+    // Some waits leave the windows without an answer for many seconds.
+    static const bool once = (window_frame::forbidGhosts(), true);
+    Q_UNUSED(once)
     if (engine() != sharedEngine())
         engine()->setParent(this);
     setFlags(flags() | Qt::FramelessWindowHint);
@@ -117,9 +125,41 @@ void FramelessQuickWindow::showNow()
     window_frame::putInFront(*this);
     if (!isExposed())
         window_frame::putOnScreen(*this);
-    // What changed since the last frame is drawn now instead of soon.
-    QEvent update(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(this, &update);
+    drawNow();
+    // What its text goes with is seen there.
+    if (auto *below = qobject_cast<FramelessQuickWindow *>(transientParent()))
+        below->drawNow();
+    window_frame::flush();
+}
+
+void FramelessQuickWindow::drawNow()
+{
+    if (!isExposed())
+        return;
+    // A frame counts that is drawn of what there is now. The thread that draws may
+    // still be in these when nobody waits for it any more.
+    struct Frame
+    {
+        std::atomic<bool> current{false};
+        QSemaphore swapped;
+    };
+    const auto frame = std::make_shared<Frame>();
+    const auto onSync = connect(
+        this, &QQuickWindow::afterSynchronizing, this, [frame] { frame->current = true; },
+        Qt::DirectConnection);
+    const auto onSwap = connect(
+        this, &QQuickWindow::frameSwapped, this,
+        [frame] {
+            if (frame->current)
+                frame->swapped.release();
+        },
+        Qt::DirectConnection);
+    update(); // also when nothing has changed
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(this, &request);
+    frame->swapped.tryAcquire(1, static_cast<int>(longestFrame.count()));
+    disconnect(onSync);
+    disconnect(onSwap);
 }
 
 bool FramelessQuickWindow::close()

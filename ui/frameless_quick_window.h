@@ -76,9 +76,10 @@ public:
     // from a close request where both arrive as the same event.
     Q_INVOKABLE bool close();
     // Shows the window above the program's others, which it does not take the
-    // focus from, and has its present content on the screen when it returns (or,
-    // with a render thread, a frame later), so that it is seen while the GUI
-    // thread is busy with something long.
+    // focus from, and has its present content, and that of the window that it
+    // belongs to, on the screen when it returns, so that both are seen while the
+    // GUI thread is busy with something long. Gives up after a quarter of a
+    // second for each.
     Q_INVOKABLE void showNow();
 
 protected:
@@ -88,6 +89,7 @@ protected:
 private:
     hit_test::Code edgeAt(const hit_test::Frame &frame, const QPoint &point) const;
     hit_test::TitleBarSpot titleBarSpot(const QPointF &scenePoint) const;
+    void drawNow();
     void updateShadow();
     bool startDragAt(const QPoint &scenePoint);
 

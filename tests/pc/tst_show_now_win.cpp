@@ -2,9 +2,30 @@
 #include "tests/support/test_case.h"
 #include "ui/frameless_quick_window.h"
 
-#include <QSignalSpy>
+#include <atomic>
+#include <memory>
 
 #include <windows.h>
+
+namespace {
+
+// How many frames of a window have reached the screen, whichever thread draws.
+class Frames
+{
+public:
+    explicit Frames(QQuickWindow &window)
+    {
+        QObject::connect(
+            &window, &QQuickWindow::frameSwapped, &window, [count = count_] { ++*count; },
+            Qt::DirectConnection);
+    }
+    int count() const { return *count_; }
+
+private:
+    const std::shared_ptr<std::atomic<int>> count_ = std::make_shared<std::atomic<int>>(0);
+};
+
+} // namespace
 
 // Windows that are to be seen before anything else happens.
 class TestShowNowWin : public TestCase
@@ -13,6 +34,8 @@ class TestShowNowWin : public TestCase
 
 private slots:
     void isSeenBeforeTheEventLoopRuns();
+    void windowBelowIsUpToDateAsWell();
+    void minimisedWindowIsNotWaitedFor();
     void liesAboveNewerWindows();
 
 private:
@@ -37,7 +60,7 @@ void TestShowNowWin::isSeenBeforeTheEventLoopRuns()
 {
     FramelessQuickWindow window;
     window.setGeometry(100, 120, 400, 300);
-    const QSignalSpy frames(&window, &QQuickWindow::afterRendering);
+    const Frames frames(window);
     window.showNow();
     QVERIFY(window.isExposed());
     QVERIFY(frames.count() > 0);
@@ -45,6 +68,46 @@ void TestShowNowWin::isSeenBeforeTheEventLoopRuns()
     window.setColor(Qt::red);
     window.showNow();
     QVERIFY(frames.count() > before);
+}
+
+// It shows what the program is waiting for.
+void TestShowNowWin::windowBelowIsUpToDateAsWell()
+{
+    FramelessQuickWindow below;
+    show(below);
+    FramelessQuickWindow toast;
+    toast.setGeometry(150, 150, 200, 40);
+    toast.setParentWin(&below);
+    for (const QColor &colour : {QColor(Qt::red), QColor(Qt::blue)}) {
+        below.setColor(colour);
+        const Frames frames(below);
+        toast.showNow();
+        QVERIFY(frames.count() > 0);
+        // Wine keeps what the processor has drawn until messages are looked for.
+        if (QQuickWindow::sceneGraphBackend() == QLatin1String("software"))
+            continue;
+        // And that is what the screen shows, although nothing else has run.
+        const QPoint spot = below.mapToGlobal(QPoint(300, 250));
+        const HDC screen = ::GetDC(nullptr);
+        const COLORREF seen = ::GetPixel(screen, spot.x(), spot.y());
+        ::ReleaseDC(nullptr, screen);
+        QCOMPARE(QColor(GetRValue(seen), GetGValue(seen), GetBValue(seen)).name(), colour.name());
+    }
+}
+
+// Nobody waits for a picture that cannot come.
+void TestShowNowWin::minimisedWindowIsNotWaitedFor()
+{
+    FramelessQuickWindow below;
+    show(below);
+    below.showMinimized();
+    QTRY_VERIFY(!below.isExposed());
+    const Frames frames(below);
+    FramelessQuickWindow toast;
+    toast.setGeometry(150, 150, 200, 40);
+    toast.setParentWin(&below);
+    toast.showNow();
+    QCOMPARE(frames.count(), 0);
 }
 
 // As a toast does that was first seen before the dialog.

@@ -35,11 +35,13 @@ inline std::unique_ptr<QGuiApplication> makeGuiApplication(int &argc, char **arg
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-// Windows are drawn by the processor, so that no test needs a graphics driver.
+// Windows are drawn by the processor, so that no test needs a graphics driver; with
+// OpenGL where the environment says by which loop of Qt Quick.
 #define KOLM_GUI_TEST_MAIN(TestClass)                                                              \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
-        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);                        \
+        if (!qEnvironmentVariableIsSet("QSG_RENDER_LOOP"))                                         \
+            QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);                    \
         const std::unique_ptr<QGuiApplication> app = makeGuiApplication(argc, argv);               \
         QGuiApplication::setQuitOnLastWindowClosed(false);                                         \
         QCoreApplication::setOrganizationName(QStringLiteral("KOLM"));                             \

@@ -23,6 +23,9 @@ private slots:
     void initTestCase()
     {
         qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+        window_frame::sim::clearJournal();
+        const Window first;
+        asked_ = window_frame::sim::journal();
     }
 
     void interfaceIsInOrder()
@@ -257,6 +260,33 @@ private slots:
         QVERIFY(frames.count() > before);
     }
 
+    // Once is enough.
+    void systemPutsNoGhostsInTheirPlace()
+    {
+        QCOMPARE(asked_, QStringList("no ghosts"));
+        window_frame::sim::clearJournal();
+        const Window later;
+        QCOMPARE(window_frame::sim::journal(), QStringList());
+    }
+
+    void showNowBringsTheWindowBelowUpToDate()
+    {
+        Window below;
+        below.resize(100, 100);
+        below.show();
+        QTRY_VERIFY(below.isExposed());
+        Window toast;
+        toast.setParentWin(&below);
+        const QSignalSpy frames(&below, &QQuickWindow::frameSwapped);
+        toast.showNow();
+        QCOMPARE(frames.count(), 1);
+
+        // Nobody sees it.
+        below.hide();
+        toast.showNow();
+        QCOMPARE(frames.count(), 1);
+    }
+
     void destroyedWindowRenewsNoShadow()
     {
         window_frame::sim::clearJournal();
@@ -336,6 +366,9 @@ private slots:
         QVERIFY(!window->isVisible());
         FramelessQuickWindow::setSharedEngine(nullptr);
     }
+
+private:
+    QStringList asked_; // by the first window, of the window manager
 };
 
 KOLM_GUI_TEST_MAIN(TestFramelessQuickWindow)
