@@ -176,6 +176,12 @@ FramelessWindow {
         running: root.leaving && root.visible
         onTriggered: root.openDialog(root.windows + "WaitPage.qml", { text: qsTr("正在退出"), limit: 0 })
     }
+    // Whoever plays does not look at it, and the game needs the graphics card.
+    Rest {
+        objectName: "rest"
+        window: root
+        allowed: cards.connected
+    }
     Toast {
         id: toast
         objectName: "toast"

@@ -4,6 +4,7 @@
 #include "qml/resources.h"
 #include "res/resources.h"
 #include "ui/clock_timer.h"
+#include "ui/rest.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -37,6 +38,7 @@ void registerInterface()
     res::initResources();
     qml::initResources();
     qmlRegisterType<FramelessQuickWindow>("QtHeron.Window", 1, 0, "FramelessWindow");
+    qmlRegisterType<Rest>("QtHeron.Window", 1, 0, "Rest");
     qmlRegisterType<PageTimer>("QtHeron.Window", 1, 0, "ClockTimer");
     registerCheckTypes();
     qmlRegisterUncreatableType<FakeOrb>("ORBManager", 1, 0, "ORBManagerCLS",

@@ -1,3 +1,4 @@
+#include "simpc/power_mode_sim.h"
 #include "tests/qml/interface.h"
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
@@ -95,6 +96,29 @@ private slots:
         QTRY_VERIFY(!pages.window()->isActive());
 
         QCOMPARE(moving(pages), QStringList());
+    }
+
+    // It holds nothing of the graphics card then.
+    void connectedProgramRestsWhileItIsMinimised()
+    {
+        Interface pages;
+        pages.load();
+        emit pages.orb.showToast("hello", 2000);
+        pages.clock.advance(2000);
+        pages.activate();
+        pages.window()->showMinimized();
+        QCoreApplication::processEvents();
+        QVERIFY(!power_mode::sim::isEfficient());
+        connectAll(pages);
+        QVERIFY(power_mode::sim::isEfficient());
+        QVERIFY(!pages.window()->isPersistentSceneGraph());
+        QVERIFY(!qobject_cast<QQuickWindow *>(pages.find("toast"))->isPersistentSceneGraph());
+        QVERIFY(comesToRest(pages));
+        QCOMPARE(moving(pages), QStringList());
+
+        pages.window()->showNormal();
+        QTRY_VERIFY(!power_mode::sim::isEfficient());
+        QVERIFY(pages.window()->isPersistentSceneGraph());
     }
 
     void nothingTurnsInAHiddenPart()
