@@ -107,6 +107,11 @@ void Composition::publish(QQmlApplicationEngine &engine) const
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }
 
+void Composition::windowIsThere() const
+{
+    update_->goOnline();
+}
+
 const ConnectionStages &Composition::stages() const
 {
     return orb_->stages();

@@ -19,6 +19,9 @@ public:
     // Lets the pages see them.
     void publish(QQmlApplicationEngine &engine) const;
 
+    // The window is there: what takes time from whoever draws may begin.
+    void windowIsThere() const;
+
     const ConnectionStages &stages() const;
 
 private:

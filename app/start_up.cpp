@@ -94,6 +94,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         composition.publish(engine);
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
         surroundings.attach(engine, &composition.stages());
+        composition.windowIsThere();
         return surroundings.exitCode(QGuiApplication::exec());
     }
     loadFirstWindow(engine, "qrc:/qml/windows/SingleAppTip.qml");
