@@ -34,17 +34,12 @@ QString targetOf(const QString &path)
     return file.isSymLink() && file.exists() ? file.canonicalFilePath() : path;
 }
 
-bool canBeWritten(const QString &file)
+// A rename asks for nobody's leave, and whoever may do everything would not be
+// stopped by the owner's mark either.
+bool mayBeReplaced(const QFileInfo &file)
 {
-    QFile probe(file);
-    return probe.open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
-}
-
-// Whoever may do everything would not be stopped by this mark, and a rename
-// asks for nobody's leave.
-bool isMarkedReadOnly(const QFileInfo &file)
-{
-    return file.exists() && !file.permissions().testFlag(QFileDevice::WriteOwner);
+    return file.isFile() && file.isWritable() &&
+           file.permissions().testFlag(QFileDevice::WriteOwner);
 }
 
 // OpenFailed where it could not be given its name, too.
@@ -105,17 +100,22 @@ WriteResult FileReplacement::replace(const QString &path, const QByteArray &cont
     const MutexLock lock(replacing);
     const QString file = targetOf(path);
     const QFileInfo before(file);
-    if (before.exists() && (!before.isFile() || isMarkedReadOnly(before) ||
-                            !retry([&] { return canBeWritten(file); })))
+    // There is nothing that could be harmed or in the way.
+    if (!before.exists())
+        return makeCopy(file, content);
+    if (!mayBeReplaced(before))
         return WriteResult::OpenFailed;
-    const WriteResult copied = makeCopy(copyOf(file), content);
+    WriteResult copied = WriteResult::OpenFailed;
+    retry([&] {
+        copied = makeCopy(copyOf(file), content);
+        return copied != WriteResult::OpenFailed;
+    });
     // A copy that does not fit on the disk must not cost the old file.
     if (copied == WriteResult::OpenFailed && uncopied == Uncopied::Overwrite)
         return overwrite(file, content);
     if (copied != WriteResult::Ok)
         return copied;
-    if (before.exists())
-        QFile::setPermissions(copyOf(file), before.permissions());
+    QFile::setPermissions(copyOf(file), before.permissions());
     return putInPlace(file, content);
 }
 
