@@ -1,3 +1,4 @@
+#include "base/background.h"
 #include "base/manual_clock.h"
 #include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
@@ -10,7 +11,6 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
-#include <QTimer>
 
 #include <atomic>
 #include <memory>
@@ -55,6 +55,14 @@ class TestProxyFinder : public TestCase
     std::function<void()> count()
     {
         return [this] { ++found_; };
+    }
+
+    // What was handed to other threads before has most likely begun afterwards.
+    void letOthersRun()
+    {
+        Background other;
+        other.run([] { return Background::Result(); });
+        QTRY_VERIFY(!other.isBusy());
     }
 
 private slots:
@@ -142,7 +150,7 @@ private slots:
         finder.hold();
         finder.find(cloudUrl, this, count());
         finder.find(QUrl("http://files.example/"), this, count());
-        QTest::qWait(20);
+        letOthersRun();
         QCOMPARE(asked, 0);
         QCOMPARE(found_, 0);
         finder.release();
@@ -162,7 +170,7 @@ private slots:
             return ProxyFinder::Proxies{proxy.proxy()};
         };
         ORBUpdate update(dependencies);
-        QTest::qWait(20);
+        letOthersRun();
         QCOMPARE(asked, 0);
         update.goOnline();
         QTRY_COMPARE(proxy.asked.size(), 2);
@@ -206,11 +214,12 @@ private slots:
         {
             HttpManager manager(dependencies);
             manager.addEvent("id", {});
-            QTimer::singleShot(0, this, [&] {
+            const auto waitForLong = [&] {
                 clock.advance(4999);
                 wasWaiting = logged().isEmpty();
                 clock.advance(1);
-            });
+            };
+            QMetaObject::invokeMethod(this, waitForLong, Qt::QueuedConnection);
             manager.sendEvents(false);
             QVERIFY(wasWaiting);
             QCOMPARE(logged().size(), 1);
