@@ -1,5 +1,6 @@
 #include "checks/steam_watch.h"
 
+#include "pc/processes.h"
 #include "steamvr/steam_manager.h"
 
 SteamWatch::SteamWatch(SteamManager &steam, QObject *parent) : QObject(parent), steam_(steam) {}
@@ -16,9 +17,25 @@ void SteamWatch::checkInstalled()
         setState(state);
 }
 
+void SteamWatch::check()
+{
+    const std::vector<processes::Entry> running = processes::list();
+    setSteamRunning(steam_.hasLaunchSteam(running));
+    setSteamVRRunning(steam_.hasLaunchSteamVR(running));
+}
+
 void SteamWatch::checkSteam()
 {
-    const bool running = steam_.hasLaunchSteam();
+    setSteamRunning(steam_.hasLaunchSteam());
+}
+
+void SteamWatch::checkSteamVR()
+{
+    setSteamVRRunning(steam_.hasLaunchSteamVR());
+}
+
+void SteamWatch::setSteamRunning(bool running)
+{
     if (running == steamRunning_)
         return;
     steamRunning_ = running;
@@ -28,9 +45,8 @@ void SteamWatch::checkSteam()
         setState(running ? Pass : NoneSteam);
 }
 
-void SteamWatch::checkSteamVR()
+void SteamWatch::setSteamVRRunning(bool running)
 {
-    const bool running = steam_.hasLaunchSteamVR();
     if (running == steamVRRunning_)
         return;
     steamVRRunning_ = running;

@@ -22,6 +22,8 @@ public:
 
     // Ask the PC, and announce what changed.
     void checkInstalled();
+    // Steam, then SteamVR, both as the PC was at one moment.
+    void check();
     void checkSteam();
     void checkSteamVR();
 
@@ -44,6 +46,8 @@ signals:
     void steamVRRunningChanged();
 
 private:
+    void setSteamRunning(bool running);
+    void setSteamVRRunning(bool running);
     void setState(State state);
 
     SteamManager &steam_;

@@ -30,8 +30,7 @@ void Poll::takeSteps(LinkKind kind)
     if (change != PowerTip::Change::None)
         emit powerTip(change == PowerTip::Change::Show);
 
-    deps_.steam.checkSteam();
-    deps_.steam.checkSteamVR();
+    deps_.steam.check();
     facts.steamRunning = deps_.steam.steamRunning();
     facts.steamVRRunning = deps_.steam.steamVRRunning();
     facts.steamFailure = deps_.steam.steamFailure();

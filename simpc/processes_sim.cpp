@@ -6,7 +6,9 @@ namespace processes {
 
 std::vector<Entry> list()
 {
-    return SimPc::current().processes.list();
+    SimProcesses &processes = SimPc::current().processes;
+    processes.countListing();
+    return processes.list();
 }
 
 QString modulePath(quint32 pid)

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <atomic>
 #include <functional>
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
     // As the functions of pc/processes.h, in the order of their starts.
     std::vector<processes::Entry> list() const;
     QString modulePath(quint32 pid) const;
+    // How often they were listed for the program.
+    int listings() const { return listings_; }
+    void countListing() { ++listings_; }
 
     // Processes of the real machine that count as this PC's, asked for at every
     // look at the processes; they come after its own. Their ends are not told
@@ -56,6 +60,7 @@ private:
     HostProcesses hostProcesses() const;
 
     const SimTimeline &timeline_;
+    std::atomic<int> listings_{0};
     mutable Mutex mutex_; // never held while calling back
     std::vector<Process> processes_ GUARDED_BY(mutex_);
     quint32 nextPid_ GUARDED_BY(mutex_) = 1000;

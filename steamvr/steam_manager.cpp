@@ -48,11 +48,7 @@ const QStringList steamVRProcesses = {
 
 bool anySteamVRProcess()
 {
-    for (const QString &name : steamVRProcesses) {
-        if (SystemInfo::isProcessRunning(name))
-            return true;
-    }
-    return false;
+    return SystemInfo::isAnyProcessRunning(steamVRProcesses);
 }
 
 const char *flag(bool value)
@@ -137,7 +133,12 @@ QString SteamManager::steamInstallPath() const
 
 bool SteamManager::hasLaunchSteam()
 {
-    const bool running = SystemInfo::isProcessRunning(QStringLiteral("steam.exe"));
+    return hasLaunchSteam(processes::list());
+}
+
+bool SteamManager::hasLaunchSteam(const std::vector<processes::Entry> &processes)
+{
+    const bool running = SystemInfo::isAmong(processes, QStringLiteral("steam.exe"));
     int seen = 0;
     {
         const MutexLock lock(countMutex_);
@@ -158,7 +159,12 @@ bool SteamManager::hasLaunchSteam()
 
 bool SteamManager::hasLaunchSteamVR()
 {
-    if (SystemInfo::isProcessRunning(QStringLiteral("vrmonitor.exe"))) {
+    return hasLaunchSteamVR(processes::list());
+}
+
+bool SteamManager::hasLaunchSteamVR(const std::vector<processes::Entry> &processes)
+{
+    if (SystemInfo::isAmong(processes, QStringLiteral("vrmonitor.exe"))) {
         const MutexLock lock(countMutex_);
         steamVRMissCount_ = 0;
         return true;

@@ -4,6 +4,7 @@
 
 #include "base/clock.h"
 #include "base/mutex.h"
+#include "pc/processes.h"
 #include "pc/shared_cell.h"
 #include "steamvr/launch_failure.h"
 
@@ -11,6 +12,7 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 #include <optional>
 
 class ConfigManager;
@@ -48,6 +50,9 @@ public:
     bool hasLaunchSteam();
     // SteamVR counts as stopped after two checks in a row missed it.
     bool hasLaunchSteamVR();
+    // The same of processes that were listed for several questions.
+    bool hasLaunchSteam(const std::vector<processes::Entry> &processes);
+    bool hasLaunchSteamVR(const std::vector<processes::Entry> &processes);
 
     // Launches Steam without waiting for it; any thread.
     void startSteam();

@@ -6,7 +6,6 @@
 #include "pc/memory.h"
 #include "pc/network_profile.h"
 #include "pc/own_variables.h"
-#include "pc/processes.h"
 #include "pc/registry.h"
 #include "sysinfo/driver_rules.h"
 #include "sysinfo/graphics_rules.h"
@@ -16,6 +15,7 @@
 #include <QProcess>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace std::chrono_literals;
@@ -40,10 +40,10 @@ QString registryText(const char *key, const char *name)
 
 // The names are compared byte for byte, theirs in the user's encoding and ours
 // in UTF-8: the executables asked for have plain names.
-std::optional<quint32> firstProcess(const QString &name)
+std::optional<quint32> firstOf(const std::vector<processes::Entry> &running, const QString &name)
 {
     const QByteArray wanted = name.toUtf8();
-    for (const processes::Entry &entry : processes::list()) {
+    for (const processes::Entry &entry : running) {
         if (entry.name.toLocal8Bit() == wanted)
             return entry.pid;
     }
@@ -238,12 +238,24 @@ void SystemInfo::installVirtualCable(const QString &folder)
 
 bool SystemInfo::isProcessRunning(const QString &name)
 {
-    return firstProcess(name).has_value();
+    return isAmong(processes::list(), name);
+}
+
+bool SystemInfo::isAmong(const std::vector<processes::Entry> &running, const QString &name)
+{
+    return firstOf(running, name).has_value();
+}
+
+bool SystemInfo::isAnyProcessRunning(const QStringList &names)
+{
+    const std::vector<processes::Entry> running = processes::list();
+    return std::any_of(names.begin(), names.end(),
+                       [&](const QString &name) { return isAmong(running, name); });
 }
 
 QString SystemInfo::processPath(const QString &name)
 {
-    const std::optional<quint32> pid = firstProcess(name);
+    const std::optional<quint32> pid = firstOf(processes::list(), name);
     return pid ? modulePathOf(*pid) : QString();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/mutex.h"
+#include "pc/processes.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -9,6 +10,8 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+
+#include <vector>
 
 class QProcess;
 
@@ -64,6 +67,10 @@ public:
 
     // Processes by executable name, compared with letter case.
     static bool isProcessRunning(const QString &name);
+    // The same for several questions to one snapshot, which on a PC with hundreds of
+    // processes takes milliseconds.
+    static bool isAmong(const std::vector<processes::Entry> &running, const QString &name);
+    static bool isAnyProcessRunning(const QStringList &names);
     static QString processPath(const QString &name);
     static QString modulePathOf(quint32 pid);
     // Ends every process of these names; waits for each, up to a minute.

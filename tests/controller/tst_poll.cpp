@@ -119,6 +119,23 @@ private slots:
         QCOMPARE(p.said, QStringList({"toast", "list"}));
     }
 
+    // On a PC with hundreds of processes each listing takes milliseconds.
+    void aPollListsTheProcessesOnce()
+    {
+        Polled p(dir());
+        p.pc.processes.start("vrmonitor.exe");
+        for (int polls = 0; polls < 3; ++polls) {
+            const int before = p.pc.processes.listings();
+            p.run();
+            QCOMPARE(p.pc.processes.listings(), before + 1);
+        }
+        p.useCable();
+        p.run(); // adb is looked for once a run
+        const int before = p.pc.processes.listings();
+        p.run();
+        QCOMPARE(p.pc.processes.listings(), before + 1);
+    }
+
     void theAudioWarningLastsAsLongAsItsReason()
     {
         Polled p(dir());

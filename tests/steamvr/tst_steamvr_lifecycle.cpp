@@ -132,12 +132,16 @@ private slots:
             pc.pc.timeline.after(3500, [&] { pc.pc.processes.endAll(process); });
             return SimLaunchResult{true, 0, true, 500};
         });
-        pc.steam().stopSteamVR();
+        SteamManager &steam = pc.steam();
+        const int before = pc.pc.processes.listings();
+        steam.stopSteamVR();
         QCOMPARE(pc.pc.journal.lines(),
                  QStringList{"launch D:\\VR\\bin\\win64\\vrstartup.exe -shutdown (hidden)"});
         QVERIFY(!pc.pc.processes.isRunning(process));
         // 500 for the command, three rounds of 1000 until 3500 are over, 2500 more.
         QCOMPARE(pc.clock.slept(), 500 + 3 * 1000 + 2500);
+        // Five looks at all six names: before the command, after it, after each round.
+        QCOMPARE(pc.pc.processes.listings() - before, 5);
     }
 
     void aFolderTooLongForTheNarrowCallsStartsNothing()
