@@ -12,8 +12,8 @@
 #include <QString>
 
 #include <functional>
-#include <vector>
 #include <optional>
+#include <vector>
 
 class ConfigManager;
 
