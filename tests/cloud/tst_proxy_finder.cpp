@@ -31,6 +31,7 @@ public:
         connect(this, &QTcpServer::newConnection, this, [this] {
             QTcpSocket *const socket = nextPendingConnection();
             connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
+                socket->disconnect(this); // the body may come later
                 asked.append(QString::fromLatin1(socket->readAll()).section("\r\n", 0, 0));
                 socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n"
                               "Connection: close\r\n\r\n{}");
