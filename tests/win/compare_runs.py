@@ -79,6 +79,10 @@ def mask_events(match):
     return json.dumps(events, ensure_ascii=False)
 
 
+# The cloud's answers come whenever they like.
+DOWNLOAD = re.compile(r'^\[\w+:TIME [^\n]*Download of [^\n]*\n\n', re.MULTILINE)
+
+
 def masked(text, folders):
     text = text.replace('\r\n', '\n')
     for folder in folders:
@@ -86,6 +90,7 @@ def masked(text, folders):
     text = re.sub(r'\d\d:\d\d:\d\d\.\d{3}', 'TIME', text)
     text = re.sub(r'\b\d+ms\b', 'TIME', text)
     text = re.sub(r'\[\{.*\}\]', mask_events, text)
+    text = ''.join([DOWNLOAD.sub('', text), *DOWNLOAD.findall(text)])
     return text.rstrip('\n').split('\n')
 
 
