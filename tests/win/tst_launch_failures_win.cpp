@@ -138,6 +138,11 @@ private:
     static void closesWhenAsked(Copy *program)
     {
         program->askToClose();
+        // By now it may have started SteamVR, which nothing here can ask to close.
+        QVERIFY(waitUntil([&] {
+            endSteam();
+            return !program->isRunning();
+        }));
         const std::optional<int> code = program->waitForEnd();
         QVERIFY(code);
         QCOMPARE(*code, 0);
