@@ -23,6 +23,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <algorithm>
 #include <iostream>
 
 namespace {
@@ -67,6 +68,22 @@ void loadFirstWindow(QQmlApplicationEngine &engine, const char *url)
     loadWindow(engine, QUrl(QString::fromLatin1(url)));
 }
 
+bool isAnyWindowShown()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWindow *window) { return window->isVisible(); });
+}
+
+// Runs until the window is closed. The pages show it before they ask what takes long,
+// and whoever closed it by then has ended an event loop that was not there yet.
+int runUntilClosed(QGuiApplication &app, bool wasClosed)
+{
+    if (wasClosed && !isAnyWindowShown())
+        QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
+    return QGuiApplication::exec();
+}
+
 } // namespace
 
 int runAssistant(int argc, char **argv, Surroundings &surroundings)
@@ -83,6 +100,9 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     const QLocale locale;
     setUp(app, locale);
 
+    bool wasClosed = false;
+    QObject::connect(&app, &QGuiApplication::lastWindowClosed, &app,
+                     [&wasClosed] { wasClosed = true; });
     QQmlApplicationEngine engine;
     FramelessQuickWindow::setSharedEngine(&engine);
     registerUiTypes();
@@ -95,9 +115,9 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
         surroundings.attach(engine, &composition.stages());
         composition.windowIsThere();
-        return surroundings.exitCode(QGuiApplication::exec());
+        return surroundings.exitCode(runUntilClosed(app, wasClosed));
     }
     loadFirstWindow(engine, "qrc:/qml/windows/SingleAppTip.qml");
     surroundings.attach(engine, nullptr);
-    return surroundings.exitCode(QGuiApplication::exec());
+    return surroundings.exitCode(runUntilClosed(app, wasClosed));
 }
