@@ -23,7 +23,6 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-#include <algorithm>
 #include <iostream>
 
 namespace {
@@ -68,18 +67,11 @@ void loadFirstWindow(QQmlApplicationEngine &engine, const char *url)
     loadWindow(engine, QUrl(QString::fromLatin1(url)));
 }
 
-bool isAnyWindowShown()
-{
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(windows.begin(), windows.end(),
-                       [](const QWindow *window) { return window->isVisible(); });
-}
-
 // Runs until the window is closed. The pages show it before they ask what takes long,
 // and whoever closed it by then has ended an event loop that was not there yet.
 int runUntilClosed(QGuiApplication &app, bool wasClosed)
 {
-    if (wasClosed && !isAnyWindowShown())
+    if (wasClosed)
         QMetaObject::invokeMethod(&app, &QCoreApplication::quit, Qt::QueuedConnection);
     return QGuiApplication::exec();
 }
@@ -101,9 +93,8 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     setUp(app, locale);
 
     bool wasClosed = false;
-    QObject::connect(&app, &QGuiApplication::lastWindowClosed, &app,
-                     [&wasClosed] { wasClosed = true; });
     QQmlApplicationEngine engine;
+    QObject::connect(&engine, &QQmlEngine::quit, &app, [&wasClosed] { wasClosed = true; });
     FramelessQuickWindow::setSharedEngine(&engine);
     registerUiTypes();
     const SingleInstance instance;

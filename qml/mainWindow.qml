@@ -52,6 +52,8 @@ FramelessWindow {
     function closeAtOnce() {
         dialogs.close();
         close();
+        // A toast may still be there, which would be the last window.
+        Qt.quit();
     }
 
     function leave() {
