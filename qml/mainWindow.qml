@@ -82,9 +82,8 @@ FramelessWindow {
     Component.onCompleted: {
         titleRow.handles.forEach(item => addIgnore(item));
         selectMode.visible = !orb.isHideSelectPage();
-        // Not before it has its size: the system places it by that. Seen before the
-        // PC is asked what may take long.
-        showNow();
+        // Not before it has its size: the system places it by that.
+        visible = true;
         orb.checkPortUsage();
         cards.check();
     }

@@ -54,8 +54,6 @@ void FakeOrb::setWired(bool wired)
 FakeOrb::HardwareState FakeOrb::pcHardware()
 {
     ++hardwareReads;
-    if (onHardwareRead)
-        onHardwareRead();
     return hardware_;
 }
 
