@@ -71,7 +71,9 @@ std::optional<LaunchFailure> failureOf(const QString &program, const shell_launc
 
 } // namespace
 
-SteamManager::SteamManager(Dependencies dependencies) : dependencies_(std::move(dependencies))
+SteamManager::SteamManager(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)),
+      registration_(dependencies_.config, dependencies_.applicationDir, dependencies_.homeDir)
 {
     cell_.create();
     steamInstalled_ = isSteamInstalled();
@@ -82,7 +84,7 @@ SteamManager::~SteamManager()
 {
     // The watchers read the cell: they end before it does.
     qDeleteAll(findChildren<QThread *>());
-    for (int i = 0; i < lastTries && !takeBackAgain(); ++i)
+    for (int i = 0; i < lastTries && !registration_.takeBackAgain(); ++i)
         dependencies_.clock.sleep(lastTryInterval);
 }
 
@@ -267,7 +269,7 @@ void SteamManager::startSteamVR()
         QMetaObject::invokeMethod(this, "startSteamVR", Qt::QueuedConnection);
         return;
     }
-    registerDriver();
+    registration_.begin();
     qInfo("[steam] startSteamVR");
     cell_.write(0);
     shell_launch::startDetached(QStringLiteral("explorer"),
@@ -277,37 +279,10 @@ void SteamManager::startSteamVR()
     // would load our driver whenever SteamVR is used without us.
     VrServerWatcher::start(this, dependencies_.clock, cell_, [this, isFirst = true]() mutable {
         if (!std::exchange(isFirst, false))
-            return takeBackAgain();
+            return registration_.takeBackAgain();
         qInfo("[steam] vrserver.exe detected, clearing VR config");
-        return takeBack();
+        return registration_.takeBack();
     });
-}
-
-void SteamManager::registerDriver()
-{
-    const MutexLock lock(registrationMutex_);
-    QString runtimePath; // comes back with the registration; nobody needs it
-    dependencies_.config.setExternalDrivers(dependencies_.applicationDir, dependencies_.homeDir,
-                                            &runtimePath);
-    isOwed_ = false; // this one has to stay until its own time comes
-}
-
-// False when it has to be tried again.
-bool SteamManager::takeBack()
-{
-    const MutexLock lock(registrationMutex_);
-    isOwed_ = !dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
-    return !isOwed_;
-}
-
-// Only what is still owed.
-bool SteamManager::takeBackAgain()
-{
-    const MutexLock lock(registrationMutex_);
-    if (isOwed_)
-        isOwed_ = !dependencies_.config.clearExternalDrivers(dependencies_.homeDir,
-                                                             openvr_paths::Attempt::Again);
-    return !isOwed_;
 }
 
 void SteamManager::stopSteamVR()
@@ -317,7 +292,7 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
-    takeBack();
+    registration_.takeBack();
     if (timerId_ != 0) {
         qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
         killTimer(timerId_);
@@ -329,12 +304,13 @@ void SteamManager::stopSteamVR()
             emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
         while (anySteamVRProcess()) {
             dependencies_.clock.sleep(processCheckInterval);
-            takeBackAgain();
+            registration_.takeBackAgain();
         }
         dependencies_.clock.sleep(pauseAfterStop);
     }
-    if (!takeBackAgain())
-        VrServerWatcher::tryAgain(this, dependencies_.clock, [this] { return takeBackAgain(); });
+    if (!registration_.takeBackAgain())
+        VrServerWatcher::tryAgain(this, dependencies_.clock,
+                                  [this] { return registration_.takeBackAgain(); });
     qInfo("[steam] stopSteamVR");
     emit steamVRStopped();
 }

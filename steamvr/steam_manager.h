@@ -6,6 +6,7 @@
 #include "base/mutex.h"
 #include "pc/processes.h"
 #include "pc/shared_cell.h"
+#include "steamvr/driver_registration.h"
 #include "steamvr/launch_failure.h"
 
 #include <QObject>
@@ -93,9 +94,6 @@ private:
     bool isSteamInstalled() const;
     void launchWorker();
     bool shutdownViaVrstartup();
-    void registerDriver();
-    bool takeBack();
-    bool takeBackAgain();
 
     Dependencies dependencies_;
     bool steamInstalled_ = false;
@@ -111,8 +109,6 @@ private:
     mutable Mutex failureMutex_;
     std::optional<LaunchFailure> steamFailure_ GUARDED_BY(failureMutex_);
     std::optional<LaunchFailure> stopFailure_ GUARDED_BY(failureMutex_);
-    Mutex registrationMutex_;
-    // The registration's end, because somebody held the file.
-    bool isOwed_ GUARDED_BY(registrationMutex_) = false;
+    DriverRegistration registration_;
     SharedCell cell_;
 };
