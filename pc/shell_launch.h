@@ -24,6 +24,15 @@ struct Outcome
     std::chrono::milliseconds elapsed{0}; // from the call until it returned
 };
 
+// Whether one of the system's error numbers says that there is no such file, or no
+// such folder. Pure.
+constexpr bool isNoSuchFile(unsigned error)
+{
+    constexpr unsigned fileNotFound = 2;
+    constexpr unsigned pathNotFound = 3;
+    return error == fileNotFound || error == pathNotFound;
+}
+
 // Opens `program` with `parameters`, its window hidden, and waits until it has
 // ended, `limit` at most; a program that runs on is left running. What goes
 // wrong is returned, not shown to the user. Blocks the calling thread, which

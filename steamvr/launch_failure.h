@@ -1,6 +1,8 @@
 // A program of Steam or SteamVR that Windows did not start.
 #pragma once
 
+#include "pc/shell_launch.h"
+
 #include <QString>
 
 struct LaunchFailure
@@ -11,10 +13,5 @@ struct LaunchFailure
 
     // Whether it is not there at all: the registry keeps the folders of what was
     // moved or removed by hand.
-    bool isMissing() const
-    {
-        constexpr unsigned fileNotFound = 2;
-        constexpr unsigned pathNotFound = 3;
-        return error == fileNotFound || error == pathNotFound;
-    }
+    bool isMissing() const { return shell_launch::isNoSuchFile(error); }
 };
