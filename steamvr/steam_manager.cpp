@@ -292,6 +292,10 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
+    {
+        const MutexLock lock(failureMutex_);
+        stopFailure_.reset();
+    }
     registration_.takeBack();
     if (timerId_ != 0) {
         qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;

@@ -187,6 +187,21 @@ private slots:
         QCOMPARE(told, QString());
     }
 
+    void anEarlierFailureIsNotThatOfTheNextStop()
+    {
+        SteamFixture pc(dir());
+        pc.installSteamVR("D:\\moved");
+        pc.pc.processes.start("vrserver.exe");
+        pc.pc.timeline.after(500, [&] { pc.pc.processes.endAll("vrserver.exe"); });
+        announce("[steam] D:\\moved\\bin\\win64\\vrstartup.exe could not be started: The system "
+                 "cannot find the file specified. (error 2)");
+        pc.steam().stopSteamVR();
+        QVERIFY(pc.steam().stopFailure());
+
+        pc.steam().stopSteamVR(); // there is nothing to stop
+        QVERIFY(!pc.steam().stopFailure());
+    }
+
     void aShutdownCommandThatRunsOnIsWaitedForFiveSeconds()
     {
         SteamFixture pc(dir());
