@@ -146,23 +146,21 @@ void HttpManager::sendAndWait(const QUrl &url, const QByteArray &batch)
     QEventLoop loop;
     QNetworkReply *reply = nullptr; // none until it is known how the cloud is reached
     std::shared_ptr<const QByteArray> body;
-    dependencies_.clock.singleShot(flushLimit, &loop, [&] {
-        if (reply)
-            reply->abort();
-        loop.quit();
-    });
+    dependencies_.clock.singleShot(flushLimit, &loop, [&] { loop.quit(); });
     proxies_.find(url, &loop, [&] {
         reply = post(url, batch);
         body = cloud::collectBody(reply, longestAnswer);
         connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
     });
     loop.exec();
-    // The loop ends early when the whole program is told to end.
-    if (reply)
-        reply->abort();
-    handleBatchAnswer(body ? *body : QByteArray(), batch);
-    if (reply)
-        reply->deleteLater();
+    // The loop ends early when time is up, or the whole program is told to end.
+    if (!reply) {
+        handleBatchAnswer({}, batch);
+        return;
+    }
+    reply->abort();
+    handleBatchAnswer(*body, batch);
+    reply->deleteLater();
 }
 
 void HttpManager::handleBatchAnswer(const QByteArray &body, const QByteArray &batch)
