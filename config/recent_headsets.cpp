@@ -17,12 +17,17 @@ QString file(const QString &dataDir)
 
 } // namespace
 
-QStringList load(const QString &dataDir, bool *held)
+QStringList load(const QString &dataDir)
+{
+    return loadUnlessHeld(dataDir).value_or(QStringList());
+}
+
+std::optional<QStringList> loadUnlessHeld(const QString &dataDir)
 {
     finishReplacement(file(dataDir));
     const std::optional<QByteArray> content = readPatiently(file(dataDir));
-    if (held)
-        *held = !content && QFile::exists(file(dataDir));
+    if (!content && QFile::exists(file(dataDir)))
+        return std::nullopt;
     const QByteArray text = content.value_or(QByteArray());
     return QString::fromUtf8(text.constData(), text.size()).split(kSeparator, Qt::SkipEmptyParts);
 }
@@ -34,11 +39,12 @@ void save(const QString &dataDir, const QStringList &serials)
 
 void add(const QString &dataDir, const QStringList &serials)
 {
-    bool held = false;
-    QStringList all = serials + load(dataDir, &held);
+    const std::optional<QStringList> stored = loadUnlessHeld(dataDir);
+    if (!stored)
+        return;
+    QStringList all = serials + *stored;
     all.removeDuplicates();
-    if (!held)
-        save(dataDir, all);
+    save(dataDir, all);
 }
 
 } // namespace recent_headsets

@@ -5,11 +5,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace recent_headsets {
 
 // The stored serials without empty ones; an empty list when there is no file.
-// `held` becomes true when there is one that somebody keeps from being read.
-QStringList load(const QString &dataDir, bool *held = nullptr);
+QStringList load(const QString &dataDir);
+// The same; nothing when somebody keeps the file from being read.
+[[nodiscard]] std::optional<QStringList> loadUnlessHeld(const QString &dataDir);
 
 // Stores the list; an empty list leaves an empty file. Failures are ignored.
 void save(const QString &dataDir, const QStringList &serials);

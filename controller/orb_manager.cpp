@@ -54,10 +54,11 @@ ORBManager::ORBManager(std::unique_ptr<OrbDependencies> dependencies, QObject *p
     // Switched off: it needs the folder of a SteamVR to look for.
     firewall_step::run(QString(), deps_->steam(),
                        [this]() -> HeadsetLink & { return deps_->link(); });
-    const QStringList recent = recent_headsets::load(deps_->dataDir(), &recentHeld_);
+    const auto recent = recent_headsets::loadUnlessHeld(deps_->dataDir());
+    recentHeld_ = !recent;
     makeParts();
     connectParts();
-    flow_->setRecentHeadsets(recent);
+    flow_->setRecentHeadsets(recent.value_or(QStringList()));
 
     const LinkKind stored = deps_->config().link();
     qInfo().noquote().nospace() << "getWiredOrWireless : " << static_cast<int>(stored);
