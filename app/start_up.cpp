@@ -91,6 +91,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     initProgramResources();
     const QLocale locale;
     setUp(app, locale);
+    surroundings.onApplication();
 
     bool wasClosed = false;
     QQmlApplicationEngine engine;
@@ -103,6 +104,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
             cloud::useHost(*cloudHost);
         Composition composition(locale, &app);
         composition.publish(engine);
+        surroundings.onPublished(engine);
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
         surroundings.attach(engine, &composition.stages());
         composition.windowIsThere();

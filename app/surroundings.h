@@ -25,6 +25,13 @@ public:
     // there is no going on, the exit code with which the program ends at once.
     [[nodiscard]] virtual std::optional<int> begin() { return std::nullopt; }
 
+    // Once the application object and the log are there, before the program's own
+    // parts are made.
+    virtual void onApplication() {}
+
+    // Once the pages can read the program, before the first of them is loaded.
+    virtual void onPublished(QQmlApplicationEngine & /*engine*/) {}
+
     // Once the windows are there, before the event loop. `stages` is null in a
     // second copy; both live until the event loop has ended.
     virtual void attach(QQmlApplicationEngine & /*engine*/, const ConnectionStages * /*stages*/) {}

@@ -151,7 +151,7 @@ void onLogLine(QtMsgType type, const QMessageLogContext &context, const QString 
 
 } // namespace
 
-void face_record::begin(QQmlApplicationEngine &engine)
+void face_record::begin()
 {
     const QString path = qEnvironmentVariable("SIMPC_FACE");
     if (path.isEmpty() || record)
@@ -163,6 +163,12 @@ void face_record::begin(QQmlApplicationEngine &engine)
     logFile = qInstallMessageHandler(onLogLine);
     QCoreApplication::instance()->installEventFilter(new Turns(QCoreApplication::instance()));
     std::atexit([] { record->finish(); });
+}
+
+void face_record::follow(QQmlApplicationEngine &engine)
+{
+    if (!record)
+        return;
     const std::vector<std::pair<QString, QStringList>> leftAlone = {
         {QStringLiteral("orb"), unread},
         {QStringLiteral("orbupdate"), unread},

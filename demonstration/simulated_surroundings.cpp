@@ -189,9 +189,18 @@ std::optional<int> SimulatedSurroundings::begin()
     return std::nullopt;
 }
 
+void SimulatedSurroundings::onApplication()
+{
+    face_record::begin();
+}
+
+void SimulatedSurroundings::onPublished(QQmlApplicationEngine &engine)
+{
+    face_record::follow(engine);
+}
+
 void SimulatedSurroundings::attach(QQmlApplicationEngine &engine, const ConnectionStages *stages)
 {
-    face_record::begin(engine);
     thePc()->start();
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
                      QCoreApplication::instance(), [this] { d->endWithTheEventLoop(); });

@@ -17,6 +17,8 @@ public:
     ~SimulatedSurroundings() override;
 
     [[nodiscard]] std::optional<int> begin() override;
+    void onApplication() override;
+    void onPublished(QQmlApplicationEngine &engine) override;
     void attach(QQmlApplicationEngine &engine, const ConnectionStages *stages) override;
     std::optional<QString> cloudHost() const override;
     int exitCode(int loopResult) const override;

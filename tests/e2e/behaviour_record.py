@@ -34,15 +34,13 @@ import json
 import re
 
 from behaviour_run import read
-from face_turns import GUI, Face, section_of
+from face_turns import GUI, Face
 from lives import races
 
 DATA = 'home/.local/share/KOLM/KOLM_Streaming_Assistant'
 FILES = ['work/session.json', 'work/compare.json', DATA + '/set.json', DATA + '/setting.inf',
          DATA + '/feedback.json', 'home/AppData/Local/openvr/openvrpaths.vrpath']
 
-# The thread that launches Steam, and what of it is logged before the pages are there.
-POOL = 'thread Thread (pooled)'
 PROGRESS = re.compile(r'orbupdate\.processStatus')
 PROPERTY = re.compile(r'  orb\w*\.')
 STAGES = re.compile(r'orbstages\.')
@@ -52,9 +50,6 @@ START = re.compile(r'log \w+: Successfully set external_drivers|orb\.showToast\(
 NO_NEWS = re.compile(r'log Info: sendWired|orb\.(vrIsConnectChange|showVrList|handleEvent)\(|'
                      r'log Warning: \[steam\] hasLaunchSteamVR:false; switch: 2')
 LIST_SHOWN = re.compile(r'orb\.showVrList\(\w+,')
-LAUNCH = re.compile(r'log \w+: \[steam\] (steam path|steam\.exe |wait for steam|startupSteam|'
-                    r'executeExA|Could not find|Cannot find|Process handle)')
-
 LINK = 'thread QThread'
 # What begins a question with its answers.
 LINK_TURNS = re.compile(r'log \w+: (m_hmd_info_back vector size|"DeviceConnectBack")')
@@ -144,31 +139,14 @@ def log_lines(text):
     return lines
 
 
-def launch_of_steam(lines):
-    """Apart: the early lines of the GUI thread, and of the thread that launches
-    Steam, which may begin before the pages are there."""
-    own, launch = [], []
-    for line, next_line in zip(lines, [*lines[1:], '']):
-        clears = 'Successfully cleared' in line and '[steam] stopSteamVR' not in next_line
-        (launch if clears or LAUNCH.match(line) else own).append(line)
-    return own, launch
-
-
 def log_sections(seen, face):
-    """The log before the face was there; and that it is the face's from then on."""
+    """The log before the record began; and that both are the same from then on."""
     lines = []
     for path in sorted((seen.place / DATA).glob('????-??-??.txt')):
         lines += log_lines(seen.read(path))
     begin = len(lines) - len(face.logged)
     early, late = lines[:begin], lines[begin:]
-    early, launch = launch_of_steam(early)
-    if launch:
-        face.sections.setdefault(POOL, [])[:0] = [[line] for line in launch]
-    sections = {}
-    for line in early:
-        section = section_of([line])
-        sections.setdefault('log before the pages' if section == GUI
-                            else section + ', before the pages', []).append(line)
+    sections = {'log before the record': early}
     # Two threads may come to the file in the other order.
     only_log, only_face = list(late), []
     for line in face.logged:
