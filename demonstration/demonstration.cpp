@@ -25,7 +25,11 @@ Demonstration::Demonstration(const Wishes &wishes, Clock &clock, const Connectio
       say_(std::move(say))
 {
     connect(&stages_, &ConnectionStages::stageChanged, this, &Demonstration::onStage);
-    if (window_ && say_) {
+    if (window_ && say_ && window_->isSceneGraphInitialized()) {
+        // It was there before this.
+        QMetaObject::invokeMethod(
+            this, [this] { say_(QStringLiteral("first frame")); }, Qt::QueuedConnection);
+    } else if (window_ && say_) {
         firstFrame_ = connect(window_, &QQuickWindow::frameSwapped, this, [this] {
             // The render thread may have announced the second one by now.
             if (disconnect(firstFrame_))

@@ -82,8 +82,9 @@ FramelessWindow {
     Component.onCompleted: {
         titleRow.handles.forEach(item => addIgnore(item));
         selectMode.visible = !orb.isHideSelectPage();
-        // Not before it has its size: the system places it by that.
-        visible = true;
+        // Not before it has its size: the system places it by that. Seen before the
+        // PC is asked what may take long.
+        showNow();
         orb.checkPortUsage();
         cards.check();
     }

@@ -54,6 +54,8 @@ void FakeOrb::setWired(bool wired)
 FakeOrb::HardwareState FakeOrb::pcHardware()
 {
     ++hardwareReads;
+    if (onHardwareRead)
+        onHardwareRead();
     return hardware_;
 }
 

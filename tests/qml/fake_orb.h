@@ -142,6 +142,8 @@ public:
     // Which headset the controller wants to be connected, if any.
     QString reconnectSerial;
     int hardwareReads = 0;
+    // Called with each of them.
+    std::function<void()> onHardwareRead;
     bool audioInstalled = true; // the answer of installAudio()
     // What holds the ports; checkPortUsage() announces it when there is any.
     QString portHolders;

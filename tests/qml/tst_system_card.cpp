@@ -88,6 +88,32 @@ private slots:
         QCOMPARE(pages.orb.hardwareReads, 1);
     }
 
+    // It takes long where the list of drivers is long.
+    void verdictWaitsForTheFirstFrame()
+    {
+        Interface pages;
+        pages.orb.becomeSystemInfo("[]", configuration);
+        bool drawn = false;
+        bool drawnBefore = false;
+        pages.orb.onCall = [&](const QString &call) {
+            if (call != QLatin1String("isHideSelectPage"))
+                return;
+            // The last call before the window is shown.
+            const QWindowList windows = QGuiApplication::topLevelWindows();
+            for (QWindow *window : windows) {
+                if (auto *main = qobject_cast<QQuickWindow *>(window)) {
+                    QObject::connect(
+                        main, &QQuickWindow::frameSwapped, main, [&] { drawn = true; },
+                        Qt::DirectConnection);
+                }
+            }
+        };
+        pages.orb.onHardwareRead = [&] { drawnBefore = drawn; };
+        pages.load();
+        QCOMPARE(pages.orb.hardwareReads, 1);
+        QVERIFY(drawnBefore);
+    }
+
     void configurationIsListed()
     {
         Interface pages;
