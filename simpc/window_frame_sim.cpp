@@ -4,6 +4,14 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+// Qt's own, for platforms: hands out what the window system has said, and nothing
+// else that waits for the event loop.
+class Q_GUI_EXPORT QWindowSystemInterface
+{
+public:
+    static bool flushWindowSystemEvents(QEventLoop::ProcessEventsFlags flags);
+};
+
 namespace window_frame {
 
 namespace {
@@ -96,6 +104,7 @@ void putOnScreen(QWindow &window)
 {
     constexpr int longest = 200; // ms
     note(QStringLiteral("put on screen"));
+    QWindowSystemInterface::flushWindowSystemEvents(QEventLoop::ExcludeUserInputEvents);
     QElapsedTimer waited;
     for (waited.start(); !window.isExposed() && waited.elapsed() < longest;) {
         QGuiApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
