@@ -31,8 +31,11 @@ QStringList managed(const QString &path, const QString &property)
 {
     const QByteArray said = outputOf(
         QStringLiteral("wmic"), {QStringLiteral("path"), path, QStringLiteral("get"), property});
-    const QString text = QString::fromUtf16(reinterpret_cast<const ushort *>(said.constData()),
-                                            static_cast<int>(said.size() / 2));
+    // Into a pipe some systems write narrow text.
+    const QString text =
+        said.contains('\0') ? QString::fromUtf16(reinterpret_cast<const ushort *>(said.constData()),
+                                                 static_cast<int>(said.size() / 2))
+                            : QString::fromLocal8Bit(said);
     QStringList lines;
     for (const QString &line : text.split(QChar('\n')))
         lines.append(line.trimmed());
