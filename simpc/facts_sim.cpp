@@ -70,10 +70,11 @@ network_profile::Query network_profile::query()
     case SimNetworkQuery::Answers:
         break;
     }
-    QStringList lines;
+    // A line for each network; without one the filter behind the query lets nothing by.
+    QString text;
     for (const QString &category : facts().network.get())
-        lines.append(QStringLiteral("NetworkCategory  : ") + category);
-    return {QStringLiteral("printf"), {QStringLiteral("%s\\n"), lines.join('\n')}};
+        text += QStringLiteral("NetworkCategory  : ") + category + '\n';
+    return {QStringLiteral("printf"), {QStringLiteral("%s"), text}};
 }
 
 QString os_version::product()

@@ -144,7 +144,7 @@ private slots:
         QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Online));
         QCOMPARE(pc.facts.memoryBytes.get(), quint64(17179869183));
         QCOMPARE(network_profile::query().arguments.value(1),
-                 QString("NetworkCategory  : Private"));
+                 QString("NetworkCategory  : Private\n"));
         QCOMPARE(pc.facts.waveOuts.get().size(), size_t(1));
         QCOMPARE(pc.facts.waveOuts.get()[0].channels, 2);
         QVERIFY(pc.processes.list().empty());

@@ -2,6 +2,8 @@
 #include "tests/simpc/scenario_text.h"
 #include "tests/support/test_case.h"
 
+#include <QProcess>
+
 namespace {
 
 // Out of the class, where moc cannot read them.
@@ -23,7 +25,10 @@ const QByteArray hardwareKeys = R"x("pc":{
 // What the system's query for the network prints.
 QString networkAnswer()
 {
-    return network_profile::query().arguments.value(1);
+    const network_profile::Query query = network_profile::query();
+    QProcess process;
+    process.start(query.program, query.arguments);
+    return process.waitForFinished() ? QString::fromUtf8(process.readAll()) : QString("none");
 }
 
 } // namespace
@@ -33,6 +38,14 @@ class ScenarioPcTest : public TestCase
     Q_OBJECT
 
 private slots:
+    void withoutANetworkTheQueryPrintsNothing()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        scenario::build(parsed(R"("pc":{"network":[]})"), pc);
+        QCOMPARE(networkAnswer(), QString(""));
+    }
+
     void everyKeyOfThePcArrives()
     {
         const Scenario scenario = parsed(pcKeys);
@@ -55,7 +68,7 @@ private slots:
                  QString("default"));
         QCOMPARE(pc.facts.memoryBytes.get(), quint64(8589934592));
         QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Unknown));
-        QCOMPARE(networkAnswer(), QString("NetworkCategory  : Private\nNetworkCategory  : Public"));
+        QCOMPARE(networkAnswer(), QString("NetworkCategory  : Private\nNetworkCategory  : Public\n"));
         QCOMPARE(pc.facts.recordingDevices.get(),
                  QStringList({"Mic", "CABLE Output (VB-Audio Virtual Cable)"}));
         QCOMPARE(pc.facts.waveOuts.get().size(), size_t(2));
@@ -160,7 +173,7 @@ private slots:
         QCOMPARE(pc.events.lines(), QStringList());
         clock.advance(1);
         QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Offline));
-        QCOMPARE(networkAnswer(), QString("NetworkCategory  : Public"));
+        QCOMPARE(networkAnswer(), QString("NetworkCategory  : Public\n"));
         QCOMPARE(pc.facts.waveOuts.get()[0].channels, 6);
         QVERIFY(pc.processes.isRunning("a.exe"));
         QVERIFY(!pc.processes.isRunning("b.exe"));
