@@ -1,7 +1,11 @@
 #include "link/ipc_sock.h"
 
 #include "base/console.h"
+#include "link/http_line.h"
 
+#include <QDebug>
+
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -98,6 +102,7 @@ bool IPCSock::receiveLines(std::vector<std::string> *lines)
         return false;
     }
     int error = 0;
+    const std::size_t before = lines->size();
     if (size < 0) {
         error = socket_api::lastError();
         if (socket_api::isWouldBlock(error))
@@ -110,7 +115,21 @@ bool IPCSock::receiveLines(std::vector<std::string> *lines)
         closeClient();
         return false;
     }
+    if (isBrowsers(*lines, before)) {
+        qWarning("control port: a connection that speaks HTTP is closed, nothing of it is obeyed");
+        lines->resize(before);
+        closeClient();
+        return false;
+    }
     return !lines->empty();
+}
+
+// Whether one of the new lines, or what has come of the next one, is.
+bool IPCSock::isBrowsers(const std::vector<std::string> &lines, std::size_t first) const
+{
+    return http_line::isBrowsers(received_.rest()) ||
+           std::any_of(lines.begin() + static_cast<std::ptrdiff_t>(first), lines.end(),
+                       http_line::isBrowsers);
 }
 
 void IPCSock::send(const char *text)

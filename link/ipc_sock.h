@@ -47,8 +47,9 @@ public:
 
     // Reads once, if the last wait saw something to read, and appends the lines
     // completed by it. True when `lines` holds any. A client that has closed or
-    // failed, or whose line grows beyond all bounds, is dropped with what it
-    // left unfinished.
+    // failed, whose line grows beyond all bounds, or that is a web browser, is
+    // dropped with what it left unfinished; of a browser not even the lines before
+    // those that give it away are handed out.
     bool receiveLines(std::vector<std::string> *lines);
 
     // Sends the text with its terminating NUL. Texts arrive whole or not at
@@ -68,6 +69,7 @@ public:
 
 private:
     bool failStartup(const wchar_t *step);
+    bool isBrowsers(const std::vector<std::string> &lines, std::size_t first) const;
 
     const std::shared_ptr<Poller> poller_;
     socket_api::Socket listening_;

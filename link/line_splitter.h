@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // A line ends with a line feed, which is not part of it; a carriage return is.
@@ -27,7 +28,8 @@ public:
     // Forgets the unfinished line.
     void clear();
 
-    // Length of the unfinished line in bytes.
+    // The unfinished line, until the next append(), and its length in bytes.
+    std::string_view rest() const { return buffer_; }
     std::size_t unfinished() const { return buffer_.size(); }
 
 private:

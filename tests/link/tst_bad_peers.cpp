@@ -24,7 +24,6 @@ private slots:
             << QByteArray("HMDINFOBACK\t\xFF;\xC0;\x80;\xF8~deviceId:\xE5\n");
         QTest::newRow("separators") << "HMDINFOBACK\t" + QByteArray("~;").repeated(50000) + '\n';
         QTest::newRow("tabs") << QByteArray(50000, '\t') + '\n';
-        QTest::newRow("a web browser") << QByteArray("GET / HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n");
     }
 
     void mayTalkNonsense()
