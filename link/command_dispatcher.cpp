@@ -21,19 +21,11 @@ CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<st
     Reported reported;
     if (lines.empty())
         return reported;
+    restarted_ = false;
     for (const std::string &line : lines) {
-        const command_protocol::Line split = command_protocol::splitLine(line);
-        command_protocol::Command command = command_protocol::parse(split);
-        reported.usb |= std::holds_alternative<command_protocol::DeviceConnectBack>(command);
-        reported.list |= std::holds_alternative<command_protocol::HmdInfoBack>(command);
-        std::visit([this](auto &received) { act(received); }, command);
-        quint32 idleBatches;
-        {
-            const MutexLock lock(mutex_);
-            idleBatches = idleBatches_;
-        }
-        qInfo() << command_protocol::toText(split.name) << command_protocol::toText(split.argument)
-                << idleBatches;
+        if (dependencies_.isEnding && dependencies_.isEnding())
+            return reported;
+        actOn(command_protocol::splitLine(line), &reported);
     }
     if (reported.list)
         return reported;
@@ -43,6 +35,29 @@ CommandDispatcher::Reported CommandDispatcher::processBatch(const std::vector<st
         hmdInfoBack_.clear();
     }
     return reported;
+}
+
+void CommandDispatcher::actOn(const command_protocol::Line &line, Reported *reported)
+{
+    command_protocol::Command command = command_protocol::parse(line);
+    reported->usb |= std::holds_alternative<command_protocol::DeviceConnectBack>(command);
+    reported->list |= std::holds_alternative<command_protocol::HmdInfoBack>(command);
+    std::visit([this](auto &received) { act(received); }, command);
+    if (!std::holds_alternative<command_protocol::Unknown>(command))
+        log(line);
+    else if (unknown_.isNews(line.name))
+        log({UnknownLines::cut(line.name), UnknownLines::cut(line.argument)});
+}
+
+void CommandDispatcher::log(const command_protocol::Line &line)
+{
+    quint32 idleBatches;
+    {
+        const MutexLock lock(mutex_);
+        idleBatches = idleBatches_;
+    }
+    qInfo() << command_protocol::toText(line.name) << command_protocol::toText(line.argument)
+            << idleBatches;
 }
 
 void CommandDispatcher::act(const command_protocol::DeviceConnectBack &report)
@@ -77,7 +92,7 @@ void CommandDispatcher::act(command_protocol::HmdInfoBack &report)
 
 void CommandDispatcher::act(const command_protocol::RestartSteamVR &)
 {
-    if (dependencies_.restartSteamVR)
+    if (dependencies_.restartSteamVR && !std::exchange(restarted_, true))
         dependencies_.restartSteamVR();
 }
 

@@ -4,6 +4,7 @@
 #include "base/mutex.h"
 #include "link/command_protocol.h"
 #include "link/headset_record.h"
+#include "link/unknown_lines.h"
 
 #include <functional>
 #include <string>
@@ -19,6 +20,8 @@ public:
     {
         std::function<void(const QString &)> send;
         std::function<void()> restartSteamVR; // may block for seconds
+        // Whether the link is to end: then nothing more is acted on. May be empty.
+        std::function<bool()> isEnding = {};
     };
 
     explicit CommandDispatcher(Dependencies dependencies);
@@ -30,9 +33,14 @@ public:
         bool list = false; // which headsets there are
     };
 
-    // Acts on the lines that were received in one go, in their order. After ten
-    // batches in a row without a list of headsets the last list is forgotten.
+    // Acts on the lines that were received in one go, in their order; wishes for a
+    // restart that come together are one. After ten batches in a row without a list
+    // of headsets the last list is forgotten.
     Reported processBatch(const std::vector<std::string> &lines);
+
+    // The next batch is another client's, if there ever is one. On the thread of the
+    // batches.
+    void nextClient() { unknown_.nextClient(); }
 
     // The next list of headsets is answered with "RegisterFireWall", once.
     void setRegisterFirewallPending();
@@ -44,6 +52,8 @@ public:
     HeadsetList headsets() const;
 
 private:
+    void actOn(const command_protocol::Line &line, Reported *reported);
+    void log(const command_protocol::Line &line);
     void act(const command_protocol::Unknown &) {}
     void act(const command_protocol::DeviceConnectBack &report);
     void act(command_protocol::HmdInfoBack &report);
@@ -51,6 +61,9 @@ private:
     void act(const command_protocol::Hello &);
 
     const Dependencies dependencies_;
+    // On the thread of the batches.
+    UnknownLines unknown_;
+    bool restarted_ = false; // in this batch
     mutable Mutex mutex_;
     HeadsetList hmdInfoBack_ GUARDED_BY(mutex_);
     QString deviceId_ GUARDED_BY(mutex_);

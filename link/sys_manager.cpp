@@ -57,7 +57,8 @@ struct SysManager::Worker
 {
     Worker(std::function<void()> restartSteamVR, int port)
         : poller(std::make_shared<Poller>()), socket(std::make_shared<IPCSock>(poller)),
-          dispatcher({[this](const QString &text) { answer(text); }, std::move(restartSteamVR)})
+          dispatcher({[this](const QString &text) { answer(text); }, std::move(restartSteamVR),
+                      [this] { return stop.load(); }})
     {
         socket->setPort(port);
     }
@@ -66,6 +67,7 @@ struct SysManager::Worker
     int start();
     void run();
     void processPass();
+    void noticeClient();
     void sendPosted();
     void answer(const QString &text);
     bool echoAndPost(const QString &text);
@@ -75,6 +77,7 @@ struct SysManager::Worker
     // Which client reported on the USB headset last, and which sent a list.
     std::atomic<quint64> usbReporter{0};
     std::atomic<quint64> listReporter{0};
+    quint64 served = 0; // the client that the dispatcher hears
     std::thread thread;
     const std::shared_ptr<Poller> poller;
     const std::shared_ptr<IPCSock> socket;
@@ -120,20 +123,32 @@ void SysManager::Worker::run()
     }
     sendPosted();
     socket->close();
+    noticeClient();
 }
 
 void SysManager::Worker::processPass()
 {
     socket->acceptClient();
+    noticeClient();
     const quint64 client = socket->clientNumber();
     std::vector<std::string> lines;
-    if (!socket->receiveLines(&lines))
+    if (!socket->receiveLines(&lines)) {
+        noticeClient();
         return;
+    }
     const CommandDispatcher::Reported reported = dispatcher.processBatch(lines);
     if (reported.usb)
         usbReporter = client;
     if (reported.list)
         listReporter = client;
+}
+
+// That another one is connected now, or none any more.
+void SysManager::Worker::noticeClient()
+{
+    const quint64 client = socket->clientNumber();
+    if (std::exchange(served, client) != client)
+        dispatcher.nextClient();
 }
 
 void SysManager::Worker::sendPosted()

@@ -185,8 +185,8 @@ private slots:
         for (int batch = 0; batch < 10; ++batch)
             link.process({"x"});
         clearLog();
-        link.process({"x"});
-        QCOMPARE(logged(), QStringList{"\"x\" \"\" 0"});
+        link.process({"y"});
+        QCOMPARE(logged(), QStringList{"\"y\" \"\" 0"});
     }
 
     void resetsTheCountWithAReportAnywhereInABatch()
@@ -235,6 +235,31 @@ private slots:
         link.process({"Hello", "RESTARTSTEAMVR", "HMDINFOBACK", "Hello"});
         QCOMPARE(link.done, (QStringList{"send HHHH, You can see me!\n", "restart",
                                          "send RegisterFireWall", "send HHHH, You can see me!\n"}));
+    }
+
+    void restartsOnceForAllWishesOfABatch()
+    {
+        Dispatched link;
+        link.process(Lines(66, "RESTARTSTEAMVR"));
+        QCOMPARE(link.done, QStringList{"restart"});
+        QCOMPARE(loggedCount("\"RESTARTSTEAMVR\" \"\" 0"), 66);
+        link.process({"RESTARTSTEAMVR", "Hello", "RESTARTSTEAMVR"});
+        QCOMPARE(link.done, (QStringList{"restart", "restart", "send HHHH, You can see me!\n"}));
+    }
+
+    void actsOnNothingMoreWhenTheLinkEnds()
+    {
+        bool ending = false;
+        QStringList done;
+        CommandDispatcher dispatcher({[&](const QString &text) { done << text; },
+                                      [&] {
+                                          done << "restart";
+                                          ending = true;
+                                      },
+                                      [&] { return ending; }});
+        dispatcher.processBatch({"Hello", "RESTARTSTEAMVR", "DeviceConnectBack\ttrue", "Hello"});
+        QCOMPARE(done, (QStringList{"HHHH, You can see me!\n", "restart"}));
+        QVERIFY(!dispatcher.isDeviceConnected());
     }
 
     void saysWhatABatchReported_data()

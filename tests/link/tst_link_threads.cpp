@@ -1,4 +1,5 @@
 #include "tests/link/running_link.h"
+#include "tests/link/semaphore.h"
 #include "tests/support/test_case.h"
 
 #include <QRegularExpression>
@@ -164,6 +165,33 @@ private slots:
         }
         QCOMPARE(torn.load(), 0);
         QCOMPARE(link.manager->deviceId(), QString("299"));
+    }
+
+    // Of what came in one go with a restart, and of what came after it.
+    void nothingIsObeyedOnceItEnds()
+    {
+        Semaphore begun;
+        Semaphore mayEnd;
+        int restarts = 0;
+        RunningLink link([&] {
+            ++restarts;
+            begun.release();
+            mayEnd.acquire();
+        });
+        Peer peer;
+        QVERIFY(peer.connectTo(link.port));
+        QVERIFY(
+            peer.send("RESTARTSTEAMVR\nHello\n" + QByteArray("RESTARTSTEAMVR\n").repeated(200)));
+        QVERIFY(begun.acquire());
+        std::thread end([&link] { link.manager.reset(); });
+        // Enough for the end to begin; it cannot get far.
+        const bool silent = peer.isSilentFor(50);
+        mayEnd.release();
+        end.join();
+        QVERIFY(silent);
+        QVERIFY(peer.waitForEnd());
+        QCOMPARE(restarts, 1);
+        QCOMPARE(link.echoed().filter("HHHH"), QStringList());
     }
 };
 
