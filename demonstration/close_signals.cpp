@@ -9,7 +9,8 @@
 
 namespace {
 
-// Written to by the signal handler, read on the GUI thread.
+// Written to by the signal handler, read on the GUI thread; open as long as the
+// process.
 int pipeEnds[2] = {-1, -1};
 
 void note(int)
@@ -19,19 +20,28 @@ void note(int)
     [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
 }
 
-void handle(int signalNumber, void (*handler)(int))
+void handle(int signalNumber)
 {
     struct sigaction action = {};
-    action.sa_handler = handler;
+    action.sa_handler = note;
     action.sa_flags = SA_RESTART;
     sigaction(signalNumber, &action, nullptr);
 }
 
 } // namespace
 
+void CloseSignals::heed()
+{
+    if (pipeEnds[0] >= 0 || pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    handle(SIGINT);
+    handle(SIGTERM);
+}
+
 CloseSignals::CloseSignals(QObject *parent) : QObject(parent)
 {
-    if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
+    heed();
+    if (pipeEnds[0] < 0)
         return;
     auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
@@ -40,14 +50,4 @@ CloseSignals::CloseSignals(QObject *parent) : QObject(parent)
         }
         emit closeRequested();
     });
-    handle(SIGINT, note);
-    handle(SIGTERM, note);
-}
-
-CloseSignals::~CloseSignals()
-{
-    handle(SIGINT, SIG_DFL);
-    handle(SIGTERM, SIG_DFL);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
 }

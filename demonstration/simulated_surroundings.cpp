@@ -177,6 +177,7 @@ SimulatedSurroundings::~SimulatedSurroundings()
 
 std::optional<int> SimulatedSurroundings::begin()
 {
+    CloseSignals::heed();
     drawWithoutScreen();
     const QString problem = bringPc();
     if (!problem.isEmpty()) {

@@ -109,9 +109,14 @@ QStringList Program::tellAll(const QStringList &lines, const std::function<void(
 
 int Program::close()
 {
-    if (process_.state() != QProcess::NotRunning)
-        ::kill(static_cast<pid_t>(process_.processId()), SIGTERM);
+    signal(SIGTERM);
     return wait();
+}
+
+void Program::signal(int number)
+{
+    if (process_.state() != QProcess::NotRunning)
+        ::kill(static_cast<pid_t>(process_.processId()), number);
 }
 
 void Program::kill()

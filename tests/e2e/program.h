@@ -28,6 +28,9 @@ public:
     // Set before start().
     QProcessEnvironment environment;
 
+    // Where the standard output goes instead of here; before start().
+    void redirectOutput(const QString &path) { process_.setStandardOutputFile(path); }
+
     bool start();
     // Waits until it has ended by itself; its exit code, or -1.
     int wait(int milliseconds = 60000);
@@ -42,6 +45,8 @@ public:
                         int milliseconds = 60000);
     // Asks it to close like its close button, and waits.
     int close();
+    // Sends it the signal; nothing when it has ended.
+    void signal(int number);
     void kill();
 
     QString output();       // standard output so far
@@ -58,6 +63,7 @@ public:
     QStringList journal();     // what the program did to the PC, without times
     QString screenshot() const;
 
+    bool isRunning() const { return process_.state() != QProcess::NotRunning; }
     qint64 pid() const { return process_.processId(); }
 
 private:

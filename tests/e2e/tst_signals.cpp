@@ -1,0 +1,102 @@
+#include "tests/e2e/program.h"
+#include "tests/support/test_case.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <csignal>
+
+// Whoever is impatient with the program in a terminal.
+class TestSignals : public TestCase
+{
+    Q_OBJECT
+
+    // Whether it has come so far that a signal does not end it as it stands.
+    static bool heedsSignals(const Program &program)
+    {
+        QFile status(QStringLiteral("/proc/%1/status").arg(program.pid()));
+        if (!status.open(QIODevice::ReadOnly))
+            return false;
+        const QByteArray text = status.readAll();
+        const int at = text.indexOf("SigCgt:");
+        const quint64 caught = text.mid(at + 7, 18).trimmed().toULongLong(nullptr, 16);
+        return at >= 0 && (caught & (1ULL << (SIGTERM - 1))) != 0;
+    }
+
+    template <typename Condition>
+    static bool soon(Condition isSo)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!isSo()) {
+            if (timer.elapsed() > 30000)
+                return false;
+        }
+        return true;
+    }
+
+    static QJsonObject vrPaths(const Program &program)
+    {
+        return program.json(program.home() + "/AppData/Local/openvr/openvrpaths.vrpath");
+    }
+
+    // As a normal end leaves it.
+    static void verifyOrder(const Program &program)
+    {
+        QVERIFY(vrPaths(program).value("external_drivers").isNull());
+        QCOMPARE(program.json(program.dataDir() + "/set.json").value("wiredOrWireless").toInt(), 2);
+        QVERIFY(!program.json(program.work() + "/session.json").isEmpty());
+    }
+
+private slots:
+    void oneDuringTheStartEndsItInOrder_data()
+    {
+        QTest::addColumn<QString>("logged");
+        QTest::newRow("at once") << QString();
+        QTest::newRow("before the controller") << "json language: ";
+        QTest::newRow("before the window") << "init end";
+    }
+    void oneDuringTheStartEndsItInOrder()
+    {
+        QFETCH(QString, logged);
+        Program program(dir(), "one-headset");
+        const QByteArray known = program.read(program.dataDir() + "/setting.inf");
+        QVERIFY(program.start());
+        if (logged.isEmpty())
+            QVERIFY(soon([&] { return heedsSignals(program); }));
+        else
+            QVERIFY(soon([&] { return program.log().contains(logged); }));
+        program.signal(SIGTERM);
+        QCOMPARE(program.wait(), 0);
+        verifyOrder(program);
+        QCOMPARE(program.read(program.dataDir() + "/setting.inf"), known);
+    }
+
+    void moreOfThemWhileItClosesCostNothing_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<QString>("when");
+        QTest::newRow("a headset is connected") << "one-headset"
+                                                << "[x] headset connected";
+        QTest::newRow("SteamVR has yet to load the driver") << "server-never-comes"
+                                                            << "launch explorer";
+    }
+    void moreOfThemWhileItClosesCostNothing()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(QString, when);
+        Program program(dir(), scenario);
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput(when));
+        while (program.isRunning()) {
+            program.signal(SIGINT);
+            program.signal(SIGTERM);
+            program.waitForOutput("never", 1, 1);
+        }
+        QCOMPARE(program.wait(), 0);
+        verifyOrder(program);
+    }
+};
+
+KOLM_TEST_MAIN(TestSignals)
+#include "tst_signals.moc"
