@@ -7,6 +7,7 @@
 #include "app/surroundings.h"
 #include "app/translation.h"
 #include "base/clock.h"
+#include "base/console.h"
 #include "cloud/cloud_host.h"
 #include "pc/own_variables.h"
 #include "pc/single_instance.h"
@@ -82,6 +83,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
 {
     // Narrow and wide console output are used side by side.
     std::ios::sync_with_stdio(false);
+    console::neverWait();
     chooseHowToDraw();
     if (const std::optional<int> code = surroundings.begin())
         return *code;

@@ -14,4 +14,9 @@ void info(const std::wstring &line);
 void error(const std::wstring &line);
 void echo(const std::string &line);
 
+// From here on nobody waits for whoever reads the standard output and the standard
+// error stream, also at the end of the process but for a moment. What they are too
+// slow for is lost. Once, at the beginning of main().
+void neverWait();
+
 } // namespace console

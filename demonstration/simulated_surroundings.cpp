@@ -19,6 +19,7 @@
 #include <QQmlContext>
 #include <QQuickWindow>
 
+#include <csignal>
 #include <iostream>
 
 #include <unistd.h>
@@ -178,6 +179,8 @@ SimulatedSurroundings::~SimulatedSurroundings()
 std::optional<int> SimulatedSurroundings::begin()
 {
     CloseSignals::heed();
+    // Whoever reads what we print may go before us.
+    std::signal(SIGPIPE, SIG_IGN);
     drawWithoutScreen();
     const QString problem = bringPc();
     if (!problem.isEmpty()) {
