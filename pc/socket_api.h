@@ -58,6 +58,7 @@ struct Connection
 {
     Socket socket;
     std::uint32_t peerAddress = 0; // as parseAddress() gives it
+    std::uint16_t peerPort = 0;    // in host order
 };
 
 // Takes one waiting connection; nothing on failure.

@@ -227,7 +227,7 @@ std::optional<Connection> accept(Handle listener)
     if (!client)
         return std::nullopt;
     sendAtOnce(client);
-    return Connection{std::move(client), peer.sin_addr.s_addr};
+    return Connection{std::move(client), peer.sin_addr.s_addr, ntohs(peer.sin_port)};
 }
 
 std::uint32_t parseAddress(const char *address)

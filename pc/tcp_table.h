@@ -10,7 +10,8 @@ namespace tcp_table {
 struct Row
 {
     quint16 localPort = 0;
-    quint32 pid = 0; // of the owner; 0 for rows that nobody owns any more
+    quint32 pid = 0;        // of the owner; 0 for rows that nobody owns any more
+    quint16 remotePort = 0; // of a connection's other end; 0 for listeners
 };
 
 struct Table

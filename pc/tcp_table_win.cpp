@@ -47,7 +47,11 @@ Table read()
     table.rows.reserve(block->dwNumEntries);
     for (DWORD i = 0; i < block->dwNumEntries; ++i) {
         const MIB_TCPROW2 &row = block->table[i];
-        table.rows.push_back({ntohs(static_cast<u_short>(row.dwLocalPort)), row.dwOwningPid});
+        // A listener has no other end, and the system leaves there what it likes.
+        const bool connected = row.dwState != MIB_TCP_STATE_LISTEN;
+        table.rows.push_back(
+            {ntohs(static_cast<u_short>(row.dwLocalPort)), row.dwOwningPid,
+             connected ? ntohs(static_cast<u_short>(row.dwRemotePort)) : quint16(0)});
     }
     return table;
 }

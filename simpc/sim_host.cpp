@@ -2,6 +2,7 @@
 #include "base/mutex.h"
 
 #include "simpc/change_timer.h"
+#include "simpc/host_connections.h"
 #include "simpc/host_thread.h"
 #include "simpc/server_process.h"
 
@@ -71,6 +72,7 @@ struct SimHost::Private
 
     void fillIn();
     void bringAdb();
+    std::vector<tcp_table::Row> serverConnections();
     void openJournal();
     void writeJournal(const QString &who, qint64 when, const QString &line);
     void beginServer();
@@ -146,6 +148,20 @@ void SimHost::Private::endServer()
     thread.post([this] { server.end(); });
 }
 
+// Those of the streaming server's process, which SteamVR's server has loaded: on a real
+// PC they are its own.
+std::vector<tcp_table::Row> SimHost::Private::serverConnections()
+{
+    const qint64 serverPid = server.runningPid();
+    if (serverPid == 0)
+        return {};
+    for (const processes::Entry &process : pc.processes.list()) {
+        if (process.name == QLatin1String("vrserver.exe"))
+            return host_connections::of(serverPid, process.pid);
+    }
+    return {};
+}
+
 void SimHost::Private::openJournal()
 {
     if (options.settings.journal.isEmpty())
@@ -184,6 +200,7 @@ SimHost::SimHost(const Scenario &scenario, const Options &options)
     d->fillIn();
     scenario::build(d->scenario, d->pc);
     d->bringAdb();
+    d->pc.ports.setHostConnections([this] { return d->serverConnections(); });
 }
 
 SimHost::~SimHost()

@@ -4,6 +4,7 @@
 #include "base/mutex.h"
 #include "pc/tcp_table.h"
 
+#include <functional>
 #include <vector>
 
 class SimTimeline;
@@ -23,8 +24,13 @@ public:
     // In the order in which they were opened.
     std::vector<tcp_table::Row> rows() const;
 
+    // Connections of the real machine that count as this PC's, asked for at every look
+    // at the ports; they come after its own.
+    void setHostConnections(std::function<std::vector<tcp_table::Row>()> connections);
+
 private:
     const SimTimeline &timeline_;
     mutable Mutex mutex_;
     std::vector<tcp_table::Row> rows_ GUARDED_BY(mutex_);
+    std::function<std::vector<tcp_table::Row>()> hostConnections_ GUARDED_BY(mutex_);
 };

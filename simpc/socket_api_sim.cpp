@@ -116,7 +116,7 @@ std::optional<Connection> accept(Handle listener)
     // Commands are short and seldom: each goes out at once.
     const int on = 1;
     ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    return Connection{Socket(handle(client)), peer.sin_addr.s_addr};
+    return Connection{Socket(handle(client)), peer.sin_addr.s_addr, ntohs(peer.sin_port)};
 }
 
 std::uint32_t parseAddress(const char *address)

@@ -39,6 +39,16 @@ int rowsOf(quint16 port, std::optional<quint32> pid = std::nullopt)
     }));
 }
 
+// Of the connection that has this port at its own end.
+quint16 otherEndOf(quint16 port)
+{
+    for (const tcp_table::Row &row : tcp_table::read().rows) {
+        if (row.localPort == port)
+            return row.remotePort;
+    }
+    return 0;
+}
+
 } // namespace
 
 // The TCP table against sockets that the test itself has opened.
@@ -59,6 +69,7 @@ private slots:
             use(server);
             port = server.serverPort();
             QCOMPARE(rowsOf(port, self_), 1);
+            QCOMPARE(otherEndOf(port), quint16(0));
             QCOMPARE(SystemInfo::processesUsingPorts({port}), QStringList{ownName_});
         }
         QCOMPARE(rowsOf(port, self_), 0);
@@ -82,6 +93,7 @@ private slots:
         QCOMPARE(rowsOf(listened, self_), 1);
         QCOMPARE(rowsOf(listened), 2);
         QCOMPARE(rowsOf(port, self_), 1);
+        QCOMPARE(otherEndOf(port), listened);
         // Several ports and rows of one process: named once.
         QCOMPARE(SystemInfo::processesUsingPorts({port, listened, 1}), QStringList{ownName_});
 

@@ -1,3 +1,4 @@
+#include "pc/tcp_table.h"
 #include "simpc/server_process.h"
 #include "tests/simpc/sim_host_fixture.h"
 
@@ -33,6 +34,31 @@ private slots:
             stopSteamVr(host, clock);
             QCOMPARE(assistant.line(), QByteArray("<closed>"));
         }
+    }
+
+    void itsConnectionIsOneOfSteamVrsServer()
+    {
+        registerDriver();
+        Assistant assistant;
+        ManualClock clock;
+        SimHost host(from(ready), options(clock, assistant.port()));
+        host.start();
+        QVERIFY(tcp_table::read().rows.empty());
+        startSteamVr(host, clock);
+        QVERIFY(assistant.accept());
+        QVERIFY(runningServer(host) > 0);
+        const std::vector<tcp_table::Row> rows = tcp_table::read().rows;
+        QCOMPARE(rows.size(), std::size_t(1));
+        QCOMPARE(rows[0].remotePort, assistant.port());
+        QVERIFY(rows[0].localPort != 0);
+        QString name;
+        for (const processes::Entry &process : processes::list()) {
+            if (process.pid == rows[0].pid)
+                name = process.name;
+        }
+        QCOMPARE(name, QString("vrserver.exe"));
+        stopSteamVr(host, clock);
+        QCOMPARE(assistant.line(), QByteArray("<closed>"));
     }
 
     void withoutTheProgramsOwnDriverNoServerComes()
