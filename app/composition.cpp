@@ -87,6 +87,7 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
     SysManager::setLookForHolder(control_port::lookForHolder);
+    SysManager::setLookForPeer(control_port::lookForPeer);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
     orb_ = new ORBManager(std::make_unique<ProcessWideServices>(), app);

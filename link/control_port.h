@@ -36,8 +36,15 @@ std::optional<ControlPort::Holder> holderOf(const std::vector<tcp_table::Row> &r
                                             const std::vector<processes::Entry> &processes,
                                             quint32 ownPid);
 
-// Asks the PC; nothing also when it does not answer. Logs nothing. Takes some
-// milliseconds; any thread.
+// The process at the other end of a connection to the port, by its own port. Nothing
+// also when it has ended. Pure.
+std::optional<ControlPort::Holder> peerOf(const std::vector<tcp_table::Row> &rows,
+                                          const std::vector<processes::Entry> &processes,
+                                          quint16 peerPort);
+
+// Both ask the PC; nothing also when it does not answer. They log nothing. Each takes
+// some milliseconds; any thread.
 std::optional<ControlPort::Holder> lookForHolder();
+std::optional<ControlPort::Holder> lookForPeer(quint16 peerPort);
 
 } // namespace control_port

@@ -38,6 +38,9 @@ public:
     virtual bool hasClient() const = 0;
     // What came of the attempt to listen for it.
     virtual ControlPort controlPort() const = 0;
+    // The program that is connected now and was heard of; nothing when there is none,
+    // or the PC does not say.
+    virtual std::optional<ControlPort::Holder> peer() const = 0;
     // Whether the server that is connected now has itself said if the USB
     // headset is connected (`wired`), or sent a list: the getters above also
     // keep what one before it said.

@@ -78,6 +78,7 @@ bool IPCSock::acceptClient()
         closeClient();
     }
     client_ = std::move(accepted->socket);
+    clientPort_ = accepted->peerPort;
     poller_->add(client_.get());
     clientNumber_.store(++clientsSeen_, std::memory_order_release);
     return true;

@@ -63,6 +63,9 @@ public:
     // Which client is connected: 0 for none, another number for each.
     quint64 clientNumber() const { return clientNumber_.load(std::memory_order_acquire); }
 
+    // The port that the client connected from; on the worker's thread.
+    quint16 clientPort() const { return clientPort_; }
+
     void closeClient();
     // The client, then the listening socket.
     void close();
@@ -82,5 +85,6 @@ private:
     std::string unsent_; // what is left of a text that was sent in part
     bool acceptingPaused_ = false;
     quint64 clientsSeen_ = 0;
+    quint16 clientPort_ = 0;
     std::atomic<quint64> clientNumber_{0};
 };

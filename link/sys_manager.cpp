@@ -29,6 +29,7 @@ struct Handlers
     Mutex mutex;
     std::function<void()> restart GUARDED_BY(mutex);
     SysManager::LookForHolder lookForHolder GUARDED_BY(mutex);
+    SysManager::LookForPeer lookForPeer GUARDED_BY(mutex);
 };
 
 Handlers &handlers()
@@ -51,6 +52,20 @@ SysManager::LookForHolder copyOfLookForHolder()
     return kept.lookForHolder;
 }
 
+SysManager::LookForPeer copyOfLookForPeer()
+{
+    Handlers &kept = handlers();
+    const MutexLock lock(kept.mutex);
+    return kept.lookForPeer;
+}
+
+// Who the program at the other end is, and which client that is said of.
+struct Peer
+{
+    quint64 client = 0;
+    std::optional<ControlPort::Holder> program;
+};
+
 } // namespace
 
 struct SysManager::Worker
@@ -68,6 +83,7 @@ struct SysManager::Worker
     void run();
     void processPass();
     void noticeClient();
+    void learnWhoItIs();
     void sendPosted();
     void answer(const QString &text);
     bool echoAndPost(const QString &text);
@@ -85,6 +101,9 @@ struct SysManager::Worker
     // Held while a text is echoed and posted, so that both orders are one.
     Mutex orderMutex;
     CommandDispatcher dispatcher;
+    LookForPeer lookForPeer; // as start() left it
+    mutable Mutex peerMutex;
+    Peer peer GUARDED_BY(peerMutex);
 };
 
 int SysManager::Worker::start()
@@ -136,6 +155,7 @@ void SysManager::Worker::processPass()
         noticeClient();
         return;
     }
+    learnWhoItIs();
     const CommandDispatcher::Reported reported = dispatcher.processBatch(lines);
     if (reported.usb)
         usbReporter = client;
@@ -149,6 +169,21 @@ void SysManager::Worker::noticeClient()
     const quint64 client = socket->clientNumber();
     if (std::exchange(served, client) != client)
         dispatcher.nextClient();
+}
+
+// Of a client that says something: whoever only looks whether somebody listens is
+// not worth the question.
+void SysManager::Worker::learnWhoItIs()
+{
+    const quint64 client = socket->clientNumber();
+    {
+        const MutexLock lock(peerMutex);
+        if (!lookForPeer || peer.client == client)
+            return;
+    }
+    const std::optional<ControlPort::Holder> program = lookForPeer(socket->clientPort());
+    const MutexLock lock(peerMutex);
+    peer = {client, program};
 }
 
 void SysManager::Worker::sendPosted()
@@ -197,7 +232,7 @@ SysManager &SysManager::instance()
 {
     static SysManager &manager = []() -> SysManager & {
         static SysManager made(copyOfRestartHandler());
-        if (!made.start(copyOfLookForHolder())) {
+        if (!made.start(copyOfLookForHolder(), copyOfLookForPeer())) {
             qWarning().nospace() << "port " << control_port::number
                                  << " cannot be listened on, error " << made.controlPort_.error;
         }
@@ -221,8 +256,16 @@ void SysManager::setLookForHolder(LookForHolder lookForHolder)
     kept.lookForHolder = std::move(lookForHolder);
 }
 
-bool SysManager::start(const LookForHolder &lookForHolder)
+void SysManager::setLookForPeer(LookForPeer lookForPeer)
 {
+    Handlers &kept = handlers();
+    const MutexLock lock(kept.mutex);
+    kept.lookForPeer = std::move(lookForPeer);
+}
+
+bool SysManager::start(const LookForHolder &lookForHolder, const LookForPeer &lookForPeer)
+{
+    worker_->lookForPeer = lookForPeer;
     if (lookForHolder)
         controlPort_.holder = lookForHolder();
     if (const auto &holder = controlPort_.holder) {
@@ -292,6 +335,13 @@ HeadsetList SysManager::hmdInfoList() const
 bool SysManager::hasClient() const
 {
     return worker_->socket->hasClient();
+}
+
+std::optional<ControlPort::Holder> SysManager::peer() const
+{
+    const quint64 client = worker_->socket->clientNumber();
+    const MutexLock lock(worker_->peerMutex);
+    return client != 0 && worker_->peer.client == client ? worker_->peer.program : std::nullopt;
 }
 
 bool SysManager::hasReported(bool wired) const

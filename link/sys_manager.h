@@ -25,19 +25,22 @@ public:
 
     // Says who else has the port, if anybody.
     using LookForHolder = std::function<std::optional<ControlPort::Holder>()>;
+    // Says who has connected from this port of the PC; called on the worker thread.
+    using LookForPeer = std::function<std::optional<ControlPort::Holder>(quint16 peerPort)>;
 
     // The product's one. The others say beforehand what a restart request does
-    // and how it learns who has the port; the first call of instance() starts
-    // the link.
+    // and how it learns who has the port and who connects to it; the first call of instance()
+    // starts the link.
     static SysManager &instance();
     static void setRestartHandler(std::function<void()> restartSteamVR);
     static void setLookForHolder(LookForHolder lookForHolder);
+    static void setLookForPeer(LookForPeer lookForPeer);
 
     // Listens and starts the worker; false when the port cannot be had, and
     // then the link stays silent for this run. Before it listens it looks who has
     // the port; what came of both is kept as controlPort(). Before
     // other threads use this object.
-    bool start(const LookForHolder &lookForHolder = {});
+    bool start(const LookForHolder &lookForHolder = {}, const LookForPeer &lookForPeer = {});
 
     void linkTo(const QString &serial, const QString &address) override;
     void disconnect(const QString &serial, const QString &address) override;
@@ -49,6 +52,7 @@ public:
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
     ControlPort controlPort() const override { return controlPort_; }
+    std::optional<ControlPort::Holder> peer() const override;
     bool hasReported(bool wired) const override;
 
     // Sends a text of the protocol as it stands, up to its first NUL if it

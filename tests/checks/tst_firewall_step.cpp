@@ -34,6 +34,7 @@ public:
     HeadsetList hmdInfoList() const override { return {}; }
     bool hasClient() const override { return false; }
     ControlPort controlPort() const override { return {}; }
+    std::optional<ControlPort::Holder> peer() const override { return {}; }
     bool hasReported(bool) const override { return false; }
 
     int firewallRequests = 0;

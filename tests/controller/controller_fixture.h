@@ -30,14 +30,15 @@ public:
     explicit ServerInProcess(std::function<void()> restartSteamVR = {});
 
     // --- the server's side ---
-    bool present = true;       // whether it is connected
-    HeadsetList headsets;      // what it reports
-    QString reportedId;        // "deviceId:" item of the report; empty: none
-    bool usbConnected = false; // its answer to "WiredConnect"
-    bool obeys = true;         // whether "LinkTo" connects the headset
-    ControlPort port;          // what came of its port
-    bool answers = true;       // whether it says anything about headsets
-    QStringList received;      // every text that arrived
+    bool present = true;                        // whether it is connected
+    HeadsetList headsets;                       // what it reports
+    QString reportedId;                         // "deviceId:" item of the report; empty: none
+    bool usbConnected = false;                  // its answer to "WiredConnect"
+    bool obeys = true;                          // whether "LinkTo" connects the headset
+    ControlPort port;                           // what came of its port
+    std::optional<ControlPort::Holder> program; // that it is
+    bool answers = true;                        // whether it says anything about headsets
+    QStringList received;                       // every text that arrived
 
     // --- the program's side ---
     void linkTo(const QString &serial, const QString &address) override;
@@ -50,6 +51,7 @@ public:
     HeadsetList hmdInfoList() const override;
     bool hasClient() const override;
     ControlPort controlPort() const override { return port; }
+    std::optional<ControlPort::Holder> peer() const override { return program; }
     bool hasReported(bool wired) const override;
 
 private:

@@ -1,6 +1,8 @@
 #include "tests/link/running_link.h"
 #include "tests/support/test_case.h"
 
+#include <atomic>
+
 using Rows = std::vector<tcp_table::Row>;
 using Entries = std::vector<processes::Entry>;
 Q_DECLARE_METATYPE(Rows)
@@ -40,6 +42,61 @@ private slots:
         QCOMPARE(holder.has_value(), !name.isEmpty());
         if (holder)
             QCOMPARE(holder->name, name);
+    }
+
+    void whoIsAtTheOtherEnd_data()
+    {
+        QTest::addColumn<Rows>("rows");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("nobody") << Rows{} << "";
+        QTest::newRow("another program")
+            << Rows{{9932, ourPid, 50123}, {50123, 51, 9932}} << "other.exe";
+        QTest::newRow("ourselves") << Rows{{50123, ourPid, 9932}} << "us.exe";
+        QTest::newRow("the same port to elsewhere")
+            << Rows{{50123, 52, 443}, {50123, 51, 9932}} << "other.exe";
+        QTest::newRow("another connection") << Rows{{50124, 51, 9932}} << "";
+        QTest::newRow("one that lingers") << Rows{{50123, 0, 9932}} << "";
+        QTest::newRow("a process that has ended") << Rows{{50123, 99, 9932}} << "";
+    }
+    void whoIsAtTheOtherEnd()
+    {
+        QFETCH(Rows, rows);
+        QFETCH(QString, name);
+        const std::optional<ControlPort::Holder> peer = control_port::peerOf(rows, running, 50123);
+        QCOMPARE(peer.has_value(), !name.isEmpty());
+        if (peer)
+            QCOMPARE(peer->name, name);
+    }
+
+    void whoConnectsIsAskedForOnceWhenItSpeaks()
+    {
+        const CapturedStreams streams;
+        const quint16 port = freePort();
+        SysManager manager({}, port);
+        std::atomic<int> asked{0};
+        std::atomic<quint16> askedFor{0};
+        QVERIFY(manager.start({}, [&](quint16 peerPort) {
+            askedFor = peerPort;
+            return ControlPort::Holder{50u + static_cast<quint32>(++asked), "other.exe"};
+        }));
+        QVERIFY(!manager.peer());
+        Peer first;
+        QVERIFY(first.connectTo(port));
+        QVERIFY(eventually([&] { return manager.hasClient(); }));
+        QVERIFY(!manager.peer());
+        QVERIFY(first.greet());
+        QVERIFY(first.greet());
+        QCOMPARE(manager.peer()->pid, 51u);
+        QCOMPARE(askedFor.load(), first.socket().localPort());
+        Peer next;
+        QVERIFY(next.connectTo(port));
+        QVERIFY(next.greet());
+        QCOMPARE(manager.peer()->pid, 52u);
+        QCOMPARE(askedFor.load(), next.socket().localPort());
+        next.close();
+        QVERIFY(eventually([&] { return !manager.hasClient(); }));
+        QVERIFY(!manager.peer());
+        QCOMPARE(asked.load(), 2);
     }
 
     void itIsLookedForBeforeWeListen()
