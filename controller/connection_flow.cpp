@@ -192,6 +192,12 @@ void ConnectionFlow::awaitReport()
     wasConnectedByUsb_ = false;
 }
 
+QString ConnectionFlow::serverProgram() const
+{
+    const auto peer = link_ ? link_->peer() : std::nullopt;
+    return peer ? QStringLiteral("%1 (%2)").arg(peer->name).arg(peer->pid) : QString();
+}
+
 connection::Facts ConnectionFlow::facts(LinkKind kind) const
 {
     connection::Facts facts;

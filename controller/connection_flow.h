@@ -52,6 +52,9 @@ public:
     // The link or SteamVR has changed: nothing that was reported before says
     // anything of the connection of the moment.
     void awaitReport();
+    // The program that is connected as the streaming server, "vrserver.exe (4711)" with
+    // the number of its process; empty when none is, or the PC does not say.
+    [[nodiscard]] QString serverProgram() const;
     // What the server reported since then, and what the user wants.
     [[nodiscard]] connection::Facts facts(LinkKind kind) const;
 

@@ -8,3 +8,11 @@ void ConnectionStatus::set(connection::State state, bool headsetFound)
     headsetFound_ = headsetFound;
     emit changed();
 }
+
+void ConnectionStatus::setServerProgram(const QString &program)
+{
+    if (program == serverProgram_)
+        return;
+    serverProgram_ = program;
+    emit serverProgramChanged();
+}

@@ -27,6 +27,7 @@ void ConnectionTracker::update()
     reached.headset = now.found || now.connected;
     reached.linked = state == connection::State::Connected;
     deps_.status.set(state, reached.headset);
+    deps_.status.setServerProgram(now.server ? deps_.flow.serverProgram() : QString());
     deps_.stages.update(reached, deps_.clock.now());
     deps_.facts.reached = deps_.stages.firstMissing();
     deps_.facts.wired = now.wired;

@@ -248,6 +248,10 @@
         <source>其他提示</source>
         <translation>Also found</translation>
     </message>
+    <message>
+        <source>串流服务程序</source>
+        <translation>Streaming server program</translation>
+    </message>
 </context>
 <context>
     <name>DialogWindow</name>

@@ -248,6 +248,10 @@
         <source>其他提示</source>
         <translation>その他の注意</translation>
     </message>
+    <message>
+        <source>串流服务程序</source>
+        <translation>ストリーミングサーバーのプログラム</translation>
+    </message>
 </context>
 <context>
     <name>DialogWindow</name>

@@ -78,6 +78,13 @@ RowLayout {
                 value: orb.bitRate + " Mbps"
                 Layout.fillWidth: true
             }
+            KeyValueItem {
+                objectName: "serverProgram"
+                visible: value !== ""
+                label: qsTr("串流服务程序")
+                value: orbconnection.serverProgram
+                Layout.fillWidth: true
+            }
             Item {
                 Layout.fillHeight: true
             }

@@ -75,6 +75,21 @@ private slots:
         QCOMPARE(t.taken(), QStringList({"Searching", "Linking", "Connected"}));
     }
 
+    void theServersProgramIsNamedWhileItIsConnected()
+    {
+        store(LinkKind::Wireless);
+        Tracked t(dir());
+        t.server.headsets = one;
+        t.pass(5000);
+        QCOMPARE(t.status().serverProgram(), QString()); // the PC does not say
+        t.server.program = ControlPort::Holder{4711, "vrserver.exe"};
+        t.pass(5000);
+        QCOMPARE(t.status().serverProgram(), QString("vrserver.exe (4711)"));
+        t.server.present = false;
+        t.pass(5000);
+        QCOMPARE(t.status().serverProgram(), QString());
+    }
+
     void ofSeveralTheUserIsAskedAndTheChoiceCountsAtOnce()
     {
         store(LinkKind::Wireless);

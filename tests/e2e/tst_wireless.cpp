@@ -92,6 +92,18 @@ private slots:
         QCOMPARE(window.size(), QSize(1360, 875));
     }
 
+    void theDetailsSayWhichProgramIsConnected()
+    {
+        Program program(dir(), "one-headset");
+        program.environment.insert("SIMPC_DIRECTED", "1");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("[x] headset connected"));
+        QCOMPARE(program.tell("until shown drawerTab"), QString("ok"));
+        QCOMPARE(program.tell("click drawerTab"), QString("ok"));
+        QCOMPARE(program.tell("until shown serverProgram"), QString("ok"));
+        QCOMPARE(program.close(), 0);
+    }
+
     void everyLineOfTheLogIsWhole()
     {
         CloudPeer cloud; // without one the lack of it would be logged

@@ -95,6 +95,20 @@ private slots:
                               zh("未就绪"), zh("自 12:00:05")}));
     }
 
+    void detailsShowWhoIsConnected()
+    {
+        Interface pages;
+        pages.load();
+        pages.orb.becomeConnected(true);
+        pages.click("drawerTab");
+        QVERIFY(!pages.shown("serverProgram"));
+        pages.orb.connection.setServerProgram("vrserver.exe (4711)");
+        pages.settle();
+        QVERIFY(pages.shown("serverProgram"));
+        QCOMPARE(Interface::texts(pages.item("serverProgram")),
+                 (QStringList{zh("串流服务程序"), "vrserver.exe (4711)"}));
+    }
+
     void detailsShowWhatIsStreamed_data()
     {
         QTest::addColumn<bool>("wired");
