@@ -68,7 +68,8 @@ private slots:
                  QString("default"));
         QCOMPARE(pc.facts.memoryBytes.get(), quint64(8589934592));
         QCOMPARE(pc.facts.acLine.get(), answers::AcLine(power::AcLine::Unknown));
-        QCOMPARE(networkAnswer(), QString("NetworkCategory  : Private\nNetworkCategory  : Public\n"));
+        QCOMPARE(networkAnswer(),
+                 QString("NetworkCategory  : Private\nNetworkCategory  : Public\n"));
         QCOMPARE(pc.facts.recordingDevices.get(),
                  QStringList({"Mic", "CABLE Output (VB-Audio Virtual Cable)"}));
         QCOMPARE(pc.facts.waveOuts.get().size(), size_t(2));
