@@ -76,7 +76,7 @@ private slots:
         const Table table = {row("ports", portsTaken)};
         QCOMPARE(found(table), QStringList());
         Facts facts;
-        facts.portHolders = QStringList{"node.exe", "nginx.exe"};
+        facts.portHolders.emplace(QStringList{"node.exe", "nginx.exe"});
         const Assessment assessment = assess(table, facts, {}, 0ms);
         QCOMPARE(ids(assessment), QStringList{"ports"});
         QCOMPARE(assessment.findings[0].check, &table[0]);
@@ -114,7 +114,7 @@ private slots:
         check.hold = 10s;
         const Table table = {check};
         Facts taken;
-        taken.portHolders = QStringList();
+        taken.portHolders.emplace();
 
         Assessment now = assess(table, taken, {}, 5s);
         QCOMPARE(now.heldSince[0], std::optional<milliseconds>(5s));
@@ -139,7 +139,7 @@ private slots:
         effect.hold = 10s;
         const Table table = {row("ports", portsTaken), effect};
         Facts facts;
-        facts.portHolders = QStringList();
+        facts.portHolders.emplace();
         Assessment now = assess(table, facts, {}, 0s);
         now = assess(table, facts, now.heldSince, 60s);
         QCOMPARE(ids(now), QStringList{"ports"});
