@@ -41,6 +41,7 @@ public:
         if (lines.empty())
             return;
         bool reported = false;
+        bool restarted = false; // once for all that came together
         for (const std::string &line : lines) {
             const std::size_t tab = line.find('\t');
             const std::string command = line.substr(0, tab);
@@ -52,11 +53,12 @@ public:
                 idleBatches_ = 0;
                 report(QString::fromStdString(argument));
             } else if (command == "RESTARTSTEAMVR") {
-                ++seen.restarts;
+                restarted = true;
             } else if (command == "Hello") {
                 seen.sent << "HHHH, You can see me!\n";
             }
         }
+        seen.restarts += restarted;
         if (!reported && ++idleBatches_ == 10) {
             idleBatches_ = 0;
             headsets.clear();
