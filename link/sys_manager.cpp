@@ -23,40 +23,39 @@ namespace {
 // How long to wait before trying again what the system has no room for.
 constexpr std::chrono::milliseconds retryInterval = 200ms;
 
-// What the product's link does when a restart is asked for, and before it listens.
+// What the product's link does when a restart is asked for, and whom it asks.
 struct Handlers
 {
-    Mutex mutex;
-    std::function<void()> restart GUARDED_BY(mutex);
-    SysManager::LookForHolder lookForHolder GUARDED_BY(mutex);
-    SysManager::LookForPeer lookForPeer GUARDED_BY(mutex);
+    std::function<void()> restart;
+    SysManager::LookForHolder lookForHolder;
+    SysManager::LookForPeer lookForPeer;
 };
 
-Handlers &handlers()
+struct KeptHandlers
 {
-    static Handlers kept;
-    return kept;
+    Mutex mutex;
+    Handlers handlers GUARDED_BY(mutex);
+};
+
+KeptHandlers &kept()
+{
+    static KeptHandlers all;
+    return all;
 }
 
-std::function<void()> copyOfRestartHandler()
+template <typename Handler>
+void keep(Handler Handlers::*which, Handler handler)
 {
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    return kept.restart;
+    KeptHandlers &all = kept();
+    const MutexLock lock(all.mutex);
+    all.handlers.*which = std::move(handler);
 }
 
-SysManager::LookForHolder copyOfLookForHolder()
+Handlers copyOfHandlers()
 {
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    return kept.lookForHolder;
-}
-
-SysManager::LookForPeer copyOfLookForPeer()
-{
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    return kept.lookForPeer;
+    KeptHandlers &all = kept();
+    const MutexLock lock(all.mutex);
+    return all.handlers;
 }
 
 // Who the program at the other end is, and which client that is said of.
@@ -231,8 +230,9 @@ SysManager::~SysManager()
 SysManager &SysManager::instance()
 {
     static SysManager &manager = []() -> SysManager & {
-        static SysManager made(copyOfRestartHandler());
-        if (!made.start(copyOfLookForHolder(), copyOfLookForPeer())) {
+        const Handlers handlers = copyOfHandlers();
+        static SysManager made(handlers.restart);
+        if (!made.start(handlers.lookForHolder, handlers.lookForPeer)) {
             qWarning().nospace() << "port " << control_port::number
                                  << " cannot be listened on, error " << made.controlPort_.error;
         }
@@ -244,23 +244,17 @@ SysManager &SysManager::instance()
 
 void SysManager::setRestartHandler(std::function<void()> restartSteamVR)
 {
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    kept.restart = std::move(restartSteamVR);
+    keep(&Handlers::restart, std::move(restartSteamVR));
 }
 
 void SysManager::setLookForHolder(LookForHolder lookForHolder)
 {
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    kept.lookForHolder = std::move(lookForHolder);
+    keep(&Handlers::lookForHolder, std::move(lookForHolder));
 }
 
 void SysManager::setLookForPeer(LookForPeer lookForPeer)
 {
-    Handlers &kept = handlers();
-    const MutexLock lock(kept.mutex);
-    kept.lookForPeer = std::move(lookForPeer);
+    keep(&Handlers::lookForPeer, std::move(lookForPeer));
 }
 
 bool SysManager::start(const LookForHolder &lookForHolder, const LookForPeer &lookForPeer)
