@@ -2,13 +2,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSet>
-
-#include <unistd.h>
 
 namespace {
 
-// What the descriptors of the process that are sockets stand for, "socket:[4711]".
+// What the descriptors of the process stand for, a socket as "socket:[4711]".
 QSet<QByteArray> socketsOf(qint64 pid)
 {
     QSet<QByteArray> sockets;
@@ -16,10 +15,8 @@ QSet<QByteArray> socketsOf(qint64 pid)
     const QStringList descriptors =
         folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot | QDir::Hidden);
     for (const QString &descriptor : descriptors) {
-        char target[64] = {};
-        const QByteArray path = folder.filePath(descriptor).toLocal8Bit();
-        if (readlink(path.constData(), target, sizeof target - 1) > 0)
-            sockets.insert(target);
+        const QString target = QFile::symLinkTarget(folder.filePath(descriptor));
+        sockets.insert(QFileInfo(target).fileName().toLatin1());
     }
     return sockets;
 }
