@@ -6,8 +6,8 @@ nowhere else, and never left out:
 1. Times, folders, the port of the cloud, the boundary between parts of a form and the
    program's version become words: they are of this run, or of this build.
 2. Each thread has a section of its own, in its own order: how threads take
-   turns is chance. So have the checks, whose facts come from a thread. What was written into OpenVR's paths file, which three threads
-   write, has one too.
+   turns is chance. So have the checks, whose facts come from a thread, and what was
+   written into OpenVR's paths file, which three threads write.
 3. What comes to the GUI thread from elsewhere, whenever it likes (ANSWERS in
    face_turns.py: cloud, network, adb, the launch of Steam), has a section for each
    of them, in its own order. The rest is in order among itself.
@@ -50,6 +50,7 @@ START = re.compile(r'log \w+: Successfully set external_drivers|orb\.showToast\(
 NO_NEWS = re.compile(r'log Info: sendWired|orb\.(vrIsConnectChange|showVrList|handleEvent)\(|'
                      r'log Warning: \[steam\] hasLaunchSteamVR:false; switch: 2')
 LIST_SHOWN = re.compile(r'orb\.showVrList\(\w+,')
+
 LINK = 'thread QThread'
 # What begins a question with its answers.
 LINK_TURNS = re.compile(r'log \w+: (m_hmd_info_back vector size|"DeviceConnectBack")')
