@@ -1,8 +1,8 @@
 #include "tests/e2e/program.h"
+#include "tests/link/peer.h"
 #include "tests/support/test_case.h"
 
-#include <QDeadlineTimer>
-#include <QTcpSocket>
+#include <QElapsedTimer>
 
 #include <thread>
 
@@ -38,39 +38,36 @@ private:
     int end_ = -1;
 };
 
-// The streaming server, which asks whether somebody is there.
-struct Asking
+// The program, which prints for a reader that does not read.
+struct Unread
 {
-    // The program may not listen yet.
-    bool connect()
+    Unread(const QString &dir, const QString &scenario)
+        : reader(dir + "/output"), program(dir, scenario)
     {
-        const QDeadlineTimer deadline(30000);
-        while (!deadline.hasExpired()) {
-            socket.connectToHost("127.0.0.1", 9932);
-            if (socket.waitForConnected(5000))
-                return true;
+        program.redirectOutput(dir + "/output");
+    }
+    bool start() { return reader.isThere() && program.start(); }
+    // As the streaming server; the program may not listen yet.
+    bool connectServer()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!server.connectTo(9932) && timer.elapsed() < 30000)
             std::this_thread::yield();
-        }
-        return false;
+        return server.socket().state() == QAbstractSocket::ConnectedState;
     }
-
-    // Whether each of so many questions, one after the other, is answered.
-    bool ask(int times)
+    // Whether so many questions, one after the other, are answered.
+    bool answers(int times)
     {
-        const QByteArray answer("HHHH, You can see me!\n\0", 23);
-        for (int i = 0; i < times; ++i) {
-            socket.write("Hello\n");
-            QByteArray seen;
-            while (!seen.contains(answer)) {
-                if (!socket.waitForReadyRead(20000))
-                    return false;
-                seen += socket.readAll();
-            }
-        }
-        return true;
+        int answered = 0;
+        while (answered < times && server.isAnswered())
+            ++answered;
+        return answered == times;
     }
 
-    QTcpSocket socket;
+    DeafReader reader;
+    Program program;
+    Peer server;
 };
 
 } // namespace
@@ -83,45 +80,34 @@ class TestOutput : public TestCase
 private slots:
     void aPipeThatNobodyReadsStopsNothing()
     {
-        DeafReader reader(path("output"));
-        QVERIFY(reader.isThere());
-        Program program(dir(), "external-server");
-        program.redirectOutput(path("output"));
-        QVERIFY(program.start());
-        Asking server;
-        QVERIFY(server.connect());
+        Unread here(dir(), "external-server");
+        QVERIFY(here.start());
+        QVERIFY(here.connectServer());
         // Each answer is printed as well: far more than a pipe holds.
-        QVERIFY(server.ask(5000));
-        QCOMPARE(program.close(), 0);
-        QVERIFY(!program.read(program.dataDir() + "/set.json").isEmpty());
+        QVERIFY(here.answers(5000));
+        QCOMPARE(here.program.close(), 0);
+        QVERIFY(!here.program.read(here.program.dataDir() + "/set.json").isEmpty());
     }
 
     void aReaderThatGoesAwayEndsNothing()
     {
-        DeafReader reader(path("output"));
-        QVERIFY(reader.isThere());
-        Program program(dir(), "external-server");
-        program.redirectOutput(path("output"));
-        QVERIFY(program.start());
-        Asking server;
-        QVERIFY(server.connect());
-        QVERIFY(server.ask(1));
-        reader.leave();
-        QVERIFY(server.ask(100));
-        QCOMPARE(program.close(), 0);
+        Unread here(dir(), "external-server");
+        QVERIFY(here.start());
+        QVERIFY(here.connectServer());
+        QVERIFY(here.answers(1));
+        here.reader.leave();
+        QVERIFY(here.answers(100));
+        QCOMPARE(here.program.close(), 0);
     }
 
     // From the first line on, long before there is a socket.
     void aReaderThatWasNeverThereEndsNothing()
     {
-        DeafReader reader(path("output"));
-        QVERIFY(reader.isThere());
-        Program program(dir(), "one-headset");
-        program.environment.insert("SIMPC_UNTIL", "connected");
-        program.redirectOutput(path("output"));
-        QVERIFY(program.start());
-        reader.leave();
-        QCOMPARE(program.wait(), 0);
+        Unread here(dir(), "one-headset");
+        here.program.environment.insert("SIMPC_UNTIL", "connected");
+        QVERIFY(here.start());
+        here.reader.leave();
+        QCOMPARE(here.program.wait(), 0);
     }
 };
 

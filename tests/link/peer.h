@@ -69,6 +69,15 @@ public:
     // everything that was sent before.
     bool greet() { return send("Hello\n") && receiveText() == "HHHH, You can see me!\n"; }
 
+    // The same, also when the server says something else meanwhile, which is dropped.
+    bool isAnswered()
+    {
+        QByteArray text = send("Hello\n") ? receiveText() : QByteArray();
+        while (!text.isNull() && text != "HHHH, You can see me!\n")
+            text = receiveText();
+        return !text.isNull();
+    }
+
     // Whether the server ends the connection.
     bool waitForEnd()
     {
