@@ -1,70 +1,8 @@
 #include "tests/hostile/attacked.h"
 
+#include "tests/link/peer.h"
+
 #include <QElapsedTimer>
-#include <QHostAddress>
-#include <QNetworkProxy>
-#include <QTcpSocket>
-
-#include <sys/socket.h>
-
-namespace {
-
-constexpr int limit = 20000;
-constexpr quint16 port = 9932;
-
-} // namespace
-
-Attacker::Attacker() : socket_(std::make_unique<QTcpSocket>())
-{
-    socket_->setProxy(QNetworkProxy::NoProxy);
-}
-
-Attacker::~Attacker() = default;
-
-bool Attacker::connect()
-{
-    socket_->connectToHost(QHostAddress(QHostAddress::LocalHost), port);
-    if (!socket_->waitForConnected(limit)) {
-        qWarning("no connection: %s", qPrintable(socket_->errorString()));
-        return false;
-    }
-    socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    return true;
-}
-
-void Attacker::send(const QByteArray &bytes)
-{
-    socket_->write(bytes);
-    while (socket_->bytesToWrite() > 0 && socket_->waitForBytesWritten(limit)) {
-        // Who does not read at all is an attacker of another kind.
-        socket_->readAll();
-    }
-}
-
-void Attacker::send(const std::vector<QByteArray> &pieces)
-{
-    for (const QByteArray &piece : pieces)
-        send(piece);
-}
-
-bool Attacker::isClosed()
-{
-    QElapsedTimer timer;
-    timer.start();
-    while (socket_->state() != QAbstractSocket::UnconnectedState && timer.elapsed() < limit) {
-        socket_->readAll();
-        socket_->waitForReadyRead(100);
-    }
-    return socket_->state() == QAbstractSocket::UnconnectedState;
-}
-
-void Attacker::reset()
-{
-    const linger none{1, 0};
-    setsockopt(static_cast<int>(socket_->socketDescriptor()), SOL_SOCKET, SO_LINGER, &none,
-               sizeof none);
-    socket_->abort();
-}
 
 Attacked::Attacked(const QString &dir) : program(dir, "external-server")
 {
@@ -75,19 +13,8 @@ Attacked::Attacked(const QString &dir) : program(dir, "external-server")
 
 bool Attacked::answers()
 {
-    QTcpSocket server;
-    server.setProxy(QNetworkProxy::NoProxy);
-    server.connectToHost(QHostAddress(QHostAddress::LocalHost), port);
-    if (!server.waitForConnected(limit))
-        return false;
-    server.write("Hello\n");
-    QByteArray seen;
-    while (!seen.contains("HHHH, You can see me!\n")) {
-        if (!server.waitForReadyRead(limit))
-            return false;
-        seen += server.readAll();
-    }
-    return true;
+    Peer server;
+    return server.connectTo(9932) && server.isAnswered();
 }
 
 int Attacked::restarts() const
