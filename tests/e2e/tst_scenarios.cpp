@@ -1,25 +1,11 @@
 #include "tests/e2e/program.h"
+#include "tests/link/peer.h"
 #include "tests/support/test_case.h"
-
-#include <QTcpSocket>
 
 // What the program makes of other PCs.
 class TestScenarios : public TestCase
 {
     Q_OBJECT
-
-    // Waits for a line from the program that ends in NUL.
-    static QByteArray readCommand(QTcpSocket &socket)
-    {
-        QByteArray text;
-        while (!text.endsWith('\0')) {
-            if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(20000))
-                return {};
-            text += socket.read(1);
-        }
-        text.chop(1);
-        return text;
-    }
 
 private slots:
     void aConnectionThatEndsSaysWhere_data()
@@ -124,24 +110,14 @@ private slots:
         Program program(dir(), "external-server");
         QVERIFY(program.start());
         QVERIFY(program.waitForOutput("[x] SteamVR runs"));
-        QTcpSocket server;
-        server.connectToHost("127.0.0.1", 9932);
-        QVERIFY(server.waitForConnected(5000));
-        server.write("Hello\n");
-        QByteArray text;
-        while (text != "HHHH, You can see me!\n") {
-            text = readCommand(server);
-            QVERIFY(!text.isEmpty());
-        }
-        while (readCommand(server) != "HMDInfoRequest") {
-        }
-        server.write("HMDINFOBACK\tdeviceId:~D3OUT;10.0.0.5;false;0\n");
-        while ((text = readCommand(server)) != "LinkTo D3OUT 10.0.0.5 ")
-            QVERIFY(!text.isEmpty());
-        while (readCommand(server) != "HMDInfoRequest") {
-        }
-        server.write("HMDINFOBACK\tdeviceId:D3OUT~D3OUT;10.0.0.5;true;0\n");
-        server.flush();
+        Peer server;
+        QVERIFY(server.connectTo(9932));
+        QVERIFY(server.isAnswered());
+        QVERIFY(server.waitForText("HMDInfoRequest"));
+        QVERIFY(server.send("HMDINFOBACK\tdeviceId:~D3OUT;10.0.0.5;false;0\n"));
+        QVERIFY(server.waitForText("LinkTo D3OUT 10.0.0.5 "));
+        QVERIFY(server.waitForText("HMDInfoRequest"));
+        QVERIFY(server.send("HMDINFOBACK\tdeviceId:D3OUT~D3OUT;10.0.0.5;true;0\n"));
         QVERIFY(program.waitForOutput("[x] headset connected"));
         QCOMPARE(program.close(), 0);
         QCOMPARE(program.json(program.dataDir() + "/set.json").value("lastSn").toString(),

@@ -3,6 +3,7 @@
 
 #include "tests/support/free_port.h"
 
+#include <QDeadlineTimer>
 #include <QHostAddress>
 #include <QNetworkProxy>
 #include <QTcpSocket>
@@ -69,19 +70,24 @@ public:
     // everything that was sent before.
     bool greet() { return send("Hello\n") && receiveText() == "HHHH, You can see me!\n"; }
 
-    // The same, also when the server says something else meanwhile, which is dropped.
-    bool isAnswered()
+    // Whether the server says this text, whatever it says before, which is dropped.
+    bool waitForText(const QByteArray &wanted)
     {
-        QByteArray text = send("Hello\n") ? receiveText() : QByteArray();
-        while (!text.isNull() && text != "HHHH, You can see me!\n")
+        const QDeadlineTimer deadline(limit);
+        QByteArray text = receiveText();
+        while (!text.isNull() && text != wanted && !deadline.hasExpired())
             text = receiveText();
-        return !text.isNull();
+        return text == wanted;
     }
+
+    // As greet(), of a server that says other things meanwhile.
+    bool isAnswered() { return send("Hello\n") && waitForText("HHHH, You can see me!\n"); }
 
     // Whether the server ends the connection.
     bool waitForEnd()
     {
-        while (socket_.state() == QAbstractSocket::ConnectedState) {
+        const QDeadlineTimer deadline(limit);
+        while (socket_.state() == QAbstractSocket::ConnectedState && !deadline.hasExpired()) {
             socket_.readAll();
             if (!socket_.waitForReadyRead(limit))
                 break;
