@@ -1,10 +1,7 @@
 #include "tests/e2e/program.h"
 #include "tests/link/peer.h"
+#include "tests/support/eventually.h"
 #include "tests/support/test_case.h"
-
-#include <QElapsedTimer>
-
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -50,11 +47,7 @@ struct Unread
     // As the streaming server; the program may not listen yet.
     bool connectServer()
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!server.connectTo(9932) && timer.elapsed() < 30000)
-            std::this_thread::yield();
-        return server.socket().state() == QAbstractSocket::ConnectedState;
+        return eventually([this] { return server.connectTo(9932); }, 30000);
     }
     // Whether so many questions, one after the other, are answered.
     bool answers(int times)

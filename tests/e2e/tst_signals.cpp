@@ -1,7 +1,7 @@
 #include "tests/e2e/program.h"
+#include "tests/support/eventually.h"
 #include "tests/support/test_case.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 
 #include <csignal>
@@ -10,6 +10,8 @@
 class TestSignals : public TestCase
 {
     Q_OBJECT
+
+    static constexpr int limit = 30000; // ms
 
     // Whether it has come so far that a signal does not end it as it stands.
     static bool heedsSignals(const Program &program)
@@ -21,18 +23,6 @@ class TestSignals : public TestCase
         const int at = text.indexOf("SigCgt:");
         const quint64 caught = text.mid(at + 7, 18).trimmed().toULongLong(nullptr, 16);
         return at >= 0 && (caught & (1ULL << (SIGTERM - 1))) != 0;
-    }
-
-    template <typename Condition>
-    static bool soon(Condition isSo)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!isSo()) {
-            if (timer.elapsed() > 30000)
-                return false;
-        }
-        return true;
     }
 
     static QJsonObject vrPaths(const Program &program)
@@ -63,9 +53,9 @@ private slots:
         const QByteArray known = program.read(program.dataDir() + "/setting.inf");
         QVERIFY(program.start());
         if (logged.isEmpty())
-            QVERIFY(soon([&] { return heedsSignals(program); }));
+            QVERIFY(eventually([&] { return heedsSignals(program); }, limit));
         else
-            QVERIFY(soon([&] { return program.log().contains(logged); }));
+            QVERIFY(eventually([&] { return program.log().contains(logged); }, limit));
         program.signal(SIGTERM);
         QCOMPARE(program.wait(), 0);
         verifyOrder(program);

@@ -4,25 +4,9 @@
 #include "link/sys_manager.h"
 #include "tests/link/peer.h"
 #include "tests/support/captured_streams.h"
-
-#include <QDeadlineTimer>
+#include "tests/support/eventually.h"
 
 #include <memory>
-#include <thread>
-
-// Whether the condition becomes true within ten seconds, for what another
-// thread does and says to nobody.
-template <typename Condition>
-bool eventually(Condition condition)
-{
-    const QDeadlineTimer deadline(Peer::limit);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
 
 struct RunningLink
 {
