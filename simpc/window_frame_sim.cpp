@@ -4,13 +4,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
-// Qt's own, for platforms: hands out what the window system has said, and nothing
-// else that waits for the event loop.
-class Q_GUI_EXPORT QWindowSystemInterface
-{
-public:
-    static bool flushWindowSystemEvents(QEventLoop::ProcessEventsFlags flags);
-};
+#include <qpa/qwindowsysteminterface.h>
 
 namespace window_frame {
 
@@ -104,6 +98,7 @@ void putOnScreen(QWindow &window)
 {
     constexpr int longest = 200; // ms
     note(QStringLiteral("put on screen"));
+    // What the window system has said, and nothing else that waits for the event loop.
     QWindowSystemInterface::flushWindowSystemEvents(QEventLoop::ExcludeUserInputEvents);
     QElapsedTimer waited;
     for (waited.start(); !window.isExposed() && waited.elapsed() < longest;) {
