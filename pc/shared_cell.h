@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -21,11 +22,15 @@ public:
     // value; one of ours starts empty.
     bool create();
 
-    // The value; nothing while the cell is empty or not there. Waits for the
-    // cell's mutex without a limit, as write() does. Any thread.
-    std::optional<quint32> read() const;
-    // False when the cell is not there.
-    bool write(quint32 value);
+    // Asked each quarter of a second while another program holds the cell's mutex:
+    // whether to go on waiting for it. Empty: without a limit.
+    using GoesOn = std::function<bool()>;
+
+    // The value; nothing while the cell is empty or not there, or when `goesOn`
+    // gave up. Any thread.
+    std::optional<quint32> read(const GoesOn &goesOn = {}) const;
+    // False when the cell is not there, or when `goesOn` gave up.
+    bool write(quint32 value, const GoesOn &goesOn = {});
 
     void destroy();
 

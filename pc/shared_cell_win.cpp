@@ -6,6 +6,7 @@ namespace {
 
 constexpr wchar_t mutexName[] = L"KOLM_ALVRData_Mutex";
 constexpr wchar_t mappingName[] = L"KOLM_ALVRMemory";
+constexpr DWORD turn = 250; // ms
 
 // Both sides of the mapping agree on this layout.
 struct Layout
@@ -20,9 +21,12 @@ static_assert(sizeof(Layout) == 8, "the layout is fixed");
 class Lock
 {
 public:
-    explicit Lock(HANDLE mutex) : mutex_(mutex)
+    explicit Lock(HANDLE mutex, const SharedCell::GoesOn &goesOn = {}) : mutex_(mutex)
     {
-        const DWORD outcome = WaitForSingleObject(mutex, INFINITE);
+        DWORD outcome = WAIT_TIMEOUT;
+        do
+            outcome = WaitForSingleObject(mutex, turn);
+        while (outcome == WAIT_TIMEOUT && (!goesOn || goesOn()));
         held_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
     }
     ~Lock()
@@ -84,21 +88,21 @@ bool SharedCell::create()
     return true;
 }
 
-std::optional<quint32> SharedCell::read() const
+std::optional<quint32> SharedCell::read(const GoesOn &goesOn) const
 {
     if (!handles_)
         return std::nullopt;
-    const Lock lock(handles_->mutex.get());
+    const Lock lock(handles_->mutex.get(), goesOn);
     if (!lock.isHeld() || handles_->view->present == 0)
         return std::nullopt;
     return handles_->view->value;
 }
 
-bool SharedCell::write(quint32 value)
+bool SharedCell::write(quint32 value, const GoesOn &goesOn)
 {
     if (!handles_)
         return false;
-    const Lock lock(handles_->mutex.get());
+    const Lock lock(handles_->mutex.get(), goesOn);
     if (!lock.isHeld())
         return false;
     handles_->view->value = value;

@@ -16,7 +16,7 @@ QString modulePath(quint32 pid)
     return SimPc::current().processes.modulePath(pid);
 }
 
-void terminate(quint32 pid)
+void terminate(quint32 pid, const std::function<bool()> & /*goesOn*/)
 {
     SimPc &pc = SimPc::current();
     for (const Entry &process : pc.processes.list()) {

@@ -24,18 +24,18 @@ bool SharedCell::create()
     return true;
 }
 
-std::optional<quint32> SharedCell::read() const
+std::optional<quint32> SharedCell::read(const GoesOn &goesOn) const
 {
     quint32 value = 0;
-    if (!handles_ || !SimPc::current().cell().read(&value))
+    if (!handles_ || !SimPc::current().cell().read(&value, goesOn))
         return std::nullopt;
     return value;
 }
 
-bool SharedCell::write(quint32 value)
+bool SharedCell::write(quint32 value, const GoesOn &goesOn)
 {
     SimPc &pc = SimPc::current();
-    if (!handles_ || !pc.cell().write(value))
+    if (!handles_ || !pc.cell().write(value, goesOn))
         return false;
     // Written down last: who answers to the journal finds the cell as it says.
     pc.journal.add(QStringLiteral("cell write %1").arg(value));

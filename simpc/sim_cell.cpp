@@ -1,13 +1,19 @@
 #include "simpc/sim_cell.h"
 
+#include "base/clock.h"
+
 #include <QFile>
+
 #include <cerrno>
+#include <chrono>
 #include <mutex>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -16,6 +22,23 @@ struct Layout
     quint32 value;
     quint32 present;
 };
+
+constexpr auto pauseBetweenTries = 50ms;
+constexpr int triesInTurn = 5;
+
+// Whoever holds it is another process, to which no manual clock means anything.
+bool lockFile(int fd, const SimCell::GoesOn &goesOn)
+{
+    for (int tries = 1; flock(fd, LOCK_EX | LOCK_NB) != 0; ++tries) {
+        // A signal is no reason to go on without the lock.
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return false;
+        if (tries % triesInTurn == 0 && goesOn && !goesOn())
+            return false;
+        Clock::system().sleep(pauseBetweenTries);
+    }
+    return true;
+}
 
 } // namespace
 
@@ -32,24 +55,25 @@ struct SimCell::Mapping
     class Lock
     {
     public:
-        explicit Lock(const Mapping &mapping) : mapping_(mapping)
+        explicit Lock(const Mapping &mapping, const GoesOn &goesOn = {}) : mapping_(mapping)
         {
             mapping_.mutex.lock();
-            // A signal is no reason to go on without the lock.
-            while (mapping_.fd >= 0 && flock(mapping_.fd, LOCK_EX) != 0 && errno == EINTR)
-                ;
+            held_ = mapping_.fd < 0 || lockFile(mapping_.fd, goesOn);
         }
         ~Lock()
         {
-            if (mapping_.fd >= 0)
+            if (mapping_.fd >= 0 && held_)
                 flock(mapping_.fd, LOCK_UN);
             mapping_.mutex.unlock();
         }
         Lock(const Lock &) = delete;
         Lock &operator=(const Lock &) = delete;
 
+        bool isHeld() const { return held_; }
+
     private:
         const Mapping &mapping_;
+        bool held_ = false;
     };
 };
 
@@ -85,22 +109,24 @@ bool SimCell::isValid() const
     return mapping_->cell != nullptr;
 }
 
-bool SimCell::read(quint32 *value) const
+bool SimCell::read(quint32 *value, const GoesOn &goesOn) const
 {
     if (!isValid())
         return false;
-    const Mapping::Lock lock(*mapping_);
-    if (mapping_->cell->present == 0)
+    const Mapping::Lock lock(*mapping_, goesOn);
+    if (!lock.isHeld() || mapping_->cell->present == 0)
         return false;
     *value = mapping_->cell->value;
     return true;
 }
 
-bool SimCell::write(quint32 value)
+bool SimCell::write(quint32 value, const GoesOn &goesOn)
 {
     if (!isValid())
         return false;
-    const Mapping::Lock lock(*mapping_);
+    const Mapping::Lock lock(*mapping_, goesOn);
+    if (!lock.isHeld())
+        return false;
     mapping_->cell->value = value;
     mapping_->cell->present = 1;
     return true;
@@ -111,5 +137,6 @@ void SimCell::clear()
     if (!isValid())
         return;
     const Mapping::Lock lock(*mapping_);
-    *mapping_->cell = Layout{0, 0};
+    if (lock.isHeld())
+        *mapping_->cell = Layout{0, 0};
 }

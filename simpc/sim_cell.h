@@ -5,6 +5,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 
 // Without a path the cell lives in this process. With one it is a file that
@@ -23,9 +24,13 @@ public:
     // False when the file could not be mapped; then read and write fail too.
     bool isValid() const;
 
-    // False while the cell holds no value.
-    bool read(quint32 *value) const;
-    bool write(quint32 value);
+    // Asked each quarter of a second while another process holds the lock: whether
+    // to go on waiting for it. Empty: without a limit.
+    using GoesOn = std::function<bool()>;
+
+    // False while the cell holds no value, and when `goesOn` gave up.
+    bool read(quint32 *value, const GoesOn &goesOn = {}) const;
+    bool write(quint32 value, const GoesOn &goesOn = {});
     // Back to "holds no value".
     void clear();
 

@@ -191,6 +191,26 @@ private slots:
         QCOMPARE(cell.read(), Value(10));
     }
 
+    void whoeverGivesUpTheWaitIsGivenNothing()
+    {
+        SharedCell cell;
+        QVERIFY(cell.create());
+        QVERIFY(cell.write(9));
+        QProcess holder;
+        holder.start(QStringLiteral(KOLM_TEST_HELPER), {QStringLiteral("hold")});
+        QCOMPARE(lineOf(holder), QByteArray("held"));
+        int asked = 0;
+        const auto twice = [&asked] { return ++asked % 3 != 0; };
+        QVERIFY(!cell.read(twice));
+        QCOMPARE(asked, 3);
+        QVERIFY(!cell.write(10, twice));
+        QCOMPARE(asked, 6);
+        holder.kill();
+        QVERIFY(holder.waitForFinished(limit));
+        QCOMPARE(cell.read(twice), Value(9)); // nobody holds it: nobody is asked
+        QCOMPARE(asked, 6);
+    }
+
 private:
     static QByteArray lineOf(QProcess &process)
     {

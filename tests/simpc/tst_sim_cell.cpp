@@ -115,6 +115,27 @@ private slots:
         ::close(ready[1]);
     }
 
+    void whoeverGivesUpTheWaitForTheLockIsGivenNothing()
+    {
+        SimCell cell(path("cell"));
+        QVERIFY(cell.write(1));
+        QFile file(path("cell"));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QCOMPARE(flock(file.handle(), LOCK_EX), 0);
+        int asked = 0;
+        const auto twice = [&asked] { return ++asked % 3 != 0; };
+        quint32 value = 77;
+        QVERIFY(!cell.read(&value, twice));
+        QCOMPARE(asked, 3);
+        QVERIFY(!cell.write(2, twice));
+        QCOMPARE(asked, 6);
+        QCOMPARE(value, 77u);
+        file.close();
+        QVERIFY(cell.read(&value, twice));
+        QCOMPARE(value, 1u);
+        QCOMPARE(asked, 6);
+    }
+
     void whileAnotherHoldsTheLockNobodyReads()
     {
         SimCell cell(path("cell"));
