@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace processes {
@@ -21,7 +22,7 @@ std::vector<Entry> list();
 QString modulePath(quint32 pid);
 
 // Ends a process at once, without asking it. Waits until the order was carried
-// out, 30 seconds at most.
-void terminate(quint32 pid);
+// out, a minute at most; `goesOn` is asked each quarter of a second whether to.
+void terminate(quint32 pid, const std::function<bool()> &goesOn = {});
 
 } // namespace processes

@@ -17,6 +17,20 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds commandLimit = 30s; // to start and to finish
+constexpr std::chrono::milliseconds turn = 250ms;
+
+// Within the limit, unless whoever waits is asked and gives up.
+template <typename Wait>
+bool waitFor(const Wait &isOver, const std::function<bool()> &goesOn)
+{
+    for (auto waited = 0ms; waited < commandLimit; waited += turn) {
+        if (isOver(static_cast<int>(turn.count())))
+            return true;
+        if (goesOn && !goesOn())
+            return false;
+    }
+    return false;
+}
 
 } // namespace
 
@@ -44,15 +58,14 @@ QString modulePath(quint32 pid)
     return QString::fromWCharArray(path, static_cast<int>(length));
 }
 
-void terminate(quint32 pid)
+void terminate(quint32 pid, const std::function<bool()> &goesOn)
 {
     QProcess taskkill;
     taskkill.start(QStringLiteral("taskkill"),
                    {QStringLiteral("/PID"), QString::number(pid), QStringLiteral("/F")},
                    QIODevice::ReadWrite);
-    const int limit = static_cast<int>(commandLimit.count());
-    if (taskkill.waitForStarted(limit))
-        taskkill.waitForFinished(limit);
+    if (waitFor([&](int limit) { return taskkill.waitForStarted(limit); }, goesOn))
+        waitFor([&](int limit) { return taskkill.waitForFinished(limit); }, goesOn);
 }
 
 } // namespace processes

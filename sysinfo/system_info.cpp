@@ -264,11 +264,11 @@ QString SystemInfo::modulePathOf(quint32 pid)
     return processes::modulePath(pid);
 }
 
-void SystemInfo::killProcesses(const QStringList &names)
+void SystemInfo::killProcesses(const QStringList &names, const std::function<bool()> &goesOn)
 {
     for (const processes::Entry &entry : processes::list()) {
         if (names.contains(entry.name))
-            processes::terminate(entry.pid);
+            processes::terminate(entry.pid, goesOn);
     }
 }
 

@@ -73,8 +73,9 @@ public:
     static bool isAnyProcessRunning(const QStringList &names);
     static QString processPath(const QString &name);
     static QString modulePathOf(quint32 pid);
-    // Ends every process of these names; waits for each, up to a minute.
-    static void killProcesses(const QStringList &names);
+    // Ends every process of these names; waits for each, up to a minute, and as
+    // long as `goesOn`, asked each quarter of a second, says.
+    static void killProcesses(const QStringList &names, const std::function<bool()> &goesOn = {});
 
     // The executable names of the processes that hold one of the TCP ports.
     static QStringList processesUsingPorts(const QList<quint16> &ports);
