@@ -17,6 +17,7 @@
 #include <utility>
 
 using namespace std::chrono_literals;
+using long_wait::LongWait;
 
 namespace {
 
@@ -271,7 +272,7 @@ void SteamManager::startSteamVR()
     }
     registration_.begin();
     qInfo("[steam] startSteamVR");
-    cell_.write(0);
+    emptyCell();
     shell_launch::startDetached(QStringLiteral("explorer"),
                                 {QStringLiteral("steam://rungameid/250820")});
     emit steamVRStarted();
@@ -302,21 +303,57 @@ void SteamManager::stopSteamVR()
         killTimer(timerId_);
         timerId_ = 0;
     }
-    if (anySteamVRProcess()) {
-        shutdownViaVrstartup();
-        if (stopFailure())
-            emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
-        while (anySteamVRProcess()) {
-            dependencies_.clock.sleep(processCheckInterval);
-            registration_.takeBackAgain();
-        }
-        dependencies_.clock.sleep(pauseAfterStop);
-    }
+    if (anySteamVRProcess())
+        closeSteamVR();
     if (!registration_.takeBackAgain())
         VrServerWatcher::tryAgain(this, dependencies_.clock,
                                   [this] { return registration_.takeBackAgain(); });
     qInfo("[steam] stopSteamVR");
     emit steamVRStopped();
+}
+
+void SteamManager::closeSteamVR()
+{
+    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), steamVRProcesses}, tell_);
+    shutdownViaVrstartup();
+    if (stopFailure())
+        emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
+    while (anySteamVRProcess() && waitsOn(wait)) {
+        dependencies_.clock.sleep(processCheckInterval);
+        registration_.takeBackAgain();
+    }
+    dependencies_.clock.sleep(pauseAfterStop);
+}
+
+// Does what the user wants done about SteamVR that does not close; false to go on
+// although it runs.
+bool SteamManager::waitsOn(LongWait &wait)
+{
+    switch (wait.turn()) {
+    case long_wait::Choice::KeepWaiting:
+        return true;
+    case long_wait::Choice::EndPrograms:
+        qWarning("[steam] the user ends SteamVR, which does not close");
+        SystemInfo::killProcesses(steamVRProcesses);
+        return true;
+    case long_wait::Choice::GoOn:
+        qWarning("[steam] the user goes on although SteamVR does not close");
+        return false;
+    }
+    return true;
+}
+
+// Says that SteamVR's server is not up, before it starts.
+void SteamManager::emptyCell()
+{
+    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), {}}, tell_);
+    bool gaveUp = false;
+    cell_.write(0, [&] {
+        gaveUp = wait.turn() == long_wait::Choice::GoOn;
+        return !gaveUp;
+    });
+    if (gaveUp)
+        qWarning("[steam] the user goes on although another program holds the shared memory");
 }
 
 bool SteamManager::shutdownViaVrstartup()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/clock.h"
+#include "base/long_wait.h"
 #include "base/mutex.h"
 #include "pc/processes.h"
 #include "pc/shared_cell.h"
@@ -14,6 +15,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class ConfigManager;
@@ -41,6 +43,11 @@ public:
     ~SteamManager() override;
 
     static SteamManager &instance();
+
+    // Who is told of waits that last, which block the GUI thread: "steamvr" for
+    // SteamVR that does not close, "cell" for the shared cell that another program
+    // holds. Before anything waits.
+    void setTell(long_wait::Tell tell) { tell_ = std::move(tell); }
 
     // Whether Steam was found when this object was made.
     bool steamInstalled() const { return steamInstalled_; }
@@ -94,8 +101,12 @@ private:
     bool isSteamInstalled() const;
     void launchWorker();
     bool shutdownViaVrstartup();
+    void closeSteamVR();
+    bool waitsOn(long_wait::LongWait &wait);
+    void emptyCell();
 
     Dependencies dependencies_;
+    long_wait::Tell tell_;
     bool steamInstalled_ = false;
     int timerId_ = 0;
     Mutex countMutex_;

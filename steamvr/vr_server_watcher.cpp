@@ -26,6 +26,7 @@ public:
 
     ~WatcherThread() override
     {
+        requestInterruption();
         quit();
         wait();
         done_.get_future().wait();
@@ -93,7 +94,9 @@ void VrServerWatcher::begin()
 
 void VrServerWatcher::timerEvent(QTimerEvent *)
 {
-    if (cell_ && cell_->read() != serverIsUp)
+    // Whoever holds the cell must not hold up the end of the program.
+    const auto goesOn = [] { return !QThread::currentThread()->isInterruptionRequested(); };
+    if (cell_ && cell_->read(goesOn) != serverIsUp)
         return;
     clock_.killTimer(timerId_, this);
     if (serverUp_()) {

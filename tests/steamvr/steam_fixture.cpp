@@ -1,7 +1,7 @@
 #include "tests/steamvr/steam_fixture.h"
 
-SteamFixture::SteamFixture(const QString &dir)
-    : home(dir + "/home"), pc(clock), config(dir, [] { return false; })
+SteamFixture::SteamFixture(const QString &dir, std::unique_ptr<SimCell> cell)
+    : home(dir + "/home"), pc(clock, std::move(cell)), config(dir, [] { return false; })
 {
     vr_path_file::writeWithoutDrivers(home);
 }

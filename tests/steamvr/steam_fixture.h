@@ -16,7 +16,8 @@
 
 struct SteamFixture
 {
-    explicit SteamFixture(const QString &dir);
+    explicit SteamFixture(const QString &dir,
+                          std::unique_ptr<SimCell> cell = std::make_unique<SimCell>());
     ~SteamFixture();
 
     // The object under test; made on first use, so that a test can set up the
