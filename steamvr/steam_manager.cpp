@@ -52,6 +52,12 @@ bool anySteamVRProcess()
     return SystemInfo::isAnyProcessRunning(steamVRProcesses);
 }
 
+long_wait::Tell &processWideTell()
+{
+    static long_wait::Tell tell;
+    return tell;
+}
+
 const char *flag(bool value)
 {
     return value ? "true" : "false";
@@ -89,12 +95,18 @@ SteamManager::~SteamManager()
         dependencies_.clock.sleep(lastTryInterval);
 }
 
+void SteamManager::setTell(long_wait::Tell tell)
+{
+    processWideTell() = std::move(tell);
+}
+
 SteamManager &SteamManager::instance()
 {
     static SteamManager manager([] {
         Dependencies dependencies{Clock::system(), ConfigManager::instance()};
         dependencies.applicationDir = QCoreApplication::applicationDirPath();
         dependencies.homeDir = QDir::homePath();
+        dependencies.tell = processWideTell();
         dependencies.pool = [](const std::function<void()> &work) { QtConcurrent::run(work); };
         return dependencies;
     }());
@@ -314,7 +326,8 @@ void SteamManager::stopSteamVR()
 
 void SteamManager::closeSteamVR()
 {
-    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), steamVRProcesses}, tell_);
+    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), steamVRProcesses},
+                  dependencies_.tell);
     shutdownViaVrstartup();
     if (stopFailure())
         emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
@@ -346,7 +359,7 @@ bool SteamManager::waitsOn(LongWait &wait)
 // Says that SteamVR's server is not up, before it starts.
 void SteamManager::emptyCell()
 {
-    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), {}}, tell_);
+    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), {}}, dependencies_.tell);
     bool gaveUp = false;
     cell_.write(0, [&] {
         gaveUp = wait.turn() == long_wait::Choice::GoOn;

@@ -15,7 +15,6 @@
 
 #include <functional>
 #include <optional>
-#include <utility>
 #include <vector>
 
 class ConfigManager;
@@ -37,6 +36,9 @@ public:
         QString applicationDir = {}; // registered as the streaming driver's folder
         QString homeDir = {};        // of the user, for the OpenVR paths file
         Pool pool = {};
+        // Of waits that last, which block the GUI thread: "steamvr" for SteamVR that
+        // does not close, "cell" for the shared cell that another program holds.
+        long_wait::Tell tell = {};
     };
 
     explicit SteamManager(Dependencies dependencies);
@@ -44,10 +46,8 @@ public:
 
     static SteamManager &instance();
 
-    // Who is told of waits that last, which block the GUI thread: "steamvr" for
-    // SteamVR that does not close, "cell" for the shared cell that another program
-    // holds. Before anything waits.
-    void setTell(long_wait::Tell tell) { tell_ = std::move(tell); }
+    // For that one, before it is first asked for.
+    static void setTell(long_wait::Tell tell);
 
     // Whether Steam was found when this object was made.
     bool steamInstalled() const { return steamInstalled_; }
@@ -106,7 +106,6 @@ private:
     void emptyCell();
 
     Dependencies dependencies_;
-    long_wait::Tell tell_;
     bool steamInstalled_ = false;
     int timerId_ = 0;
     Mutex countMutex_;

@@ -13,7 +13,7 @@ SteamManager &SteamFixture::steam()
     if (!steam_) {
         steam_ = std::make_unique<SteamManager>(SteamManager::Dependencies{
             clock, config, QStringLiteral("C:/KOLM"), home,
-            [this](std::function<void()> work) { pool.push_back(std::move(work)); }});
+            [this](std::function<void()> work) { pool.push_back(std::move(work)); }, tell});
     }
     return *steam_;
 }

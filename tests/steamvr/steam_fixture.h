@@ -40,6 +40,7 @@ struct SteamFixture
     ManualClock clock;
     SimPc pc;
     ConfigManager config;
+    long_wait::Tell tell; // before the object is made
     std::deque<std::function<void()>> pool;
 
 private:

@@ -57,7 +57,7 @@ private slots:
         SteamFixture pc(dir());
         Person person;
         runSteamVR(pc, 6500);
-        pc.steam().setTell(person.tell(pc.clock));
+        pc.tell = person.tell(pc.clock);
         const qint64 begin = pc.clock.elapsed();
         pc.steam().stopSteamVR();
         QCOMPARE(person.told.load(), 1);
@@ -76,7 +76,7 @@ private slots:
         SteamFixture pc(dir());
         Person person;
         runSteamVR(pc, 2900);
-        pc.steam().setTell(person.tell(pc.clock));
+        pc.tell = person.tell(pc.clock);
         pc.steam().stopSteamVR();
         QCOMPARE(person.told.load(), 0);
     }
@@ -89,7 +89,7 @@ private slots:
         runSteamVR(pc, -1);
         pc.pc.processes.start("vrcompositor.exe");
         pc.pc.processes.start("steam.exe");
-        pc.steam().setTell(person.tell(pc.clock));
+        pc.tell = person.tell(pc.clock);
         announce("[steam] the user ends SteamVR, which does not close");
         pc.steam().stopSteamVR();
         QCOMPARE(pc.pc.journal.lines().mid(1),
@@ -105,7 +105,7 @@ private slots:
         Person person;
         person.choice = Choice::GoOn;
         runSteamVR(pc, -1);
-        pc.steam().setTell(person.tell(pc.clock));
+        pc.tell = person.tell(pc.clock);
         announce("[steam] the user goes on although SteamVR does not close");
         pc.steam().stopSteamVR();
         QVERIFY(pc.pc.processes.isRunning("vrserver.exe"));
@@ -118,11 +118,11 @@ private slots:
         const QString file = path("cell");
         SteamFixture pc(dir(), std::make_unique<SimCell>(file));
         QVERIFY(pc.pc.cell().write(1));
-        pc.steamRuns();
-        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         Person person;
         person.choice = Choice::GoOn;
-        pc.steam().setTell(person.tell(pc.clock));
+        pc.tell = person.tell(pc.clock);
+        pc.steamRuns();
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
         QFile held(file);
         QVERIFY(held.open(QIODevice::ReadWrite));
         QCOMPARE(flock(held.handle(), LOCK_EX), 0);
