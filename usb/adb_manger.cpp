@@ -11,6 +11,7 @@
 #include <QDir>
 
 #include <chrono>
+#include <utility>
 
 using adb_rules::Answer;
 using adb_rules::Check;
@@ -30,6 +31,12 @@ constexpr milliseconds lastCommandLimit = 3s;
 // has only just begun does not hang, and may be starting adb's server.
 constexpr milliseconds overdueAfter = 3s;
 
+long_wait::Tell &processWideTell()
+{
+    static long_wait::Tell tell;
+    return tell;
+}
+
 QString adbName()
 {
     return QStringLiteral("adb.exe");
@@ -39,7 +46,7 @@ QString adbName()
 
 AdbManger::AdbManger(const Dependencies &dependencies, QObject *parent)
     : QObject(parent), clock_(dependencies.clock), start_(dependencies.start),
-      end_(dependencies.end), process_(new GroupedProcess(this))
+      end_(dependencies.end), tell_(dependencies.tell), process_(new GroupedProcess(this))
 {
     // Said outright: what a QProcess takes by itself loses, on Windows, the letters
     // of folders that the system's code page lacks.
@@ -64,8 +71,13 @@ AdbManger::~AdbManger()
 
 AdbManger &AdbManger::instance()
 {
-    static AdbManger manager({Clock::system()});
+    static AdbManger manager({Clock::system(), {}, {}, processWideTell()});
     return manager;
+}
+
+void AdbManger::setTell(long_wait::Tell tell)
+{
+    processWideTell() = std::move(tell);
 }
 
 void AdbManger::chooseAdb()
@@ -91,8 +103,11 @@ void AdbManger::useAdb(const QString &path, const QString &folder)
 
 void AdbManger::killAdb()
 {
-    if (SystemInfo::isProcessRunning(adbName()))
-        SystemInfo::killProcesses({adbName()});
+    if (!SystemInfo::isProcessRunning(adbName()))
+        return;
+    long_wait::LongWait wait(clock_, {QStringLiteral("adb"), {}}, tell_);
+    SystemInfo::killProcesses({adbName()},
+                              [&wait] { return wait.turn() != long_wait::Choice::GoOn; });
 }
 
 void AdbManger::runAdb(const QString &command)

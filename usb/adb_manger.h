@@ -1,6 +1,7 @@
 // The headset on the USB cable, reached through adb.
 #pragma once
 
+#include "base/long_wait.h"
 #include "usb/adb_rules.h"
 
 #include <QByteArray>
@@ -37,6 +38,8 @@ public:
         std::function<void(const QString &line, const QString &folder)> start = {};
         // With it: ends the command at work, if there is one.
         std::function<void()> end = {};
+        // Of an adb that takes long to be ended, which blocks: "adb".
+        long_wait::Tell tell = {};
     };
 
     // Decides which adb to use and begins to watch for headsets.
@@ -46,6 +49,8 @@ public:
     ~AdbManger() override;
 
     static AdbManger &instance();
+    // For that one, before it is first asked for.
+    static void setTell(long_wait::Tell tell);
 
     // Ends every adb process of this PC.
     void killAdb();
@@ -85,6 +90,7 @@ private:
     Clock &clock_;
     const std::function<void(const QString &, const QString &)> start_;
     const std::function<void()> end_;
+    const long_wait::Tell tell_;
     GroupedProcess *process_;
     qint64 startedAt_ = 0; // the command at work, by the clock
     adb_rules::AdbState now_;
