@@ -18,6 +18,7 @@
 #include "res/resources.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
+#include "ui/wait_notice.h"
 #include "usb/adb_manger.h"
 
 #include <QDebug>
@@ -86,6 +87,9 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     qInfo().noquote().nospace() << "json language: "
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
+    const long_wait::Tell tell = wait_notice::byProcess(QCoreApplication::applicationFilePath());
+    SteamManager::setTell(tell);
+    AdbManger::setTell(tell);
     SysManager::setLookForHolder(control_port::lookForHolder);
     SysManager::setLookForPeer(control_port::lookForPeer);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });

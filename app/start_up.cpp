@@ -6,6 +6,7 @@
 #include "app/qml_loading.h"
 #include "app/surroundings.h"
 #include "app/translation.h"
+#include "app/wait_notice_program.h"
 #include "base/clock.h"
 #include "base/console.h"
 #include "cloud/cloud_host.h"
@@ -14,6 +15,7 @@
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
 #include "ui/renderer.h"
+#include "ui/wait_notice.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -27,6 +29,15 @@
 #include <iostream>
 
 namespace {
+
+// What the program is started for when another copy of it waits; nothing otherwise.
+std::optional<wait_notice::Request> waitNotice(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return wait_notice::request(arguments);
+}
 
 // What Qt reads before the first window, or the application object, is made.
 void chooseHowToDraw()
@@ -84,6 +95,8 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     // Narrow and wide console output are used side by side.
     std::ios::sync_with_stdio(false);
     console::neverWait();
+    if (const auto notice = waitNotice(argc, argv))
+        return runWaitNotice(argc, argv, *notice);
     chooseHowToDraw();
     if (const std::optional<int> code = surroundings.begin())
         return *code;

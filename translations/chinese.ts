@@ -1093,6 +1093,61 @@
     </message>
 </context>
 <context>
+    <name>WaitNotice</name>
+    <message>
+        <source>正在等待SteamVR关闭</source>
+        <translation>SteamVR is being closed</translation>
+    </message>
+    <message>
+        <source>另一个程序占用了串流服务器的共享内存</source>
+        <translation>Another program holds the streaming server&apos;s shared memory</translation>
+    </message>
+    <message>
+        <source>正在等待adb结束</source>
+        <translation>adb is being ended</translation>
+    </message>
+    <message>
+        <source>正在等待另一个程序</source>
+        <translation>Another program is being waited for</translation>
+    </message>
+    <message>
+        <source>比平时更久。结束SteamVR会丢失游戏中未保存的进度。</source>
+        <translation>This is longer than usual. Ending SteamVR loses whatever the game has not saved.</translation>
+    </message>
+    <message>
+        <source>通常不超过半分钟。</source>
+        <translation>It usually takes less than half a minute.</translation>
+    </message>
+    <message>
+        <source>请关闭其他串流程序。</source>
+        <translation>Close other streaming programs.</translation>
+    </message>
+    <message>
+        <source>可以不再等待，稍后重启电脑。</source>
+        <translation>You can go on without waiting, and restart the PC later.</translation>
+    </message>
+    <message>
+        <source>请稍候</source>
+        <translation>Please wait</translation>
+    </message>
+    <message>
+        <source>结束SteamVR</source>
+        <translation>End SteamVR</translation>
+    </message>
+    <message>
+        <source>不再等待</source>
+        <translation>Go on without waiting</translation>
+    </message>
+    <message>
+        <source>继续等待</source>
+        <translation>Keep waiting</translation>
+    </message>
+    <message>
+        <source>已等待%1秒。%2</source>
+        <translation>Waiting for %1 s. %2</translation>
+    </message>
+</context>
+<context>
     <name>WaitPage</name>
     <message>
         <source>请稍候</source>

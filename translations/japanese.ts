@@ -1093,6 +1093,61 @@
     </message>
 </context>
 <context>
+    <name>WaitNotice</name>
+    <message>
+        <source>正在等待SteamVR关闭</source>
+        <translation>SteamVRの終了を待っています</translation>
+    </message>
+    <message>
+        <source>另一个程序占用了串流服务器的共享内存</source>
+        <translation>別のプログラムがストリーミングサーバーの共有メモリを使用しています</translation>
+    </message>
+    <message>
+        <source>正在等待adb结束</source>
+        <translation>adbの終了を待っています</translation>
+    </message>
+    <message>
+        <source>正在等待另一个程序</source>
+        <translation>別のプログラムを待っています</translation>
+    </message>
+    <message>
+        <source>比平时更久。结束SteamVR会丢失游戏中未保存的进度。</source>
+        <translation>通常より時間がかかっています。SteamVRを強制終了すると、保存していないゲームの進行状況は失われます。</translation>
+    </message>
+    <message>
+        <source>通常不超过半分钟。</source>
+        <translation>通常は30秒以内に終わります。</translation>
+    </message>
+    <message>
+        <source>请关闭其他串流程序。</source>
+        <translation>ほかのストリーミングプログラムを終了してください。</translation>
+    </message>
+    <message>
+        <source>可以不再等待，稍后重启电脑。</source>
+        <translation>待たずに続けることもできます。あとでPCを再起動してください。</translation>
+    </message>
+    <message>
+        <source>请稍候</source>
+        <translation>お待ちください</translation>
+    </message>
+    <message>
+        <source>结束SteamVR</source>
+        <translation>SteamVRを終了</translation>
+    </message>
+    <message>
+        <source>不再等待</source>
+        <translation>待たずに続ける</translation>
+    </message>
+    <message>
+        <source>继续等待</source>
+        <translation>待ち続ける</translation>
+    </message>
+    <message>
+        <source>已等待%1秒。%2</source>
+        <translation>%1秒経過しました。%2</translation>
+    </message>
+</context>
+<context>
     <name>WaitPage</name>
     <message>
         <source>请稍候</source>

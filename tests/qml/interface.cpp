@@ -100,8 +100,10 @@ void Interface::standInPages()
     engine_.setUrlInterceptor(&standIns_);
 }
 
-FramelessQuickWindow *Interface::loadAlone(const QString &url)
+FramelessQuickWindow *Interface::loadAlone(const QString &url, const QVariantMap &properties)
 {
+    QObject::connect(&engine_, &QQmlEngine::exit, [this](int code) { exitCodes_ << code; });
+    engine_.setInitialProperties(properties);
     engine_.load(QUrl(url));
     window_ = qobject_cast<FramelessQuickWindow *>(engine_.rootObjects().value(0));
     return window_;

@@ -62,7 +62,9 @@ public:
     // `realDialogs`.
     void standInPages();
     // Loads another window; it gets no controller.
-    FramelessQuickWindow *loadAlone(const QString &url);
+    FramelessQuickWindow *loadAlone(const QString &url, const QVariantMap &properties = {});
+    // The exit codes that the pages have asked for so far.
+    QList<int> exitCodes() const { return exitCodes_; }
 
     FramelessQuickWindow *window() const { return window_; }
     // How large the window was when the system came to know it, which is what it
@@ -110,6 +112,7 @@ private:
     StageModel stageModel_{stages};
     StandInDialogs standIns_;
     QQmlApplicationEngine engine_;
+    QList<int> exitCodes_;
     FramelessQuickWindow *window_ = nullptr;
     FirstSize firstSize_;
 };

@@ -113,5 +113,12 @@ int main(int argc, char *argv[])
         pages.settle();
         pages.window()->grabWindow().save(folder.filePath("7_second_copy.png"));
     }
+    for (const QString key : {"steamvr", "cell", "adb"}) {
+        Interface pages;
+        pages.loadAlone(QStringLiteral("qrc:/qml/windows/WaitNotice.qml"),
+                        {{"key", key}, {"canEnd", key == "steamvr"}, {"lasted", 31}});
+        pages.settle();
+        pages.window()->grabWindow().save(folder.filePath("8_wait_" + key + ".png"));
+    }
     return 0;
 }

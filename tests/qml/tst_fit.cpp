@@ -186,6 +186,30 @@ private slots:
         QCOMPARE(complaints(pages.dialog()->contentItem()), QStringList());
     }
 
+    void theNoticeOfAWaitHasRoom_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("lasted");
+        for (const char *language : {"", "chinese", "japanese"}) {
+            for (const char *key : {"steamvr", "cell", "adb"})
+                QTest::addRow("%s %s", language, key) << language << key << 4;
+            QTest::addRow("%s late", language) << language << "steamvr" << 3600;
+        }
+    }
+    void theNoticeOfAWaitHasRoom()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, key);
+        QFETCH(int, lasted);
+        const auto installed = translator(language);
+        Interface pages;
+        pages.loadAlone(QStringLiteral("qrc:/qml/windows/WaitNotice.qml"),
+                        {{"key", key}, {"canEnd", key == "steamvr"}, {"lasted", lasted}});
+        pages.settle();
+        QCOMPARE(complaints(pages.window()->contentItem()), QStringList());
+    }
+
     void tipOfASecondCopyHasRoom_data()
     {
         QTest::addColumn<QString>("language");
