@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QPointer>
 
 #include <memory>
 #include <utility>
@@ -144,16 +145,22 @@ void HttpManager::sendInBackground(const QUrl &url, const QByteArray &batch)
 void HttpManager::sendAndWait(const QUrl &url, const QByteArray &batch)
 {
     QEventLoop loop;
-    QNetworkReply *reply = nullptr; // none until it is known how the cloud is reached
+    // Whatever ends the program meanwhile may take both away.
+    const QPointer<HttpManager> self = this;
+    QPointer<QNetworkReply> reply; // none until it is known how the cloud is reached
     std::shared_ptr<const QByteArray> body;
     dependencies_.clock.singleShot(flushLimit, &loop, [&] { loop.quit(); });
     proxies_.find(url, &loop, [&] {
         reply = post(url, batch);
         body = cloud::collectBody(reply, longestAnswer);
         connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
+        connect(reply, SIGNAL(destroyed()), &loop, SLOT(quit()));
     });
+    connect(this, SIGNAL(destroyed()), &loop, SLOT(quit()));
     loop.exec();
     // The loop ends early when time is up, or the whole program is told to end.
+    if (!self)
+        return;
     if (!reply) {
         handleBatchAnswer({}, batch);
         return;

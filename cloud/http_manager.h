@@ -47,7 +47,8 @@ public:
 
     // Sends everything kept so far as one batch; nothing if there is nothing.
     // Asynchronously it returns at once. Otherwise it runs an event loop until
-    // the cloud has answered, five seconds at most, whatever they go by with.
+    // the cloud has answered, five seconds at most, whatever they go by with; no
+    // longer when the requests are given up or this object goes meanwhile.
     void sendEvents(bool asynchronous);
 
     // Sends the file, as it is now, in the background; `fileName` is how the

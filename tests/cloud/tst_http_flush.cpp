@@ -9,6 +9,14 @@ class TestHttpFlush : public EventsFixture
     Q_OBJECT
 
 private slots:
+    void cleanup()
+    {
+        // No event loop runs after a quit() until one of the application's has ended.
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        QCoreApplication::exec();
+        EventsFixture::cleanup();
+    }
+
     void aFlushOfNothingReturnsAtOnce()
     {
         useNamed("normal");
@@ -88,6 +96,42 @@ private slots:
         when([this] { return cloud_->receivedCount() == 1; }, [] { QCoreApplication::quit(); });
         manager_->sendEvents(false);
         QVERIFY(!isWaiting());
+    }
+
+    // The order of things at a log-off just after the window was closed.
+    void aFlushEndsWhenItsRequestIsGivenUp()
+    {
+        useNamed("silent");
+        manager_->addEvent("id", {});
+        announce("error evnetid: [" + eventNow() + "] json parse fail");
+        when([this] { return cloud_->receivedCount() == 1; },
+             [this] {
+                 manager_->abortRequests();
+                 QCoreApplication::quit();
+             });
+        manager_->sendEvents(false);
+        QVERIFY(!isBusy());
+    }
+
+    void aFlushThatIsGivenUpWaitsForNothingMore()
+    {
+        useNamed("silent");
+        manager_->addEvent("id", {});
+        announce("error evnetid: [" + eventNow() + "] json parse fail");
+        when([this] { return cloud_->receivedCount() == 1; },
+             [this] { manager_->abortRequests(); });
+        manager_->sendEvents(false);
+        QVERIFY(!isBusy());
+    }
+
+    void aFlushEndsWithTheOneWhoAskedForIt()
+    {
+        useNamed("silent");
+        manager_->addEvent("id", {});
+        when([this] { return cloud_->receivedCount() == 1; }, [this] { manager_.reset(); });
+        manager_->sendEvents(false);
+        QVERIFY(!manager_);
+        QVERIFY(logged().isEmpty());
     }
 
 private:
