@@ -117,6 +117,11 @@ void Composition::windowIsThere() const
     update_->goOnline();
 }
 
+void Composition::endSession() const
+{
+    orb_->endSession();
+}
+
 const ConnectionStages &Composition::stages() const
 {
     return orb_->stages();

@@ -4,6 +4,7 @@
 #include "app/composition.h"
 #include "app/log_file.h"
 #include "app/qml_loading.h"
+#include "app/session_guard.h"
 #include "app/surroundings.h"
 #include "app/translation.h"
 #include "app/wait_notice_program.h"
@@ -11,6 +12,7 @@
 #include "base/console.h"
 #include "cloud/cloud_host.h"
 #include "pc/own_variables.h"
+#include "pc/session_end.h"
 #include "pc/single_instance.h"
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
@@ -118,6 +120,8 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         if (const std::optional<QString> cloudHost = surroundings.cloudHost())
             cloud::useHost(*cloudHost);
         Composition composition(locale, &app);
+        const SessionGuard guard([&composition] { composition.endSession(); },
+                                 session_end::endProcess);
         composition.publish(engine);
         surroundings.onPublished(engine);
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
@@ -125,6 +129,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         composition.windowIsThere();
         return surroundings.exitCode(runUntilClosed(app, wasClosed));
     }
+    const SessionGuard guard([] {}, session_end::endProcess);
     loadFirstWindow(engine, "qrc:/qml/windows/SingleAppTip.qml");
     surroundings.attach(engine, nullptr);
     return surroundings.exitCode(runUntilClosed(app, wasClosed));

@@ -98,6 +98,17 @@ ORBManager::~ORBManager()
 {
     deps_->steam().stopSteamVR();
     deps_->clock().sleep(pauseAfterStop);
+    storeSettings();
+}
+
+void ORBManager::endSession()
+{
+    deps_->steam().leaveToSystem();
+    storeSettings();
+}
+
+void ORBManager::storeSettings()
+{
     deps_->config().saveDeviceSettings(flow_->knownSerial());
     deps_->config().writeSessionSerial();
     const auto store = recentHeld_ ? recent_headsets::add : recent_headsets::save;

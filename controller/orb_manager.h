@@ -111,6 +111,10 @@ public:
 
     void setWiredOrWireless(bool wired);
 
+    // The user's session ends: takes back what we changed and writes the settings, and
+    // leaves SteamVR to the system. The process ends soon after.
+    void endSession();
+
     // Where the connection stands, and how far it has come, for whoever wants
     // to show it.
     ConnectionStatus &status() const { return *status_; }
@@ -177,6 +181,7 @@ private:
     void startRun(const SettingsChoice &choice, LinkKind link);
     void checkSystem();
     void startChecks();
+    void storeSettings();
     void carryOut(const checks::Action &action);
     void onUsbAttached(const QString &serial);
     void onUsbDetached();

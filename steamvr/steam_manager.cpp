@@ -91,6 +91,11 @@ SteamManager::~SteamManager()
 {
     // The watchers read the cell: they end before it does.
     qDeleteAll(findChildren<QThread *>());
+    finishTakingBack();
+}
+
+void SteamManager::finishTakingBack()
+{
     for (int i = 0; i < lastTries && !registration_.takeBackAgain(); ++i)
         dependencies_.clock.sleep(lastTryInterval);
 }
@@ -282,6 +287,8 @@ void SteamManager::startSteamVR()
         QMetaObject::invokeMethod(this, "startSteamVR", Qt::QueuedConnection);
         return;
     }
+    if (left_)
+        return;
     registration_.begin();
     qInfo("[steam] startSteamVR");
     emptyCell();
@@ -305,6 +312,8 @@ void SteamManager::stopSteamVR()
         QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
         return;
     }
+    if (left_)
+        return;
     {
         const MutexLock lock(failureMutex_);
         stopFailure_.reset();
@@ -367,6 +376,13 @@ void SteamManager::emptyCell()
     });
     if (gaveUp)
         qWarning("[steam] the user goes on although another program holds the shared memory");
+}
+
+void SteamManager::leaveToSystem()
+{
+    left_ = true;
+    registration_.takeBack();
+    finishTakingBack();
 }
 
 bool SteamManager::shutdownViaVrstartup()

@@ -78,6 +78,10 @@ public:
     std::optional<LaunchFailure> stopFailure() const;
     // Any thread; sleeps 1.5 s on it.
     void restartSteamVR();
+    // The user's session ends: the registration goes, SteamVR is the system's affair,
+    // and from now on it is neither started nor stopped from here. Takes three seconds
+    // at most, when somebody holds OpenVR's list. On the object's thread.
+    void leaveToSystem();
 
     // Where SteamVR's start-up program lies, below SteamVR's folder.
     void setVrstartupPath(const QString &steamVRPath);
@@ -100,6 +104,7 @@ signals:
 private:
     bool isSteamInstalled() const;
     void launchWorker();
+    void finishTakingBack();
     bool shutdownViaVrstartup();
     void closeSteamVR();
     bool waitsOn(long_wait::LongWait &wait);
@@ -108,6 +113,7 @@ private:
     Dependencies dependencies_;
     bool steamInstalled_ = false;
     int timerId_ = 0;
+    bool left_ = false; // to the system, which ends the session
     Mutex countMutex_;
     bool steamRunning_ GUARDED_BY(countMutex_) = false;
     int steamSeenCount_ GUARDED_BY(countMutex_) = 4;

@@ -160,6 +160,48 @@ private slots:
         QCOMPARE(readFile("setting.inf"), QByteArray("D2NEW;D1Z;D2Y"));
     }
 
+    void theEndOfTheSessionStoresEverythingAndLeavesSteamVRAlone()
+    {
+        store(LinkKind::Wireless);
+        writeFile("setting.inf", "D1Z");
+        writeFile("session.json", R"({"sessionSettings":{"headset":{"a":1}}})");
+        ControllerFixture f(dir(), steamRunning());
+        f.server.headsets = {{"D2NEW", "10.0.0.7", false}};
+        f.orb();
+        f.pass(20000);
+        QVERIFY(f.pc.processes.isRunning("vrserver.exe"));
+        f.steam.startSteamVR(); // and it has not come up yet
+        QVERIFY(!f.vrPath().value("external_drivers").isNull());
+        f.pc.journal.clear();
+        const qint64 slept = f.clock.slept();
+
+        f.orb().endSession();
+        QCOMPARE(f.clock.slept(), slept);
+        QVERIFY(f.pc.processes.isRunning("vrserver.exe"));
+        QVERIFY(f.pc.journal.lines().isEmpty());
+        QVERIFY(f.vrPath().value("external_drivers").isNull());
+        QCOMPARE(readJson("set.json").value("lastSn").toString(), QString("D2NEW"));
+        QCOMPARE(readFile("setting.inf"), QByteArray("D2NEW;D1Z"));
+        QVERIFY(readFile("session.json").contains("D2NEW"));
+    }
+
+    void afterTheEndOfTheSessionSteamVRIsNeitherStartedNorStopped()
+    {
+        store(LinkKind::Wireless);
+        ControllerFixture f(dir(), steamRunning());
+        f.orb();
+        f.pass(20000);
+        f.steam.restartSteamVR(); // starts it in ten seconds
+        f.pc.journal.clear();
+        f.orb().endSession();
+        for (const char *misses : {"1", "2", "3"})
+            announce(QString("[steam] hasLaunchSteamVR:false; switch: ") + misses);
+        f.pass(12000);
+        f.close();
+        QVERIFY(f.vrPath().value("external_drivers").isNull());
+        QCOMPARE(f.pc.journal.lines().filter("launch"), QStringList());
+    }
+
     void theRecentListIsReadWithoutItsEmptyEntries_data()
     {
         QTest::addColumn<QByteArray>("content");
