@@ -117,6 +117,12 @@ void Composition::windowIsThere() const
     update_->goOnline();
 }
 
+void Composition::tellOfCrash() const
+{
+    constexpr int duration = 6000; // ms
+    emit orb_->showToast(QObject::tr("上次运行意外中断，遗留的状态已恢复"), duration);
+}
+
 void Composition::endSession() const
 {
     orb_->endSession();

@@ -22,6 +22,9 @@ public:
     // The window is there: what takes time from whoever draws may begin.
     void windowIsThere() const;
 
+    // Tells the user that the last run broke.
+    void tellOfCrash() const;
+
     // The user's session ends, and with it this process: stores what has to be kept.
     void endSession() const;
 

@@ -1,6 +1,8 @@
 #include "app/log_file.h"
 
+#include "base/last_lines.h"
 #include "pc/append_file.h"
+#include "pc/crash_trap.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -77,6 +79,9 @@ void writeToLogFile(QtMsgType type, const QMessageLogContext &context, const QSt
     // Never destroyed: the destructors of other statics log as well.
     static LogFile &file = *new LogFile(ProductFolder(), Clock::system());
     file.write(type, context, message);
+    // Qt ends the process after this, on some systems without another word.
+    if (type == QtFatalMsg)
+        crash_trap::report("fatal message of Qt");
 }
 
 } // namespace
@@ -131,8 +136,9 @@ void LogFile::write(QtMsgType type, const QMessageLogContext &context, const QSt
         dateOfPath_ = date_;
     }
     QString line = logLine(type, context, time, message);
-    line += lineEnd;
-    appendToFile(path_, line.toLocal8Bit());
+    const QByteArray bytes = line.toLocal8Bit();
+    last_lines::add(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    appendToFile(path_, bytes + lineEnd.data());
 }
 
 // The local time of the line being written; its day is in date_.

@@ -2,6 +2,7 @@
 
 #include "app/application_font.h"
 #include "app/composition.h"
+#include "app/crash_record.h"
 #include "app/log_file.h"
 #include "app/qml_loading.h"
 #include "app/session_guard.h"
@@ -14,6 +15,7 @@
 #include "pc/own_variables.h"
 #include "pc/session_end.h"
 #include "pc/single_instance.h"
+#include "sysinfo/system_info.h"
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
 #include "ui/renderer.h"
@@ -108,6 +110,7 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     initProgramResources();
     const QLocale locale;
     setUp(app, locale);
+    crash_record::arm(dataFolder(), SystemInfo::assistantVersion());
     surroundings.onApplication();
 
     bool wasClosed = false;
@@ -119,6 +122,10 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     if (instance.isFirst()) {
         if (const std::optional<QString> cloudHost = surroundings.cloudHost())
             cloud::useHost(*cloudHost);
+        // What the broken run left is put right by the start itself: it takes back our
+        // registration, ends a SteamVR that still runs, and reads the settings as they
+        // were stored last.
+        const bool isRepair = crash_record::take(dataFolder()).has_value();
         Composition composition(locale, &app);
         const SessionGuard guard([&composition] { composition.endSession(); },
                                  session_end::endProcess);
@@ -127,6 +134,8 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
         surroundings.attach(engine, &composition.stages());
         composition.windowIsThere();
+        if (isRepair)
+            composition.tellOfCrash();
         return surroundings.exitCode(runUntilClosed(app, wasClosed));
     }
     const SessionGuard guard([] {}, session_end::endProcess);

@@ -639,6 +639,10 @@
         <source>SteamVR未能自动关闭，请手动关闭</source>
         <translation>SteamVR did not close by itself. Close it yourself</translation>
     </message>
+    <message>
+        <source>上次运行意外中断，遗留的状态已恢复</source>
+        <translation>The last run broke off; what it left behind has been put right</translation>
+    </message>
 </context>
 <context>
     <name>SelectModePage</name>

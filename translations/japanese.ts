@@ -639,6 +639,10 @@
         <source>SteamVR未能自动关闭，请手动关闭</source>
         <translation>SteamVRが自動で終了しませんでした。手動で終了してください</translation>
     </message>
+    <message>
+        <source>上次运行意外中断，遗留的状态已恢复</source>
+        <translation>前回は予期せず終了しました。残った状態は元に戻しました</translation>
+    </message>
 </context>
 <context>
     <name>SelectModePage</name>

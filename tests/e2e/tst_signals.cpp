@@ -6,7 +6,13 @@
 
 #include <csignal>
 
-// Whoever is impatient with the program in a terminal.
+namespace {
+
+constexpr char noticeOfCrash[] = "orb.showToast(\"上次运行意外中断";
+
+} // namespace
+
+// Whoever is impatient with the program in a terminal, and what breaks it.
 class TestSignals : public TestCase
 {
     Q_OBJECT
@@ -85,6 +91,39 @@ private slots:
         }
         QCOMPARE(program.wait(), 0);
         verifyOrder(program);
+    }
+    void aCrashIsToldByTheNextStartWhichPutsThingsRight()
+    {
+        Program program(dir(), "server-never-comes");
+        QVERIFY(program.start());
+        QVERIFY(program.waitForOutput("launch explorer"));
+        QVERIFY(!vrPaths(program).value("external_drivers").isNull());
+        program.signal(SIGSEGV);
+        while (program.isRunning())
+            program.waitForOutput("never", 1, 1);
+        // Nothing is done in a process that is broken.
+        QVERIFY(!vrPaths(program).value("external_drivers").isNull());
+        const QByteArray record = program.read(program.dataDir() + "/crash.txt");
+        QVERIFY2(record.startsWith("signal 11 at "), record.constData());
+        QVERIFY(record.contains("[steam] startSteamVR\n"));
+
+        program.environment.insert("SIMPC_FACE", path("face"));
+        QVERIFY(program.start());
+        QVERIFY(eventually(
+            [&] { return program.log().contains("The last run broke: signal 11 at "); }, limit));
+        QCOMPARE(program.read(program.dataDir() + "/crash-last.txt"), record);
+        QVERIFY(!QFile::exists(program.dataDir() + "/crash.txt"));
+        QVERIFY(eventually([&] { return readFile("face").contains(noticeOfCrash); }, limit));
+        QFile::remove(path("face"));
+        QCOMPARE(program.close(), 0);
+        verifyOrder(program);
+
+        QVERIFY(program.start());
+        QVERIFY(eventually([&] { return program.log().count("json language: ") == 3; }, limit));
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(program.log().count("The last run broke"), 1);
+        QVERIFY(!readFile("face").isEmpty());
+        QVERIFY(!readFile("face").contains(noticeOfCrash));
     }
 };
 
