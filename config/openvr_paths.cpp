@@ -100,6 +100,11 @@ Registration registerDriver(const QString &homeDir, const QString &driverPath)
     std::optional<JsonDocument> json = read(file);
     if (!json)
         return registration;
+    if (!json->document.isObject()) {
+        // Nobody knows whose it is and what it means.
+        qWarning().noquote().nospace() << "vrpath is no object, left as it is:" << file;
+        return registration;
+    }
     registration.runtimePath = registerDriver(*json, driverPath);
     registration.done = write(file, *json);
     if (registration.done)

@@ -242,9 +242,13 @@ private:
 
         writeFile(kPaths, content);
         QString runtime = "before";
-        QCOMPARE(config.setExternalDrivers("C:/d", dir(), &runtime), isJson);
-        QVERIFY(isJson ? parses(readFile(kPaths)) : readFile(kPaths) == content);
-        QCOMPARE(config.hasExternalDrivers(dir()), isJson);
+        const bool isList = isJson && parseJson(content).document.isArray();
+        if (isList)
+            announce("vrpath is no object, left as it is:" + path(kPaths));
+        const bool isTaken = isJson && !isList;
+        QCOMPARE(config.setExternalDrivers("C:/d", dir(), &runtime), isTaken);
+        QVERIFY(isTaken ? parses(readFile(kPaths)) : readFile(kPaths) == content);
+        QCOMPARE(config.hasExternalDrivers(dir()), isTaken);
         QVERIFY(!runtime.contains("@number"));
     }
 };

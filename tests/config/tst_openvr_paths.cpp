@@ -62,6 +62,15 @@ private slots:
         QCOMPARE(logged(), QStringList());
     }
 
+    void aListThatIsNoObjectStaysAsItIs()
+    {
+        const QByteArray text = R"(["theirs",{"runtime":["C:/r"]}])";
+        writePaths(text);
+        announce("vrpath is no object, left as it is:" + openvr_paths::path(dir()));
+        QVERIFY(!openvr_paths::registerDriver(dir(), kDriver).done);
+        QCOMPARE(readFile(kFile), text);
+    }
+
     void noDriversWithoutAReadableFile()
     {
         QVERIFY(!config_.hasExternalDrivers(dir()));
