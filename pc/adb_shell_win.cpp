@@ -1,10 +1,12 @@
 #include "pc/adb_shell.h"
 
+#include "pc/system_programs.h"
+
 namespace adb_shell {
 
 Call call(const QString &line)
 {
-    return {QStringLiteral("cmd"), {QStringLiteral("/c"), line}};
+    return {system_programs::pathOf(QStringLiteral("cmd")), {QStringLiteral("/c"), line}};
 }
 
 // Ordinary paths stay as they are. A folder may well be called "q&a", though:

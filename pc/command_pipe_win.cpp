@@ -1,6 +1,8 @@
 #include "pc/command_pipe.h"
 
 #include "pc/handles_win.h"
+#include "pc/system_programs.h"
+#include "pc/wide_text_win.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -23,6 +25,13 @@ std::vector<wchar_t> widened(const QByteArray &text)
     return wide;
 }
 
+// Where the line's program is, if it is one of Windows' own; null: the system looks
+// for it.
+const wchar_t *programOf(const QString &path, const QString &name)
+{
+    return path == name ? nullptr : wide(path);
+}
+
 } // namespace
 
 CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Private>())
@@ -37,6 +46,8 @@ CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Pri
         return;
     }
 
+    const QString name = QString::fromLocal8Bit(commandLine).section(' ', 0, 0);
+    const QString path = system_programs::pathOf(name);
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
@@ -44,8 +55,8 @@ CommandPipe::CommandPipe(const QByteArray &commandLine) : d(std::make_unique<Pri
     startup.hStdOutput = writeEnd.get();
     startup.hStdError = writeEnd.get();
     PROCESS_INFORMATION started = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                        &startup, &started)) {
+    if (!CreateProcessW(programOf(path, name), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        nullptr, &startup, &started)) {
         failure_ = NoProcess;
         return;
     }

@@ -1,6 +1,7 @@
 #include "pc/processes.h"
 
 #include "pc/handles_win.h"
+#include "pc/system_programs.h"
 
 #include <QProcess>
 #include <QStringList>
@@ -61,7 +62,7 @@ QString modulePath(quint32 pid)
 void terminate(quint32 pid, const std::function<bool()> &goesOn)
 {
     QProcess taskkill;
-    taskkill.start(QStringLiteral("taskkill"),
+    taskkill.start(system_programs::pathOf(QStringLiteral("taskkill")),
                    {QStringLiteral("/PID"), QString::number(pid), QStringLiteral("/F")},
                    QIODevice::ReadWrite);
     if (waitFor([&](int limit) { return taskkill.waitForStarted(limit); }, goesOn))

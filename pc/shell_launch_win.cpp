@@ -1,6 +1,7 @@
 #include "pc/shell_launch.h"
 
 #include "pc/handles_win.h"
+#include "pc/system_programs.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -81,7 +82,7 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters,
 
 bool startDetached(const QString &program, const QStringList &arguments)
 {
-    return QProcess::startDetached(program, arguments);
+    return QProcess::startDetached(system_programs::pathOf(program), arguments);
 }
 
 } // namespace shell_launch

@@ -1,4 +1,5 @@
 #include "pc/adb_shell.h"
+#include "pc/system_programs.h"
 #include "tests/support/test_case.h"
 #include "usb/adb_rules.h"
 
@@ -11,7 +12,7 @@ private slots:
     {
         const QString line = "C:/q^&a/adb.exe devices && C:/q^&a/adb.exe forward --list";
         const adb_shell::Call call = adb_shell::call(line);
-        QCOMPARE(call.program, QString("cmd"));
+        QCOMPARE(call.program, system_programs::pathOf("cmd"));
         QCOMPARE(call.arguments, QStringList({"/c", line}));
     }
 

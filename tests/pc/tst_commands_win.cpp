@@ -1,4 +1,8 @@
+#include "pc/adb_shell.h"
 #include "pc/elevated_launch.h"
+#include "pc/processes.h"
+#include "pc/shell_launch.h"
+#include "pc/system_programs.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 
@@ -43,7 +47,7 @@ class CommandsWinTest : public TestCase
     Q_OBJECT
 
     // The talker's program under another name, in the test's folder: Windows
-    // looks there before it looks among its own programs.
+    // looks there before it looks among its own programs, unless it is told where one is.
     QString standIn(const QString &name)
     {
         const QString program = path(name);
@@ -58,7 +62,52 @@ class CommandsWinTest : public TestCase
         return "talker " + arguments;
     }
 
+    void takeStandIns() { system_programs::lookIn(QDir::toNativeSeparators(dir())); }
+
 private slots:
+    void cleanup()
+    {
+        system_programs::lookIn({});
+        TestCase::cleanup();
+    }
+
+    void whatLiesInTheWorkingFolderIsNotStarted()
+    {
+        for (const char *name : {"netsh", "powershell", "cmd", "taskkill", "explorer"})
+            standIn(name + QStringLiteral(".exe"));
+        // They would be found there.
+        QProcess::execute("netsh", {"show"});
+        QVERIFY(QFile::remove("netsh.heard"));
+
+        SystemInfo::runCommand("netsh advfirewall firewall show rule name=\"x\" verbose");
+        QCOMPARE(SystemInfo::runCommand("cmd /c echo hello"), QString("hello\r\n"));
+        {
+            const SystemInfo info;
+            auto *query = info.findChild<QProcess *>();
+            QTRY_COMPARE(query->state(), QProcess::NotRunning);
+        }
+        const adb_shell::Call call = adb_shell::call("echo hello");
+        QCOMPARE(QProcess::execute(call.program, call.arguments), 0);
+        processes::terminate(0xfffffff0); // nobody's
+        QVERIFY(shell_launch::startDetached("explorer", {"kolm-nothing://x"}));
+        QTRY_VERIFY(!SystemInfo::isProcessRunning("explorer.exe") ||
+                    !QFile::exists("explorer.heard"));
+        QCOMPARE(QDir(dir()).entryList({"*.heard"}), QStringList());
+    }
+
+    void theSystemsProgramsAreThereAndNowhereElse()
+    {
+        for (const char *name : {"netsh", "powershell", "cmd", "taskkill", "explorer"}) {
+            const QString path = system_programs::pathOf(name);
+            QVERIFY2(QDir::isAbsolutePath(path) && QFile::exists(path), qPrintable(path));
+            QVERIFY(path.startsWith("C:\\windows\\", Qt::CaseInsensitive));
+            QCOMPARE(system_programs::pathOf(name + QStringLiteral(".exe")), path);
+        }
+        QCOMPARE(system_programs::pathOf("steam.exe"), QString("steam.exe"));
+        QCOMPARE(system_programs::pathOf("D:\\x\\cmd"), QString("D:\\x\\cmd"));
+        QCOMPARE(system_programs::pathOf(""), QString(""));
+    }
+
     void everythingThatWasWrittenComesBack()
     {
         QCOMPARE(SystemInfo::runCommand(talk("print 1")), QString("规则名称\n"));
@@ -113,8 +162,9 @@ private slots:
         QTRY_VERIFY(!SystemInfo::isProcessRunning("talker.exe"));
     }
 
-    void aCommandThatIsFirstOnThePathIsRunWithItsWholeLine()
+    void aCommandOfTheSystemIsRunWithItsWholeLine()
     {
+        takeStandIns();
         standIn("netsh.exe");
         writeFile("netsh.says", "Program: D:\\游戏\\vrserver.exe\r\nOk.\r\n");
         const QByteArray line =
@@ -139,6 +189,7 @@ private slots:
     void theNetworkIsWhatPowershellSays()
     {
         QFETCH(QByteArray, says);
+        takeStandIns();
         standIn("powershell.exe");
         writeFile("powershell.says", says);
         const SystemInfo info;
@@ -146,13 +197,15 @@ private slots:
         auto *query = info.findChild<QProcess *>();
         QTRY_COMPARE(query->state(), QProcess::NotRunning);
         QTEST(info.networkCategory(), "category");
-        QCOMPARE(readFile("powershell.heard").split('\n').value(1).simplified(),
-                 QByteArray("powershell /c \"Get-NetConnectionProfile | findstr "
-                            "NetworkCategory\""));
+        const QByteArray heard = readFile("powershell.heard").split('\n').value(1).simplified();
+        QVERIFY2(heard.endsWith("powershell.exe\" /c \"Get-NetConnectionProfile | findstr "
+                                "NetworkCategory\""),
+                 heard.constData());
     }
 
     void aPowershellThatHangsLeavesTheNetworkPrivateAndHoldsNothingUp()
     {
+        takeStandIns();
         standIn("powershell.exe");
         writeFile("powershell.hangs", "");
         {

@@ -4,6 +4,7 @@
 #include "pc/power.h"
 #include "pc/processes.h"
 #include "pc/registry.h"
+#include "pc/system_programs.h"
 #include "sysinfo/system_info.h"
 #include "tests/support/test_case.h"
 
@@ -268,7 +269,7 @@ private slots:
     void theNetworkIsAskedThroughPowershell()
     {
         const network_profile::Query query = network_profile::query();
-        QCOMPARE(query.program, QString("powershell"));
+        QCOMPARE(query.program, system_programs::pathOf("powershell"));
         QCOMPARE(query.arguments,
                  QStringList({"/c", "Get-NetConnectionProfile | findstr NetworkCategory"}));
     }

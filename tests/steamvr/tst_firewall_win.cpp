@@ -1,8 +1,10 @@
 #include "base/manual_clock.h"
 #include "config/config_manager.h"
+#include "pc/system_programs.h"
 #include "steamvr/steam_manager.h"
 #include "tests/support/test_case.h"
 
+#include <QDir>
 #include <QFile>
 
 // The question for the firewall's rule, answered by a program that plays the
@@ -12,6 +14,12 @@ class FirewallWinTest : public TestCase
     Q_OBJECT
 
 private slots:
+    void cleanup()
+    {
+        system_programs::lookIn({});
+        TestCase::cleanup();
+    }
+
     void theRuleCountsForItsExactProgram_data()
     {
         QTest::addColumn<QByteArray>("program");
@@ -28,6 +36,7 @@ private slots:
         QFETCH(QByteArray, program);
         QFETCH(bool, has);
         QVERIFY(QFile::copy(QStringLiteral(KOLM_TALKER), path("netsh.exe")));
+        system_programs::lookIn(QDir::toNativeSeparators(dir()));
         writeFile("netsh.says", program.isEmpty()
                                     ? QByteArray("\r\nNo rules match the specified criteria.\r\n")
                                     : "\r\nRule Name:     SteamVR ORB vrserver\r\n"
