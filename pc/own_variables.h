@@ -14,6 +14,10 @@ namespace own_variables {
 // the environment later, which might undo it.
 void set(const char *name, const QByteArray &value);
 
+// Has this process do without a variable that it has inherited; programs that we start
+// find it. When, as above.
+void hide(const char *name);
+
 // What a QProcess is to be given as its environment. Any thread.
 QProcessEnvironment forChildren();
 

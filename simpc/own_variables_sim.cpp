@@ -12,6 +12,13 @@ QStringList &names()
     return own;
 }
 
+// What children shall find, and this process not.
+QProcessEnvironment &inherited()
+{
+    static QProcessEnvironment hidden;
+    return hidden;
+}
+
 } // namespace
 
 // Here there is only one environment, and who starts a program leaves them out.
@@ -21,9 +28,16 @@ void set(const char *name, const QByteArray &value)
     names().append(QString::fromLatin1(name));
 }
 
+void hide(const char *name)
+{
+    inherited().insert(QString::fromLatin1(name), qEnvironmentVariable(name));
+    qunsetenv(name);
+}
+
 QProcessEnvironment forChildren()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(inherited());
     for (const QString &name : qAsConst(names()))
         environment.remove(name);
     return environment;

@@ -27,6 +27,14 @@ private slots:
         QVERIFY(!handedOn.contains("KOLM_TEST_OWN"));
         QVERIFY(handedOn.contains("PATH"));
     }
+
+    void whatIsHiddenIsForChildrenAlone()
+    {
+        qputenv("KOLM_TEST_FOREIGN", "de_DE");
+        own_variables::hide("KOLM_TEST_FOREIGN");
+        QVERIFY(!qEnvironmentVariableIsSet("KOLM_TEST_FOREIGN"));
+        QCOMPARE(own_variables::forChildren().value("KOLM_TEST_FOREIGN"), QString("de_DE"));
+    }
 };
 
 KOLM_TEST_MAIN(TestOwnVariables)
