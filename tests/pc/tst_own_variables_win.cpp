@@ -1,5 +1,6 @@
 #include "pc/command_pipe.h"
 #include "pc/elevated_launch.h"
+#include "pc/foreign_settings.h"
 #include "pc/own_variables.h"
 #include "pc/shell_launch.h"
 #include "tests/support/test_case.h"
@@ -99,6 +100,32 @@ private slots:
         QVERIFY(environment.contains("KOLM_NOTE_ENVIRONMENT="));
         QVERIFY(!environment.contains("KOLM_TEST_OWN"));
         QCOMPARE(qgetenv("KOLM_TEST_OWN"), QByteArray("512"));
+    }
+
+    void whatIsHiddenIsForChildrenAlone()
+    {
+        qputenv("KOLM_TEST_FOREIGN", "de_DE");
+        own_variables::hide("KOLM_TEST_FOREIGN");
+        own_variables::set("KOLM_TEST_OWN", "512");
+        QVERIFY(!qEnvironmentVariableIsSet("KOLM_TEST_FOREIGN"));
+        QCOMPARE(qEnvironmentVariable("KOLM_TEST_FOREIGN"), QString());
+        QCOMPARE(qgetenv("KOLM_TEST_OWN"), QByteArray("512"));
+        const QProcessEnvironment handedOn = own_variables::forChildren();
+        QCOMPARE(handedOn.value("KOLM_TEST_FOREIGN"), QString("de_DE"));
+        QVERIFY(!handedOn.contains("KOLM_TEST_OWN"));
+    }
+
+    void whatWouldLoadOrChangeSomethingIsForeign()
+    {
+        for (const char *name :
+             {"LANG", "lang", "LC_ALL", "LANGUAGE", "QT_PLUGIN_PATH", "QT_QPA_PLATFORM",
+              "QT_QPA_PLATFORM_PLUGIN_PATH", "QML2_IMPORT_PATH", "QML_IMPORT_PATH", "qt_opengl",
+              "QT_OPENGL_DLL", "QT_LOGGING_RULES", "QSG_RHI", "QV4_FORCE_INTERPRETER",
+              "OPENSSL_CONF", "QT_FATAL_WARNINGS"})
+            QVERIFY2(foreign_settings::isForeign(name), name);
+        for (const char *name : {"PATH", "QT", "TEMP", "QT_QUICK_BACKEND", "QSG_RENDER_LOOP",
+                                 "QSG_INFO", "SystemRoot", "KOLM_QT_X", ""})
+            QVERIFY2(!foreign_settings::isForeign(name), name);
     }
 
 private:

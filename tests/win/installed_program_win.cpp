@@ -293,6 +293,14 @@ Copy::~Copy()
     kill();
 }
 
+void Copy::putIntoEnvironment(const QString &name, const QString &value)
+{
+    QProcessEnvironment environment = process_.processEnvironment();
+    const bool isPath = name == QLatin1String("PATH");
+    environment.insert(name, isPath ? value + ';' + environment.value(name) : value);
+    process_.setProcessEnvironment(environment);
+}
+
 bool Copy::start()
 {
     started_ = static_cast<qint64>(GetTickCount64());

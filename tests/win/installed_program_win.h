@@ -58,6 +58,10 @@ public:
     Copy();
     ~Copy(); // kills what still runs
 
+    // What it finds in its environment besides, before start(). What is in `PATH`
+    // stands before the system's folders.
+    void putIntoEnvironment(const QString &name, const QString &value);
+    void setWorkingFolder(const QString &folder) { process_.setWorkingDirectory(folder); }
     bool start();
     qint64 pid() const { return process_.processId(); }
     bool isRunning();

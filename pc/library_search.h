@@ -1,0 +1,11 @@
+// Where libraries come from that are loaded by their name alone.
+#pragma once
+
+namespace library_search {
+
+// From now on only the program's own folder and the system's are looked in, and no
+// longer the working folder and the folders of the search path, in which others may
+// write. First of all, before anything is loaded.
+void trustOwnFoldersOnly();
+
+} // namespace library_search
