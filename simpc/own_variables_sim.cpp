@@ -30,6 +30,8 @@ void set(const char *name, const QByteArray &value)
 
 void hide(const char *name)
 {
+    if (!qEnvironmentVariableIsSet(name))
+        return;
     inherited().insert(QString::fromLatin1(name), qEnvironmentVariable(name));
     qunsetenv(name);
 }

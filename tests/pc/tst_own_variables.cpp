@@ -35,6 +35,12 @@ private slots:
         QVERIFY(!qEnvironmentVariableIsSet("KOLM_TEST_FOREIGN"));
         QCOMPARE(own_variables::forChildren().value("KOLM_TEST_FOREIGN"), QString("de_DE"));
     }
+
+    void whatNobodyHasSetIsHiddenFromNobody()
+    {
+        own_variables::hide("KOLM_TEST_NOBODYS");
+        QVERIFY(!own_variables::forChildren().contains("KOLM_TEST_NOBODYS"));
+    }
 };
 
 KOLM_TEST_MAIN(TestOwnVariables)
