@@ -86,7 +86,7 @@ private slots:
 
     void anOrdinaryEndLeavesNothing()
     {
-        breakBy("exit");
+        QVERIFY(breakBy("exit"));
         QVERIFY(!QFile::exists(path("crash.txt")));
         QVERIFY(!QFile::exists(path("crash.dmp")));
     }
