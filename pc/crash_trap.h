@@ -13,9 +13,9 @@ struct Places
 };
 
 // From now on an unhandled exception, a fatal signal, std::terminate() and abort() leave
-// a record; `program` is its second line, after what happened. Whoever was told of such things
-// before still is, the system included, and the process ends as it would have. Nothing else is done
-// in a process that is broken.
+// a record; `program` is its second line, after what happened. Whoever was told of such
+// things before still is, the system included, and the process ends as it would have.
+// Nothing else is done in a process that is broken.
 //
 // Once a process, on the GUI thread.
 void set(const Places &places, const QString &program);

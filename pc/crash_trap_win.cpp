@@ -20,7 +20,7 @@ namespace crash_trap {
 namespace {
 
 constexpr int deepest = 64;             // addresses of the stack
-constexpr DWORD mostModules = 256;      // bytes would be too few on no PC
+constexpr DWORD mostModules = 256;      // the rest is not named
 constexpr ULONG stackReserve = 1 << 16; // for the report of a stack that is full
 
 // Made before anything breaks: no memory can be had then.
