@@ -9,7 +9,6 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QThread>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -34,9 +33,6 @@ constexpr auto restartToastDelay = 4s;
 constexpr auto lastTryInterval = 50ms;
 constexpr int lastTries = 60; // 3 s after the last window has gone
 
-const QString uninstallKey = QStringLiteral(
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
-const QString steamKey = QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\WOW6432Node\\Valve\\Steam");
 const QString steamVRUninstallKey =
     QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
                    "Steam App 250820");
@@ -116,39 +112,6 @@ SteamManager &SteamManager::instance()
         return dependencies;
     }());
     return manager;
-}
-
-bool SteamManager::isSteamInstalled() const
-{
-    const QStringList entries = registry::subkeys(uninstallKey);
-    for (const QString &entry : entries) {
-        if (registry::text(uninstallKey + '\\' + entry, QStringLiteral("DisplayName")) ==
-            QStringLiteral("Steam"))
-            return true;
-    }
-    return registry::keyExists(steamKey);
-}
-
-QString SteamManager::steamInstallPath() const
-{
-    if (const auto path = registry::text(steamKey, QStringLiteral("InstallPath")))
-        return *path;
-    const QStringList entries = registry::subkeys(uninstallKey);
-    for (const QString &entry : entries) {
-        const QString key = uninstallKey + '\\' + entry;
-        if (registry::text(key, QStringLiteral("DisplayName")) != QStringLiteral("Steam"))
-            continue;
-        if (const auto path = registry::text(key, QStringLiteral("InstallLocation")))
-            return *path;
-    }
-    for (const QString &candidate : {QStringLiteral("C:\\Program Files (x86)\\Steam"),
-                                     QStringLiteral("C:\\Program Files\\Steam"),
-                                     dependencies_.homeDir + QStringLiteral("\\Steam")}) {
-        if (QFile::exists(candidate + QStringLiteral("\\Steam.exe")))
-            return candidate;
-    }
-    qWarning("[steam] Could not find Steam installation path");
-    return {};
 }
 
 bool SteamManager::hasLaunchSteam()
