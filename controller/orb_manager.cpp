@@ -336,11 +336,6 @@ void ORBManager::stopSteam()
     deps_->steam().stopSteamVR();
 }
 
-bool ORBManager::isHasConnectedDevice()
-{
-    return flow_->wantedSerial() == model_->firstName();
-}
-
 void ORBManager::reportstreamMode(bool wired, bool isSwitch)
 {
     events_.streamMode(linkKind(wired), isSwitch);
@@ -384,11 +379,6 @@ void ORBManager::checkPortUsage()
         emit showUseProtPage(blockers.join(QStringLiteral(", ")));
 }
 
-bool ORBManager::isD2()
-{
-    return flow_->knownSerial().startsWith(QLatin1String("D2"));
-}
-
 void ORBManager::setVideoQuilty(int scale, int bitrate)
 {
     settings_->setCustom(scale, bitrate, mode_->kind(), flow_->knownSerial());
@@ -397,9 +387,4 @@ void ORBManager::setVideoQuilty(int scale, int bitrate)
 void ORBManager::setVideoBitRate(int bitrate)
 {
     settings_->setBitRate(bitrate, mode_->kind(), flow_->knownSerial());
-}
-
-bool ORBManager::isHideSelectPage()
-{
-    return modeChosen_;
 }

@@ -142,3 +142,18 @@ bool ORBManager::nvidiaAvailable() const
 {
     return ConfigManager::isNvidia(pc_->gpuName());
 }
+
+bool ORBManager::isHasConnectedDevice()
+{
+    return flow_->wantedSerial() == model_->firstName();
+}
+
+bool ORBManager::isD2()
+{
+    return flow_->knownSerial().startsWith(QLatin1String("D2"));
+}
+
+bool ORBManager::isHideSelectPage()
+{
+    return modeChosen_;
+}
