@@ -1,6 +1,7 @@
 #include "base/background.h"
 
 #include "base/mutex.h"
+#include "base/threads.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -25,8 +26,8 @@ struct Background::Shared
     bool over GUARDED_BY(mutex) = false; // the thread has nothing more to do
 };
 
-Background::Background(std::chrono::milliseconds patience, QObject *parent)
-    : QObject(parent), patience_(patience), shared_(std::make_shared<Shared>())
+Background::Background(const char *purpose, std::chrono::milliseconds patience, QObject *parent)
+    : QObject(parent), purpose_(purpose), patience_(patience), shared_(std::make_shared<Shared>())
 {
     const MutexLock lock(shared_->mutex);
     shared_->receiver = this;
@@ -51,14 +52,17 @@ Background::~Background()
         shared_->thread.detach();
 }
 
-void Background::run(Work work)
+bool Background::run(Work work)
 {
+    if (!shared_->thread.joinable())
+        shared_->thread =
+            threads::begin(purpose_, [shared = shared_] { Background::work(shared); });
+    if (!shared_->thread.joinable())
+        return false;
     const MutexLock lock(shared_->mutex);
     shared_->jobs.push_back(std::move(work));
-    if (shared_->thread.joinable())
-        shared_->changed.notifyAll();
-    else
-        shared_->thread = std::thread(&Background::work, shared_);
+    shared_->changed.notifyAll();
+    return true;
 }
 
 bool Background::isBusy() const

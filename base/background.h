@@ -25,10 +25,14 @@ public:
     // behind; its result, as that of everything that waits, is lost.
     static constexpr std::chrono::milliseconds longestEnd{3000};
 
-    explicit Background(std::chrono::milliseconds patience = longestEnd, QObject *parent = nullptr);
+    // `purpose` is what the thread is for, in a few words; it lasts as long as the process.
+    explicit Background(const char *purpose, std::chrono::milliseconds patience = longestEnd,
+                        QObject *parent = nullptr);
     ~Background() override;
 
-    void run(Work work);
+    // Whether the work will be done. Otherwise there is no thread to be had and nothing
+    // becomes of it; the next work may find one.
+    bool run(Work work);
     // Whether work waits for its turn, is being done, or has a result that was not
     // taken yet.
     bool isBusy() const;
@@ -44,6 +48,7 @@ private:
     struct Shared;
     static void work(const std::shared_ptr<Shared> &shared);
 
+    const char *const purpose_;
     const std::chrono::milliseconds patience_;
     // Outlives this object where work is left behind.
     std::shared_ptr<Shared> shared_;

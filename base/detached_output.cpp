@@ -1,10 +1,11 @@
 #include "base/detached_output.h"
 
+#include "base/threads.h"
+
 #include <QFile>
 #include <QString>
 
 #include <algorithm>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -55,11 +56,11 @@ void DetachedOutput::write(const std::string &bytes)
     if (!waiting.empty() && waiting.size() + bytes.size() > capacity)
         return;
     if (!shared_->begun) {
-        try {
-            std::thread([shared = shared_] { work(shared); }).detach();
-        } catch (const std::system_error &) {
+        // What is logged comes here as well.
+        std::thread thread = threads::beginQuietly([shared = shared_] { work(shared); });
+        if (!thread.joinable())
             return; // with the next one perhaps
-        }
+        thread.detach();
         shared_->begun = true;
     }
     waiting += bytes;

@@ -2,8 +2,6 @@
 
 #include "base/clock.h"
 
-#include <set>
-
 using checks::Action;
 using checks::Assessment;
 using checks::Check;
@@ -75,14 +73,20 @@ void CheckRunner::askWhere(const std::function<bool(const Question &, size_t row
         if (!question || asked.count(question) != 0 || !wanted(*question, row))
             continue;
         asked.insert(question);
-        askedAt_[question] = now();
-        gatherer_.ask(*question, facts_);
+        if (gatherer_.ask(*question, facts_)) {
+            askedAt_[question] = now();
+            unasked_.erase(question);
+        } else {
+            unasked_.insert(question);
+        }
     }
     model_.setAsking(gatherer_.isBusy());
 }
 
 bool CheckRunner::isDue(const Question &question, bool found) const
 {
+    if (unasked_.count(&question) != 0)
+        return true;
     const auto asked = askedAt_.find(&question);
     if (asked != askedAt_.end() && now() - asked->second < question.again)
         return false;

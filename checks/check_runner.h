@@ -10,6 +10,7 @@
 #include <chrono>
 #include <functional>
 #include <map>
+#include <set>
 
 class Clock;
 
@@ -58,6 +59,7 @@ private:
     checks::HeldSince heldSince_;
     CheckModel model_;
     std::map<const checks::Question *, std::chrono::milliseconds> askedAt_;
+    std::set<const checks::Question *> unasked_; // for want of a thread
     // How far the connection was, and since when.
     std::optional<int> reached_;
     std::chrono::milliseconds reachedSince_{0};

@@ -3,16 +3,16 @@
 using checks::Question;
 
 FactGatherer::FactGatherer(std::chrono::milliseconds patience, QObject *parent)
-    : QObject(parent), background_(patience)
+    : QObject(parent), background_("facts", patience)
 {
     connect(&background_, &Background::resultsTaken, this, &FactGatherer::toldAll);
 }
 
-void FactGatherer::ask(const Question &question, const Facts &known)
+bool FactGatherer::ask(const Question &question, const Facts &known)
 {
     if (!put_.insert(&question).second)
-        return;
-    background_.run([this, question = &question, known]() -> Background::Result {
+        return true;
+    const bool isPut = background_.run([this, question = &question, known]() -> Background::Result {
         // Only the result is the owner's again.
         Question::Answer answer = question->ask(known);
         return [this, question, answer] {
@@ -20,4 +20,7 @@ void FactGatherer::ask(const Question &question, const Facts &known)
             emit answered(answer);
         };
     });
+    if (!isPut)
+        put_.erase(&question);
+    return isPut;
 }

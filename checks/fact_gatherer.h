@@ -20,9 +20,10 @@ public:
     explicit FactGatherer(std::chrono::milliseconds patience = Background::longestEnd,
                           QObject *parent = nullptr);
 
-    // Puts a question, unless it waits for its turn or its answer already.
+    // Puts a question, unless it waits for its turn or its answer already. False when
+    // there is no thread to ask it on: it is not put then.
     // `question` lasts as long as the process, as the rows of the table do.
-    void ask(const checks::Question &question, const Facts &known);
+    bool ask(const checks::Question &question, const Facts &known);
     // Whether a question waits for its turn or its answer.
     bool isBusy() const { return background_.isBusy(); }
 

@@ -35,7 +35,7 @@ ProxyFinder::Proxies ProxyFinder::askSystem(const QUrl &url)
 }
 
 ProxyFinder::ProxyFinder(QNetworkAccessManager &network, Ask ask, QObject *parent)
-    : QObject(parent), ask_(std::move(ask)), known_(new Known), background_(patience)
+    : QObject(parent), ask_(std::move(ask)), known_(new Known), background_("proxies", patience)
 {
     network.setProxyFactory(known_);
 }
@@ -71,10 +71,16 @@ void ProxyFinder::ask(const QUrl &url)
     if (isHeld_ || asking_.contains(url.host()))
         return;
     asking_.insert(url.host());
-    background_.run([this, ask = ask_, url]() -> Background::Result {
+    const bool isAsked = background_.run([this, ask = ask_, url]() -> Background::Result {
         const Proxies proxies = ask(url);
         return [this, host = url.host(), proxies] { onAnswer(host, proxies); };
     });
+    // Without a thread it stays as it was, or is as without a proxy. Not at once: whoever
+    // asks is not ready to go on here.
+    if (!isAsked)
+        QMetaObject::invokeMethod(
+            this, [this, host = url.host()] { onAnswer(host, known_->hosts.value(host)); },
+            Qt::QueuedConnection);
 }
 
 void ProxyFinder::onAnswer(const QString &host, const Proxies &proxies)

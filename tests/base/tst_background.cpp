@@ -31,7 +31,7 @@ private slots:
     {
         QThread *worked = nullptr;
         QThread *taken = nullptr;
-        Background background;
+        Background background("a test");
         background.run([&]() -> Background::Result {
             worked = QThread::currentThread();
             return [&] { taken = QThread::currentThread(); };
@@ -46,7 +46,7 @@ private slots:
     void workIsDoneInItsOrderAndResultsThatComeTogetherAreToldOnce()
     {
         Gate gate;
-        Background background;
+        Background background("a test");
         QSignalSpy told(&background, &Background::resultsTaken);
         background.run([&]() -> Background::Result {
             gate.pass();
@@ -66,7 +66,7 @@ private slots:
     {
         Gate gate;
         bool finished = false;
-        auto background = std::make_unique<Background>(10min);
+        auto background = std::make_unique<Background>("a test", 10min);
         background->run([&]() -> Background::Result {
             gate.pass();
             finished = true;
@@ -87,7 +87,7 @@ private slots:
         // Shared: the thread outlives this function's end.
         const auto gate = std::make_shared<Gate>();
         const auto passed = std::make_shared<Gate>();
-        auto background = std::make_unique<Background>(0ms);
+        auto background = std::make_unique<Background>("a test", 0ms);
         background->run([gate, passed]() -> Background::Result {
             gate->pass();
             passed->pass();
@@ -102,7 +102,7 @@ private slots:
 
     void withoutWorkThereIsNothingToEnd()
     {
-        Background background;
+        Background background("a test");
         QVERIFY(!background.isBusy());
     }
 };

@@ -1,4 +1,5 @@
 #include "base/manual_clock.h"
+#include "base/threads.h"
 #include "checks/check_runner.h"
 #include "tests/support/test_case.h"
 
@@ -98,6 +99,27 @@ private slots:
         QCOMPARE(whileHanging.count, 0);
         // Judged as soon as it came.
         QCOMPARE(runner.model().count(), 2);
+    }
+
+    void whatTheStartHadNoThreadForIsAskedLater()
+    {
+        ManualClock clock;
+        Asked atStart(Question::AtStart, 60s);
+        const Table table = atStart.table();
+        CheckRunner runner(clock, table);
+        {
+            const threads::NoneToHave none;
+            announce("no thread for facts: Resource temporarily unavailable");
+            runner.start();
+            runner.judge();
+            QVERIFY(!runner.model().isAsking());
+        }
+        QCOMPARE(atStart.count, 0);
+        for (int i = 0; i < 2; ++i) {
+            runner.judge();
+            wait(runner);
+            QCOMPARE(atStart.count, 1);
+        }
     }
 
     void nothingIsAskedWhileNothingHangs()

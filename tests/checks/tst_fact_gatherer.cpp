@@ -1,4 +1,5 @@
 #include "base/manual_clock.h"
+#include "base/threads.h"
 #include "checks/fact_gatherer.h"
 #include "tests/support/gate.h"
 #include "tests/support/test_case.h"
@@ -147,6 +148,21 @@ private slots:
         QTRY_COMPARE(learned.texts.size(), 1);
         gatherer.ask(question, {});
         QTRY_COMPARE(learned.texts.size(), 2);
+    }
+
+    void aQuestionWithoutAThreadIsNotPutAndCanBePutLater()
+    {
+        const Question question = quick("later");
+        FactGatherer gatherer;
+        Learned learned(gatherer);
+        {
+            const threads::NoneToHave none;
+            announce("no thread for facts: Resource temporarily unavailable");
+            QVERIFY(!gatherer.ask(question, {}));
+            QVERIFY(!gatherer.isBusy());
+        }
+        QVERIFY(gatherer.ask(question, {}));
+        QTRY_COMPARE(learned.texts, QStringList("later"));
     }
 
     void theEndWaitsForAnAnswerAndDropsIt()

@@ -1,5 +1,6 @@
 #include "base/background.h"
 #include "base/manual_clock.h"
+#include "base/threads.h"
 #include "cloud/http_manager.h"
 #include "cloud/orb_update.h"
 #include "cloud/proxy_finder.h"
@@ -77,7 +78,7 @@ class TestProxyFinder : public TestCase
     // What was handed to other threads before has most likely begun afterwards.
     void letOthersRun()
     {
-        Background other;
+        Background other("a test");
         other.run([] { return Background::Result(); });
         QTRY_VERIFY(!other.isBusy());
     }
@@ -140,6 +141,28 @@ private slots:
         finder.find(cloudUrl, this, count());
         QCOMPARE(found_, 2);
         QTRY_COMPARE(port(), 8081);
+    }
+
+    void withoutAThreadItIsAsWithoutAProxyUntilThereIsOne()
+    {
+        const QNetworkProxy proxy(QNetworkProxy::HttpProxy, "proxy.example", 8080);
+        ProxyFinder finder(network_, [&](const QUrl &) { return ProxyFinder::Proxies{proxy}; });
+        const auto known = [this] {
+            return network_.proxyFactory()->queryProxy(QNetworkProxyQuery(cloudUrl));
+        };
+        {
+            const threads::NoneToHave none;
+            announce("no thread for proxies: Resource temporarily unavailable");
+            finder.find(cloudUrl, this, count());
+            QCOMPARE(found_, 0); // whoever asks is not ready to go on
+            QCoreApplication::processEvents();
+            QCOMPARE(found_, 1);
+            QCOMPARE(known(), QList<QNetworkProxy>{QNetworkProxy::NoProxy});
+        }
+        finder.find(cloudUrl, this, count());
+        QCOMPARE(found_, 2);
+        QTRY_COMPARE(known(), QList<QNetworkProxy>{proxy});
+        QCOMPARE(threads::missing(), QStringList());
     }
 
     void whoeverIsGoneIsNotCalled()
