@@ -1,7 +1,9 @@
 #include "steamvr/vr_server_watcher.h"
 
+#include "base/threads.h"
 #include "pc/shared_cell.h"
 
+#include <QDebug>
 #include <QThread>
 
 #include <chrono>
@@ -26,6 +28,8 @@ public:
 
     ~WatcherThread() override
     {
+        if (!hasBegun_)
+            return;
         requestInterruption();
         quit();
         wait();
@@ -33,11 +37,19 @@ public:
     }
 
     // Returns when the watcher has had its timer: the first poll counts from
-    // now, not from whenever the thread gets going.
-    void startAndWait()
+    // now, not from whenever the thread gets going. False when the system has no
+    // thread to give.
+    bool startAndWait()
     {
-        start();
+        if (threads::mayBegin())
+            start();
+        // It waits to be let go, so that it cannot have ended already.
+        hasBegun_ = isRunning();
+        if (!hasBegun_)
+            return false;
+        go_.set_value();
         ready_.get_future().wait();
+        return true;
     }
 
     void watching() { ready_.set_value(); }
@@ -46,12 +58,15 @@ public:
 protected:
     void run() override
     {
+        go_.get_future().wait();
         watch_(*this);
         done_.set_value();
     }
 
 private:
     const std::function<void(WatcherThread &)> watch_;
+    bool hasBegun_ = false; // the owner's
+    std::promise<void> go_;
     std::promise<void> ready_;
     std::promise<void> done_;
 };
@@ -75,16 +90,21 @@ void VrServerWatcher::tryAgain(QObject *owner, Clock &clock, Step step)
 
 void VrServerWatcher::start(QObject *owner, Clock &clock, const SharedCell *cell, Step serverUp)
 {
-    auto *thread =
-        new WatcherThread(owner, [&clock, cell, serverUp = std::move(serverUp)](WatcherThread &on) {
-            VrServerWatcher watcher(clock, cell, serverUp);
-            watcher.begin();
-            on.watching();
-            on.loop();
-        });
+    auto *thread = new WatcherThread(owner, [&clock, cell, serverUp](WatcherThread &on) {
+        VrServerWatcher watcher(clock, cell, serverUp);
+        watcher.begin();
+        on.watching();
+        on.loop();
+    });
     thread->setObjectName(QStringLiteral("VrServerWatcher"));
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    thread->startAndWait();
+    if (thread->startAndWait())
+        return;
+    delete thread;
+    qWarning("[steam] no thread to watch SteamVR's server on, watched between other things");
+    auto *watcher = new VrServerWatcher(clock, cell, std::move(serverUp));
+    watcher->setParent(owner);
+    watcher->begin();
 }
 
 void VrServerWatcher::begin()
@@ -100,9 +120,17 @@ void VrServerWatcher::timerEvent(QTimerEvent *)
         return;
     clock_.killTimer(timerId_, this);
     if (serverUp_()) {
-        thread()->quit();
+        end();
         return;
     }
     cell_ = nullptr;
     begin();
+}
+
+void VrServerWatcher::end()
+{
+    if (parent())
+        deleteLater(); // it has no thread of its own
+    else
+        thread()->quit();
 }

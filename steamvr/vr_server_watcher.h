@@ -11,7 +11,8 @@ class SharedCell;
 
 // Polls the cell every 50 ms on a thread of its own until it holds the
 // value 1, without a limit in time. Then it does what is due, and tries again
-// every half second until that is done.
+// every half second until that is done. Where the system has no thread to give it
+// does the same on the thread of its owner.
 class VrServerWatcher : public QObject
 {
     Q_OBJECT
@@ -35,6 +36,7 @@ private:
     VrServerWatcher(Clock &clock, const SharedCell *cell, Step serverUp);
     static void start(QObject *owner, Clock &clock, const SharedCell *cell, Step serverUp);
     void begin();
+    void end();
 
     Clock &clock_;
     const SharedCell *cell_; // none once the server is up

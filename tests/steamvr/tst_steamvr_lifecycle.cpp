@@ -1,3 +1,4 @@
+#include "base/threads.h"
 #include "tests/steamvr/steam_fixture.h"
 #include "tests/support/test_case.h"
 
@@ -85,6 +86,24 @@ private slots:
         QVERIFY(pc.vrPath().value("external_drivers").isArray());
         pc.clock.advance(1);
         QVERIFY(pc.vrPath().value("external_drivers").isNull());
+    }
+
+    void withoutAThreadTheRegistrationGoesAllTheSame()
+    {
+        SteamFixture pc(dir());
+        pc.steamRuns();
+        pc.pc.launches.on("explorer", [](const SimLaunch &) { return SimLaunchResult{}; });
+        announce("[steam] no thread to watch SteamVR's server on, watched between other things");
+        {
+            const threads::NoneToHave none;
+            pc.steam().startSteamVR();
+        }
+        pc.clock.advance(3600 * 1000);
+        QVERIFY(pc.vrPath().value("external_drivers").isArray());
+        pc.pc.cell().write(1);
+        pc.clock.advance(50);
+        QVERIFY(pc.vrPath().value("external_drivers").isNull());
+        QVERIFY(pc.clock.idle());
     }
 
     void aWatcherThatStillWaitsEndsWithTheManager()
