@@ -2,6 +2,7 @@
 
 #include "base/console.h"
 #include "base/mutex.h"
+#include "base/threads.h"
 #include "link/command_dispatcher.h"
 #include "link/command_protocol.h"
 #include "link/ipc_sock.h"
@@ -22,6 +23,9 @@ namespace {
 
 // How long to wait before trying again what the system has no room for.
 constexpr std::chrono::milliseconds retryInterval = 200ms;
+
+// The error of a start that found no thread, as no error of a socket is.
+constexpr int noThread = -1;
 
 // What the product's link does when a restart is asked for, and whom it asks.
 struct Handlers
@@ -117,8 +121,12 @@ int SysManager::Worker::start()
     if (!socket->startup())
         return socket->startupError();
     poller->setWakeUp(outbox.wakeUpHandle());
-    thread = std::thread(&Worker::run, this);
-    return 0;
+    thread = threads::begin("the link to the streaming server", [this] { run(); });
+    if (thread.joinable())
+        return 0;
+    // Whoever connected would wait for an answer.
+    socket->close();
+    return noThread;
 }
 
 void SysManager::Worker::run()
