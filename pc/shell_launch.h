@@ -33,10 +33,14 @@ constexpr bool isNoSuchFile(unsigned error)
     return error == fileNotFound || error == pathNotFound;
 }
 
+// The system's number for "no more threads can be made".
+constexpr unsigned noThreadError = 164;
+
 // Opens `program` with `parameters`, its window hidden, and waits until it has
 // ended, `limit` at most; a program that runs on is left running. What goes
 // wrong is returned, not shown to the user. Blocks the calling thread, which
-// handles no message or event meanwhile; any thread.
+// handles no message or event meanwhile; any thread. Without a thread to do it on
+// nothing is opened, which is an error of the start as well.
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
                           std::chrono::milliseconds limit);
 

@@ -1,14 +1,12 @@
 #include "pc/shell_launch.h"
 
 #include "pc/handles_win.h"
+#include "pc/shell_thread_win.h"
 #include "pc/system_programs.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
 
-#include <thread>
-
-#include <objbase.h>
 #include <shellapi.h>
 
 namespace shell_launch {
@@ -31,6 +29,13 @@ void waitFor(HANDLE process, std::chrono::milliseconds limit, Outcome *outcome)
     }
 }
 
+// The system's words are those of the moment.
+void noteStartError(unsigned error, Outcome *outcome)
+{
+    outcome->startError = error;
+    outcome->startErrorText = qt_error_string(static_cast<int>(error)).trimmed();
+}
+
 Outcome open(const QString &program, const QString &parameters, std::chrono::milliseconds limit)
 {
     const QByteArray file = program.toLocal8Bit();
@@ -48,8 +53,7 @@ Outcome open(const QString &program, const QString &parameters, std::chrono::mil
     Outcome outcome;
     outcome.started = ShellExecuteExA(&request) != FALSE;
     if (!outcome.started) {
-        outcome.startError = GetLastError();
-        outcome.startErrorText = qt_error_string(static_cast<int>(outcome.startError)).trimmed();
+        noteStartError(GetLastError(), &outcome);
     } else if (request.hProcess) {
         const KernelHandle process(request.hProcess);
         waitFor(process.get(), limit, &outcome);
@@ -65,17 +69,8 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters,
     QElapsedTimer timer;
     timer.start();
     Outcome outcome;
-    // The shell may dispatch the messages of the thread that calls it. On the
-    // caller's thread that would carry out clicks in the middle of whatever
-    // the caller is at, and under its locks.
-    std::thread shell([&] {
-        const bool initialised =
-            SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-        outcome = open(program, parameters, limit);
-        if (initialised)
-            CoUninitialize();
-    });
-    shell.join();
+    if (!shell_thread::run([&] { outcome = open(program, parameters, limit); }))
+        noteStartError(noThreadError, &outcome);
     outcome.elapsed = std::chrono::milliseconds(timer.elapsed());
     return outcome;
 }

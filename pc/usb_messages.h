@@ -8,7 +8,8 @@
 
 // A thread of its own from the constructor to stop(). One at a time, and on
 // Windows one in the life of a process: what the thread registers with the
-// system is never taken back.
+// system is never taken back. Where the system has no thread to give, nobody is
+// called; threads::missing() tells.
 class UsbMessages
 {
 public:

@@ -1,6 +1,7 @@
 #include "pc/usb_messages.h"
 
 #include "base/console.h"
+#include "base/threads.h"
 #include "pc/handles_win.h"
 
 #include <chrono>
@@ -13,6 +14,7 @@ namespace {
 
 constexpr UINT exitMessage = 1025;
 constexpr auto retryInterval = 10ms;
+const char *const purpose = "messages about USB devices";
 const wchar_t *const className = L"Sample Window Class";
 
 constexpr GUID watchedClasses[] = {
@@ -91,7 +93,12 @@ struct UsbMessages::Private
 UsbMessages::UsbMessages(Changed changed) : d(std::make_unique<Private>())
 {
     d->changed = std::move(changed);
-    d->thread.reset(CreateThread(nullptr, 0, watch, &d->changed, 0, &d->threadId));
+    if (threads::mayBegin())
+        d->thread.reset(CreateThread(nullptr, 0, watch, &d->changed, 0, &d->threadId));
+    if (d->thread)
+        threads::noteBegun(purpose);
+    else
+        threads::noteMissing(purpose, qt_error_string(ERROR_MAX_THRDS_REACHED).trimmed());
 }
 
 UsbMessages::~UsbMessages()

@@ -1,6 +1,7 @@
 #include "pc/usb_messages.h"
 
 #include "base/console.h"
+#include "base/threads.h"
 #include "simpc/sim_pc.h"
 
 #include <condition_variable>
@@ -49,8 +50,9 @@ struct UsbMessages::Private
 UsbMessages::UsbMessages(Changed changed) : d(std::make_unique<Private>())
 {
     d->changed = std::move(changed);
-    SimPc::current().usb.onInterfaceChange([this](const QString &path) { d->post(path); });
-    d->thread = std::thread([this] { d->run(); });
+    d->thread = threads::begin("messages about USB devices", [this] { d->run(); });
+    if (d->thread.joinable())
+        SimPc::current().usb.onInterfaceChange([this](const QString &path) { d->post(path); });
 }
 
 UsbMessages::~UsbMessages()
