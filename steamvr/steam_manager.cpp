@@ -1,8 +1,10 @@
 #include "steamvr/steam_manager.h"
 
+#include "base/threads.h"
 #include "config/config_manager.h"
 #include "pc/registry.h"
 #include "pc/shell_launch.h"
+#include "steamvr/launch_thread.h"
 #include "steamvr/vr_server_watcher.h"
 #include "sysinfo/system_info.h"
 
@@ -10,7 +12,6 @@
 #include <QDebug>
 #include <QDir>
 #include <QThread>
-#include <QtConcurrent/QtConcurrentRun>
 
 #include <chrono>
 #include <utility>
@@ -108,7 +109,7 @@ SteamManager &SteamManager::instance()
         dependencies.applicationDir = QCoreApplication::applicationDirPath();
         dependencies.homeDir = QDir::homePath();
         dependencies.tell = processWideTell();
-        dependencies.pool = [](const std::function<void()> &work) { QtConcurrent::run(work); };
+        dependencies.pool = launch_thread::run;
         return dependencies;
     }());
     return manager;
@@ -175,8 +176,23 @@ void SteamManager::startSteam()
         qInfo("[steam] steam is already running");
         return;
     }
-    starting_ = true;
-    dependencies_.pool([this] { launchWorker(); });
+    starting_ = dependencies_.pool([this] { launchWorker(); });
+    if (!starting_)
+        noteNoThread();
+}
+
+// To the user this is a launch that failed, and is told when any other would be: at the
+// start of the program nobody listens yet.
+void SteamManager::noteNoThread()
+{
+    const QString exe = steamInstallPath() + QStringLiteral("\\steam.exe");
+    {
+        const MutexLock lock(failureMutex_);
+        steamFailure_ = LaunchFailure{exe, shell_launch::noThreadError, threads::lastReason()};
+    }
+    qWarning("[steam] startupSteam failed");
+    dependencies_.clock.singleShot(pauseBeforeLaunch, this,
+                                   [this] { emit showToast(QObject::tr("启动Steam失败")); });
 }
 
 void SteamManager::launchWorker()

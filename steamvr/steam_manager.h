@@ -25,8 +25,9 @@ class SteamManager : public QObject
     Q_OBJECT
 
 public:
-    // Runs its argument on a thread of a pool.
-    using Pool = std::function<void(std::function<void()>)>;
+    // Runs its argument on another thread. False when there is none to be had, and it
+    // is not run.
+    using Pool = std::function<bool(std::function<void()>)>;
 
     // What the object needs; everything outlives it.
     struct Dependencies
@@ -104,6 +105,7 @@ signals:
 private:
     bool isSteamInstalled() const;
     void launchWorker();
+    void noteNoThread();
     void finishTakingBack();
     bool shutdownViaVrstartup();
     void closeSteamVR();

@@ -110,9 +110,11 @@ PcFixture::PcFixture(const QString &dirName, const SteamOptions &options, const 
     : dir(dirName), pc((vr_path_file::writeWithoutDrivers(dirName), clock)),
       config(dirName, [] { return SystemInfo::hasVirtualCable(); }),
       steam((installSteam(pc, withHome(options, dirName)), describe ? describe(pc) : void(),
-             SteamManager::Dependencies{
-                 clock, config, QStringLiteral("C:/KOLM"), dirName,
-                 [this](std::function<void()> work) { pool.push_back(std::move(work)); }}))
+             SteamManager::Dependencies{clock, config, QStringLiteral("C:/KOLM"), dirName,
+                                        [this](std::function<void()> work) {
+                                            pool.push_back(std::move(work));
+                                            return true;
+                                        }}))
 {
 }
 

@@ -42,6 +42,7 @@ struct SteamFixture
     ConfigManager config;
     long_wait::Tell tell; // before the object is made
     std::deque<std::function<void()>> pool;
+    bool poolIsFull = false; // there is no thread to be had
 
 private:
     std::unique_ptr<SteamManager> steam_;

@@ -57,6 +57,31 @@ private slots:
         QCOMPARE(pc.pool.size(), size_t(1));
     }
 
+    void withoutAThreadTheLaunchFailsAndTheNextOneMaySucceed()
+    {
+        SteamFixture pc(dir());
+        pc.installSteam();
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) { return SimLaunchResult{}; });
+        QSignalSpy toasts(&pc.steam(), &SteamManager::showToast);
+        pc.poolIsFull = true;
+        announce("[steam] startupSteam failed");
+        pc.steam().startSteam();
+        QCOMPARE(toasts.size(), 0);
+        pc.clock.advance(2000);
+        QCOMPARE(toasts.size(), 1);
+        QCOMPARE(toasts[0][0].toString(), QString("启动Steam失败"));
+        const std::optional<LaunchFailure> failure = pc.steam().steamFailure();
+        QVERIFY(failure);
+        QCOMPARE(failure->file, QString("C:\\Steam\\steam.exe"));
+        QCOMPARE(failure->error, 164u);
+
+        pc.poolIsFull = false;
+        pc.steam().startSteam();
+        pc.runPool();
+        QVERIFY(!pc.steam().steamFailure());
+        QCOMPARE(toasts.size(), 1);
+    }
+
     void steamThatRunsIsNotLaunched()
     {
         SteamFixture pc(dir());
