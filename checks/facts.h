@@ -39,6 +39,9 @@ struct Facts
     // streaming.
     std::optional<QStringList> portHolders;
 
+    // What this program has no thread for.
+    QStringList missingThreads;
+
     // What this PC is; the names as the system says them.
     QString cpuName;
     QString gpuName;

@@ -60,6 +60,26 @@ Found driverIsTooOld(const Facts &facts)
                                   facts.nvidiaDrivers->join(QStringLiteral(", "))}};
 }
 
+Found threadsAreMissing(const Facts &facts)
+{
+    if (facts.missingThreads.isEmpty())
+        return std::nullopt;
+    return std::vector<Evidence>{{QT_TRANSLATE_NOOP("Checks", "缺少线程的功能："),
+                                  facts.missingThreads.join(QStringLiteral(", "))}};
+}
+
+Check noThreads()
+{
+    Check check;
+    check.id = "no-threads";
+    check.severity = Severity::Error;
+    check.title = QT_TRANSLATE_NOOP("Checks", "电脑的资源已用尽");
+    check.text = QT_TRANSLATE_NOOP("Checks", "Windows无法再为本程序创建线程，部分功能无法工作。"
+                                             "请关闭其他程序，然后重新启动本程序。");
+    check.find = threadsAreMissing;
+    return check;
+}
+
 Check systemTooOld()
 {
     Check check;
@@ -111,7 +131,7 @@ Check driverTooOld()
 
 Table hardwareChecks()
 {
-    return {systemTooOld(), hardwareTooWeak(), driverTooOld()};
+    return {noThreads(), systemTooOld(), hardwareTooWeak(), driverTooOld()};
 }
 
 } // namespace checks

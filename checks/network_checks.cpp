@@ -74,7 +74,7 @@ Check controlPortUnusable()
     check.id = "control-port-unusable";
     check.severity = Severity::Error;
     check.blocks = Stage::Server;
-    check.causes = {"control-port-taken"};
+    check.causes = {"control-port-taken", "no-threads"};
     check.title = QT_TRANSLATE_NOOP("Checks", "无法使用端口9932");
     check.text = QT_TRANSLATE_NOOP("Checks", "Windows不允许本程序使用端口9932（错误%1），串流服务器"
                                              "连接不到本程序。请重新启动电脑后再试。");

@@ -1,5 +1,6 @@
 #include "controller/poll.h"
 
+#include "base/threads.h"
 #include "checks/check_runner.h"
 #include "checks/steam_watch.h"
 #include "controller/connection_flow.h"
@@ -24,6 +25,7 @@ void Poll::takeSteps(LinkKind kind)
 {
     Facts &facts = deps_.checks.facts();
     facts.forgetPoll();
+    facts.missingThreads = threads::missing();
     const std::optional<power::AcLine> line = power::acLine();
     facts.power = line.value_or(power::AcLine::Unknown);
     const PowerTip::Change change = powerTip_.update(line);

@@ -190,6 +190,18 @@
         <source>Windows不允许本程序使用端口9932（错误%1），串流服务器连接不到本程序。请重新启动电脑后再试。</source>
         <translation>Windows does not let this program use port 9932 (error %1), so that the streaming server cannot reach it. Restart the PC and try again.</translation>
     </message>
+    <message>
+        <source>缺少线程的功能：</source>
+        <translation>Without a thread:</translation>
+    </message>
+    <message>
+        <source>电脑的资源已用尽</source>
+        <translation>This PC has run out of resources</translation>
+    </message>
+    <message>
+        <source>Windows无法再为本程序创建线程，部分功能无法工作。请关闭其他程序，然后重新启动本程序。</source>
+        <translation>Windows has no thread left for this program, so a part of it does not work. Close other programs, then start this one again.</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

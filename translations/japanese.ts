@@ -190,6 +190,18 @@
         <source>Windows不允许本程序使用端口9932（错误%1），串流服务器连接不到本程序。请重新启动电脑后再试。</source>
         <translation>このプログラムはWindowsからポート9932の使用を許可されていません（エラー%1）。ストリーミングサーバーが接続できないため、PCを再起動してからもう一度お試しください。</translation>
     </message>
+    <message>
+        <source>缺少线程的功能：</source>
+        <translation>スレッドがない機能：</translation>
+    </message>
+    <message>
+        <source>电脑的资源已用尽</source>
+        <translation>パソコンのリソースが不足しています</translation>
+    </message>
+    <message>
+        <source>Windows无法再为本程序创建线程，部分功能无法工作。请关闭其他程序，然后重新启动本程序。</source>
+        <translation>Windowsが本プログラムのスレッドをこれ以上作成できないため、一部の機能が動作しません。他のプログラムを閉じてから、本プログラムを再起動してください。</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmPage</name>

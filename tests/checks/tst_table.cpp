@@ -250,6 +250,15 @@ private:
         row("another program has our port alone", {"control-port-taken: other.exe"},
             port(false, true));
         row("Windows keeps our port", {"control-port-unusable: 10013"}, port(false, false));
+        row("nothing is missing", {}, [](Facts &facts) { facts.missingThreads.clear(); });
+        row("no thread for two of ours", {"no-threads: facts, proxies"}, [](Facts &facts) {
+            facts.missingThreads = QStringList{"facts", "proxies"};
+        });
+        row("no thread explains the port that is not listened on", {"no-threads: the link"},
+            [=](Facts &facts) {
+                port(false, false)(facts);
+                facts.missingThreads = QStringList("the link");
+            });
         row("another program has our port, and the server came to us", {}, [=](Facts &facts) {
             port(true, true)(facts);
             facts.reached = static_cast<int>(Stage::Server) + 1;
