@@ -2,6 +2,7 @@
 
 #include "base/clock.h"
 #include "base/console.h"
+#include "base/threads.h"
 #include "demonstration/close_signals.h"
 #include "demonstration/demonstration.h"
 #include "demonstration/exit_codes.h"
@@ -21,6 +22,7 @@
 
 #include <csignal>
 #include <iostream>
+#include <optional>
 
 #include <unistd.h>
 
@@ -108,7 +110,8 @@ struct SimulatedSurroundings::Private
     void endWithTheEventLoop();
 
     Wishes wishes;
-    std::shared_ptr<ProgressPrinter> printer; // null when nobody asks for the progress
+    std::optional<threads::NoneToHave> noThreads; // for the assistant
+    std::shared_ptr<ProgressPrinter> printer;     // null when nobody asks for the progress
     std::unique_ptr<CloseSignals> closeSignals;
     std::unique_ptr<QuickScreen> screen;
     std::unique_ptr<ScriptedUser> scriptedUser;
@@ -188,6 +191,8 @@ std::optional<int> SimulatedSurroundings::begin()
         return exit_code::badScenario;
     }
     d->wishes = Wishes::fromEnvironment();
+    if (d->wishes.noThreads)
+        d->noThreads.emplace();
     if (d->wishes.printProgress)
         d->printer = printerOf(thePc()->pc());
     return std::nullopt;

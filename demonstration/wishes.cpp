@@ -11,5 +11,6 @@ Wishes Wishes::fromEnvironment()
     wishes.untilConnected = qEnvironmentVariable("SIMPC_UNTIL") == QLatin1String("connected");
     wishes.limitSeconds = qEnvironmentVariableIntValue("SIMPC_LIMIT");
     wishes.scripted = qEnvironmentVariableIntValue("SIMPC_DIRECTED") != 0;
+    wishes.noThreads = qEnvironmentVariableIntValue("SIMPC_NO_THREADS") != 0;
     return wishes;
 }

@@ -11,6 +11,7 @@ struct Wishes
     bool untilConnected = false; // SIMPC_UNTIL=connected: then the program closes
     int limitSeconds = 0;        // SIMPC_LIMIT: longest wait for that; 0: none
     bool scripted = false;       // SIMPC_DIRECTED: any number but 0
+    bool noThreads = false;      // SIMPC_NO_THREADS: any number but 0
 
     static Wishes fromEnvironment();
 };

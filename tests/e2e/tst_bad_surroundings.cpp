@@ -84,6 +84,37 @@ private slots:
                  QString("HEVC"));
     }
 
+    void withoutThreadsItSaysSoAndEnds_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<QString>("says");
+        QTest::newRow("Steam runs") << "steam-already-running"
+                                    << "no thread for the link to the streaming server: ";
+        QTest::newRow("Steam has to be started") << "one-headset"
+                                                 << "no thread for the launch of Steam: ";
+    }
+    void withoutThreadsItSaysSoAndEnds()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(QString, says);
+        Program program(dir(), scenario);
+        program.environment.insert("SIMPC_NO_THREADS", "1");
+        program.environment.insert("SIMPC_FACE", path("face"));
+        program.environment.insert("SIMPC_UNTIL", "connected");
+        program.environment.insert("SIMPC_LIMIT", "40");
+        QVERIFY(program.start());
+        QCOMPARE(program.wait(), 3);
+        QVERIFY2(program.log().contains(says), qPrintable(program.log()));
+        QVERIFY(program.log().contains("no thread for facts: "));
+        // What the user sees, and how it is left.
+        const QString face = QString::fromUtf8(readFile("face"));
+        QVERIFY2(face.contains("no-threads"), qPrintable(face));
+        QCOMPARE(face.contains("orb.showToast(\"启动Steam失败\""), scenario == "one-headset");
+        const QString paths = program.home() + "/AppData/Local/openvr/openvrpaths.vrpath";
+        QVERIFY(program.json(paths).value("external_drivers").isNull());
+        QVERIFY(!program.json(program.dataDir() + "/set.json").isEmpty());
+    }
+
     void aMissingDataFolderIsMade()
     {
         Program program(dir(), "steam-already-running");
