@@ -12,8 +12,9 @@ bool mark(const QString &path, const QString &from);
 
 // Opens the program, or the package, as a double click does: the system checks it,
 // asks the user where it has doubts, and tells him of a failure itself. Waits until
-// he has answered. False when the file is not there or somebody writes to it: then
-// nobody was asked. Nobody changes the file meanwhile. Any thread.
+// he has answered. False when the file is not there, when somebody writes to it, or
+// without a thread to do it on: then nobody was asked. Nobody changes the file meanwhile.
+// Any thread.
 bool open(const QString &path);
 
 // Whose valid signature the file has; empty when it has none. Takes a moment; any

@@ -1,13 +1,11 @@
 #include "pc/downloaded_program.h"
 
 #include "pc/handles_win.h"
+#include "pc/shell_thread_win.h"
 #include "pc/wide_text_win.h"
 
 #include <QDir>
 
-#include <thread>
-
-#include <objbase.h>
 #include <shellapi.h>
 #include <softpub.h>
 #include <wincrypt.h>
@@ -72,16 +70,7 @@ bool open(const QString &path)
                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!held)
         return false;
-    // The shell may dispatch the messages of the thread that calls it.
-    std::thread shell([&file] {
-        const bool initialised =
-            SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
-        openFile(file);
-        if (initialised)
-            CoUninitialize();
-    });
-    shell.join();
-    return true;
+    return shell_thread::run([&file] { openFile(file); });
 }
 
 QString signerOf(const QString &path)
