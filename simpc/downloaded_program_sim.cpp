@@ -17,10 +17,9 @@ bool open(const QString &path)
     return SimPc::current().launches.start({path, {}, false}).started;
 }
 
-// Nothing is signed here.
 QString signerOf(const QString &)
 {
-    return {};
+    return SimPc::current().facts.installerSigner.get();
 }
 
 } // namespace downloaded_program

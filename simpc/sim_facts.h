@@ -38,6 +38,8 @@ public:
                               QStringList("Private"), "category of each network connection"};
     Fact<QStringList> recordingDevices{this, changing("recordingDevices", "recording devices"),
                                        kinds::texts(), QStringList(), "recording devices"};
+    Fact<QString> installerSigner{this, "installerSigner", kinds::text(), "VB-Audio",
+                                  "who has signed the installers on this PC; empty: nobody"};
     Fact<answers::WaveOuts> waveOuts{this, changing("waveOuts", "sound outputs"), kinds::waveOuts(),
                                      usual::waveOuts(), "sound outputs"};
 
