@@ -4,8 +4,10 @@
 
 namespace elevated_launch {
 
-qint64 start(const QString &program, const QString &workingDir)
+qint64 start(const QString &program, const QString &workingDir, const MayStart &mayStart)
 {
+    if (!mayStart(SimPc::current().facts.installerSigner.get()))
+        return refused;
     SimLaunch request;
     request.program = program;
     request.workingDir = workingDir;

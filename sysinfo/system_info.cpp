@@ -229,10 +229,19 @@ bool SystemInfo::hasVirtualCable()
     return false;
 }
 
-void SystemInfo::installVirtualCable(const QString &folder)
+void SystemInfo::installVirtualCable(const QString &folder, const TellSigner &tell)
 {
     qInfo().noquote() << folder;
-    const qint64 result = elevated_launch::start(folder + cableInstaller, folder);
+    const auto mayStart = [&tell](const QString &signer) {
+        if (signer.isEmpty())
+            qWarning("install audio: nobody has signed the installer, it is not started");
+        else
+            qInfo().noquote() << "install audio: signed by" << signer;
+        if (tell)
+            tell(signer);
+        return !signer.isEmpty();
+    };
+    const qint64 result = elevated_launch::start(folder + cableInstaller, folder, mayStart);
     qInfo().noquote().nospace() << "install audio res: " << result;
 }
 

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 class QProcess;
@@ -61,9 +62,13 @@ public:
     bool isAudioOutputSupported();
     // Whether the virtual audio cable's recording end is there.
     static bool hasVirtualCable();
+    // Is told whose valid signature the installer has, before the rights are asked for;
+    // empty: nobody's, and it is not started.
+    using TellSigner = std::function<void(const QString &signer)>;
     // Starts the cable's installer, which lies below `folder`, with
-    // administrator rights. Does not wait for it.
-    static void installVirtualCable(const QString &folder);
+    // administrator rights, if somebody has signed it. Does not wait for it. A missing
+    // one, and one that somebody writes to, shows only in the log.
+    static void installVirtualCable(const QString &folder, const TellSigner &tell = {});
 
     // Processes by executable name, compared with letter case.
     static bool isProcessRunning(const QString &name);

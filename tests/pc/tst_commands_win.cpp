@@ -1,9 +1,9 @@
 #include "pc/adb_shell.h"
-#include "pc/elevated_launch.h"
 #include "pc/processes.h"
 #include "pc/shell_launch.h"
 #include "pc/system_programs.h"
 #include "sysinfo/system_info.h"
+#include "tests/pc/test_signature_win.h"
 #include "tests/support/test_case.h"
 
 #include <QDir>
@@ -225,12 +225,15 @@ private slots:
         QTRY_VERIFY(!SystemInfo::isProcessRunning("powershell.exe"));
     }
 
-    void theCablesInstallerRunsInItsFolder()
+    void theCablesInstallerRunsInItsFolderIfItIsSigned()
     {
+        if (!test_signature::isAvailable())
+            QSKIP("Nobody's signature can be trusted here.");
+        const test_signature::Trusted trusted;
         const QString folder = path(QString("程序 & é"));
         QVERIFY(QDir().mkpath(folder + "/installaudio"));
         const QString installer = folder + "/installaudio/VBCABLE_Setup_x64";
-        QVERIFY(QFile::copy(QStringLiteral(KOLM_TALKER), installer + ".exe"));
+        QVERIFY(QFile::copy(test_signature::signedProgram(), installer + ".exe"));
         SystemInfo::installVirtualCable(folder);
         QTRY_VERIFY(readFile(installer.mid(dir().size() + 1) + ".heard").count('\n') == 2);
         const QList<QByteArray> heard =
@@ -240,13 +243,23 @@ private slots:
                      heard[1].trimmed().endsWith("VBCABLE_Setup_x64.exe"),
                  heard[1].constData());
         QCOMPARE(logged().value(0), folder);
-        QVERIFY(logged().value(1).startsWith("install audio res: "));
-        QVERIFY(logged().value(1).section(' ', -1).toInt() > 32);
+        QCOMPARE(logged().value(1), "install audio: signed by " + test_signature::signer());
+        QVERIFY(logged().value(2).startsWith("install audio res: "));
+        QVERIFY(logged().value(2).section(' ', -1).toInt() > 32);
+    }
+
+    void theCablesInstallerStaysWhereNobodyHasSignedIt()
+    {
+        QVERIFY(QDir().mkpath(path("installaudio")));
+        QVERIFY(
+            QFile::copy(QStringLiteral(KOLM_TALKER), path("installaudio/VBCABLE_Setup_x64.exe")));
+        announce("install audio: nobody has signed the installer, it is not started");
+        SystemInfo::installVirtualCable(dir());
+        QCOMPARE(logged().last(), QString("install audio res: 5"));
     }
 
     void aMissingInstallerIsSeenInTheLogAlone()
     {
-        QCOMPARE(elevated_launch::start(path("none.exe"), dir()), qint64(ERROR_FILE_NOT_FOUND));
         SystemInfo::installVirtualCable(dir());
         QCOMPARE(logged().last(), QString("install audio res: 2"));
     }

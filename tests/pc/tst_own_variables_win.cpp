@@ -76,7 +76,8 @@ private slots:
         QTest::newRow("on its own") << Way(
             [](const QString &program) { QVERIFY(shell_launch::startDetached(program, {})); });
         QTest::newRow("with other rights") << Way([](const QString &program) {
-            elevated_launch::start(program, QDir::toNativeSeparators(QDir::tempPath()));
+            elevated_launch::start(program, QDir::toNativeSeparators(QDir::tempPath()),
+                                   [](const QString &) { return true; });
         });
         QTest::newRow("a command") << Way(runInAPipe);
         QTest::newRow("Qt") << Way([](const QString &program) { QProcess::execute(program, {}); });

@@ -107,8 +107,37 @@ private slots:
         QCOMPARE(pc.journal.lines(),
                  QStringList{"launch C:/星程 KOLM/installaudio/VBCABLE_Setup_x64.exe "
                              "(elevated) in C:/星程 KOLM"});
-        QCOMPARE(logged(), QStringList({"C:/星程 KOLM", "install audio res: " + result}));
+        QCOMPARE(logged(), QStringList({"C:/星程 KOLM", "install audio: signed by VB-Audio",
+                                        "install audio res: " + result}));
         QCOMPARE(clock.slept(), qint64(0));
+    }
+
+    void whoHasSignedTheInstallerIsToldBeforeItStarts()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.facts.installerSigner.set("Somebody Ltd.");
+        QStringList told;
+        SystemInfo::installVirtualCable("C:/KOLM", [&](const QString &signer) {
+            told << signer;
+            QVERIFY(pc.journal.lines().isEmpty());
+        });
+        QCOMPARE(told, QStringList("Somebody Ltd."));
+        QCOMPARE(pc.journal.lines().size(), 1);
+    }
+
+    void anInstallerThatNobodyHasSignedIsNotStarted()
+    {
+        ManualClock clock;
+        SimPc pc(clock);
+        pc.facts.installerSigner.set("");
+        announce("install audio: nobody has signed the installer, it is not started");
+        QStringList told;
+        SystemInfo::installVirtualCable("C:/KOLM", [&](const QString &signer) { told << signer; });
+        QCOMPARE(told, QStringList(QString()));
+        QVERIFY(pc.journal.lines().isEmpty());
+        // As a refused elevation.
+        QCOMPARE(logged().last(), QString("install audio res: 5"));
     }
 };
 
