@@ -39,6 +39,7 @@ namespace {
 constexpr auto pollInterval = 5s;
 constexpr auto pauseAfterStop = 1s;
 constexpr int steamToastDuration = 2000; // ms
+constexpr int signerToastDuration = 5000;
 
 } // namespace
 
@@ -350,7 +351,11 @@ bool ORBManager::installAudio()
 {
     if (SystemInfo::hasVirtualCable())
         return true;
-    SystemInfo::installVirtualCable(deps_->applicationDir());
+    SystemInfo::installVirtualCable(deps_->applicationDir(), [this](const QString &signer) {
+        emit showToast(signer.isEmpty() ? tr("虚拟声卡的安装程序没有有效的签名，未启动")
+                                        : tr("即将启动由“%1”签名的安装程序").arg(signer),
+                       signerToastDuration);
+    });
     return false;
 }
 

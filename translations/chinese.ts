@@ -511,6 +511,14 @@
         <source>DirectX 版本：</source>
         <translation>DirectX:</translation>
     </message>
+    <message>
+        <source>虚拟声卡的安装程序没有有效的签名，未启动</source>
+        <translation>The installer of the virtual sound card has no valid signature and was not started</translation>
+    </message>
+    <message>
+        <source>即将启动由“%1”签名的安装程序</source>
+        <translation>Starting the installer that “%1” has signed</translation>
+    </message>
 </context>
 <context>
     <name>PageItem</name>
@@ -746,10 +754,6 @@
         <translation>Microphone</translation>
     </message>
     <message>
-        <source>需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。</source>
-        <translation>This needs a virtual sound card. Its installer was started: finish it, then switch this on again.</translation>
-    </message>
-    <message>
         <source>把眼镜的麦克风用作电脑的麦克风</source>
         <translation>Use the headset&apos;s microphone as this PC&apos;s microphone</translation>
     </message>
@@ -772,6 +776,10 @@
     <message>
         <source>画质最好，适合有线连接或高速Wi-Fi</source>
         <translation>The best picture, for a cable or fast Wi-Fi</translation>
+    </message>
+    <message>
+        <source>需要先安装虚拟声卡。完成安装程序后，请再次打开。</source>
+        <translation>This needs a virtual sound card. Finish its installer, then switch this on again.</translation>
     </message>
 </context>
 <context>

@@ -511,6 +511,14 @@
         <source>DirectX 版本：</source>
         <translation>DirectX：</translation>
     </message>
+    <message>
+        <source>虚拟声卡的安装程序没有有效的签名，未启动</source>
+        <translation>仮想サウンドカードのインストーラーに有効な署名がないため、起動しませんでした</translation>
+    </message>
+    <message>
+        <source>即将启动由“%1”签名的安装程序</source>
+        <translation>「%1」が署名したインストーラーを起動します</translation>
+    </message>
 </context>
 <context>
     <name>PageItem</name>
@@ -746,10 +754,6 @@
         <translation>マイク</translation>
     </message>
     <message>
-        <source>需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。</source>
-        <translation>仮想サウンドカードが必要です。インストーラーを起動しました。完了したら、もう一度オンにしてください。</translation>
-    </message>
-    <message>
         <source>把眼镜的麦克风用作电脑的麦克风</source>
         <translation>ヘッドセットのマイクをPCのマイクとして使います</translation>
     </message>
@@ -772,6 +776,10 @@
     <message>
         <source>画质最好，适合有线连接或高速Wi-Fi</source>
         <translation>最高の画質。有線接続や高速なWi-Fi向け</translation>
+    </message>
+    <message>
+        <source>需要先安装虚拟声卡。完成安装程序后，请再次打开。</source>
+        <translation>仮想サウンドカードが必要です。インストーラーが完了したら、もう一度オンにしてください。</translation>
     </message>
 </context>
 <context>

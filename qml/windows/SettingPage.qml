@@ -194,7 +194,7 @@ DialogWindow {
     }
     SettingRow {
         name: qsTr("麦克风")
-        explanation: audio.installing ? qsTr("需要先安装虚拟声卡，安装程序已启动。完成安装后，请再次打开。")
+        explanation: audio.installing ? qsTr("需要先安装虚拟声卡。完成安装程序后，请再次打开。")
                                       : qsTr("把眼镜的麦克风用作电脑的麦克风")
 
         SwitchRow {

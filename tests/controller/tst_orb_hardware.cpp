@@ -148,6 +148,23 @@ private slots:
         QCOMPARE(f.pc.journal.lines().size(), 2);
     }
 
+    void theUserSeesWhoHasSignedTheCablesInstaller()
+    {
+        ControllerFixture f(dir());
+        f.orb();
+        f.emitted.clear();
+        QVERIFY(!f.orb().installAudio());
+        QCOMPARE(f.emitted, QStringList("showToast(即将启动由“VB-Audio”签名的安装程序,5000)"));
+        f.emitted.clear();
+        f.pc.journal.clear();
+        f.pc.facts.installerSigner.set("");
+        announce("install audio: nobody has signed the installer, it is not started");
+        QVERIFY(!f.orb().installAudio());
+        QCOMPARE(f.emitted,
+                 QStringList("showToast(虚拟声卡的安装程序没有有效的签名，未启动,5000)"));
+        QVERIFY(f.pc.journal.lines().isEmpty());
+    }
+
     void whoBlocksThePortsIsNamed()
     {
         ControllerFixture f(dir());
