@@ -17,6 +17,8 @@ QSsl::SslProtocol widestProtocol()
     return openSsl ? QSsl::TlsV1SslV3 : QSsl::TlsV1_0OrLater;
 }
 
+constexpr auto longestBodyAttribute = QNetworkRequest::User;
+
 } // namespace
 
 PeerCheck builtPeerCheck()
@@ -28,7 +30,7 @@ PeerCheck builtPeerCheck()
 #endif
 }
 
-QNetworkRequest request(const QUrl &url, PeerCheck check)
+QNetworkRequest request(const QUrl &url, PeerCheck check, qint64 longestBody)
 {
     QNetworkRequest request(url);
     QSslConfiguration tls = request.sslConfiguration();
@@ -37,7 +39,13 @@ QNetworkRequest request(const QUrl &url, PeerCheck check)
     request.setSslConfiguration(tls);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(longestBodyAttribute, longestBody);
     return request;
+}
+
+qint64 longestBody(const QNetworkRequest &request)
+{
+    return request.attribute(longestBodyAttribute).toLongLong();
 }
 
 bool isRedirect(const QNetworkReply &reply)
@@ -55,26 +63,16 @@ bool isRedirect(const QNetworkReply &reply)
     }
 }
 
-void limitReadBuffer(QNetworkReply *reply, qint64 bytes)
+std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply)
 {
-    // A request with a body starts with the next turn of the event loop, and
-    // what is said to it before that is not heard.
-    QMetaObject::invokeMethod(
-        reply, [reply, bytes] { reply->setReadBufferSize(bytes); }, Qt::QueuedConnection);
-}
-
-std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most)
-{
-    // Less of it would slow down a large one.
-    limitReadBuffer(reply, most > (1 << 20) ? 1 << 18 : 1 << 16);
     const auto body = std::make_shared<QByteArray>();
-    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, body, most] {
-        body->append(reply->readAll());
-        if (body->size() > most) {
-            body->clear();
-            reply->abort();
-        }
-    });
+    QObject::connect(reply, &QNetworkReply::readyRead, reply,
+                     [reply, body] { body->append(reply->readAll()); });
+    QObject::connect(reply, &QNetworkReply::errorOccurred, reply,
+                     [body](QNetworkReply::NetworkError error) {
+                         if (error == QNetworkReply::OperationCanceledError)
+                             body->clear();
+                     });
     return body;
 }
 
@@ -85,7 +83,6 @@ void abortRequests(QNetworkAccessManager &network, QObject &receiver)
         reply->disconnect(&receiver);
         delete reply;
     }
-    network.clearConnectionCache();
 }
 
 } // namespace cloud

@@ -21,24 +21,26 @@ enum class PeerCheck {
 // What this program was built with (KOLM_CLOUD_VERIFY_PEER).
 PeerCheck builtPeerCheck();
 
-// A request with the TLS settings of the vendor cloud.
-QNetworkRequest request(const QUrl &url, PeerCheck check);
+// The longest answer to most requests.
+constexpr qint64 usualBody = 1LL << 20; // bytes
+
+// A request with the TLS settings of the vendor cloud. An answer of more than
+// `longestBody` bytes is given up, and nothing of it is kept: so no server can
+// fill the memory.
+QNetworkRequest request(const QUrl &url, PeerCheck check, qint64 longestBody = usualBody);
+
+// How long the answer to a request() may be; that to any other is empty.
+qint64 longestBody(const QNetworkRequest &request);
 
 // Whether the answer points elsewhere. Nobody follows it there.
 bool isRedirect(const QNetworkReply &reply);
 
-// Lets only so much of an answer be on its way to whoever reads it. For a new
-// reply. What Qt holds it holds in the pieces in which it came; a server may
-// choose them small, and many are slow to read.
-void limitReadBuffer(QNetworkReply *reply, qint64 bytes);
-
-// The body of an answer as it comes in; whole when the reply has finished. An
-// answer of more than `most` bytes is aborted, and nothing of it is kept: so no
-// server can fill the memory.
-std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply, qint64 most);
+// The body of an answer as it comes in; whole when the reply has finished, and
+// empty when it was given up.
+std::shared_ptr<const QByteArray> collectBody(QNetworkReply *reply);
 
 // Drops all requests of `network` with their replies, of which `receiver` hears
-// no more, and closes its connections. On their thread.
+// no more. On their thread.
 void abortRequests(QNetworkAccessManager &network, QObject &receiver);
 
 } // namespace cloud

@@ -2,6 +2,7 @@
 
 #include "base/clock.h"
 #include "cloud/cloud_host.h"
+#include "cloud/network.h"
 #include "sysinfo/system_info.h"
 
 #include <QDebug>
@@ -9,7 +10,6 @@
 #include <QFile>
 #include <QHttpMultiPart>
 #include <QJsonDocument>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
 
@@ -25,7 +25,6 @@ constexpr std::chrono::milliseconds sendInterval = 10min;
 constexpr std::chrono::milliseconds flushLimit = 5s;
 // Long enough for a slow line; then the request makes room.
 constexpr std::chrono::milliseconds answerLimit = 5min;
-constexpr qint64 longestAnswer = 1LL << 20; // bytes
 
 const QString eventPath = QStringLiteral("/vrmcsys/datacenter/streaming_data_upload");
 const QString uploadPath = QStringLiteral("/vrmcsys/fileserver/Stiosko/upload");
@@ -59,7 +58,7 @@ QHttpPart namePart(const QString &fileName)
 
 HttpManager::HttpManager(Dependencies dependencies, QObject *parent)
     : QObject(parent), dependencies_(std::move(dependencies)),
-      networkManager_(new QNetworkAccessManager(this)),
+      networkManager_(new cloud::Network(this)),
       proxies_(*networkManager_, dependencies_.askForProxies)
 {
     dependencies_.clock.startTimer(sendInterval, this);
@@ -133,7 +132,7 @@ void HttpManager::sendInBackground(const QUrl &url, const QByteArray &batch)
 {
     proxies_.find(url, this, [this, url, batch] {
         QNetworkReply *const reply = post(url, batch);
-        const auto body = cloud::collectBody(reply, longestAnswer);
+        const auto body = cloud::collectBody(reply);
         abortAfter(answerLimit, reply);
         connect(reply, &QNetworkReply::finished, this, [this, reply, body, batch] {
             handleBatchAnswer(*body, batch);
@@ -152,7 +151,7 @@ void HttpManager::sendAndWait(const QUrl &url, const QByteArray &batch)
     dependencies_.clock.singleShot(flushLimit, &loop, [&] { loop.quit(); });
     proxies_.find(url, &loop, [&] {
         reply = post(url, batch);
-        body = cloud::collectBody(reply, longestAnswer);
+        body = cloud::collectBody(reply);
         connect(reply, SIGNAL(finished()), &loop, SLOT(quit()));
         connect(reply, SIGNAL(destroyed()), &loop, SLOT(quit()));
     });
@@ -206,7 +205,7 @@ void HttpManager::upload(const QUrl &url, const QByteArray &content, const QStri
     QNetworkReply *const reply =
         networkManager_->post(cloud::request(url, dependencies_.peerCheck), form.get());
     form.release()->setParent(reply);
-    const auto body = cloud::collectBody(reply, longestAnswer);
+    const auto body = cloud::collectBody(reply);
     abortAfter(answerLimit, reply);
     connect(reply, &QNetworkReply::finished, this,
             [this, reply, body] { handleUploadReply(reply, *body); });

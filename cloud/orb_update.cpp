@@ -1,6 +1,7 @@
 #include "cloud/orb_update.h"
 
 #include "cloud/installer_name.h"
+#include "cloud/network.h"
 #include "cloud/version_comparison.h"
 #include "sysinfo/system_info.h"
 
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QStringList>
 
@@ -25,7 +25,6 @@ const QString versionPath = QStringLiteral("/vrmcsys/appstore/getAlvrVerInfo");
 const QString errCode = QStringLiteral("errCode");
 const QString data = QStringLiteral("data");
 
-constexpr qint64 longestTable = 1LL << 20;   // bytes
 constexpr qint64 longestVersion = 1LL << 16; // bytes
 
 constexpr auto heldInterval = 1s;
@@ -61,7 +60,7 @@ bool isOnTheNet(const QUrl &url)
 
 ORBUpdate::ORBUpdate(Dependencies dependencies, QObject *parent)
     : QObject(parent), dependencies_(std::move(dependencies)),
-      networkManager_(new QNetworkAccessManager(this)),
+      networkManager_(new cloud::Network(this)),
       proxies_(*networkManager_, dependencies_.askForProxies)
 {
     proxies_.hold();
@@ -69,10 +68,10 @@ ORBUpdate::ORBUpdate(Dependencies dependencies, QObject *parent)
     queryVersion();
 }
 
-void ORBUpdate::get(const QUrl &url, const Handler &handle)
+void ORBUpdate::get(const QUrl &url, qint64 longest, const Handler &handle)
 {
-    proxies_.find(url, this, [this, url, handle] {
-        handle(networkManager_->get(cloud::request(url, dependencies_.peerCheck)));
+    proxies_.find(url, this, [this, url, longest, handle] {
+        handle(networkManager_->get(cloud::request(url, dependencies_.peerCheck, longest)));
     });
 }
 
@@ -81,13 +80,13 @@ void ORBUpdate::fetchTable()
     // Wherever the program works later, the rules are looked for where it
     // started.
     const QString target = QDir::currentPath() + QStringLiteral("/compare.json");
-    get(addressAt(dependencies_.host, tablePath),
+    get(addressAt(dependencies_.host, tablePath), cloud::usualBody,
         [this, target](QNetworkReply *reply) { handleTable(reply, target); });
 }
 
 void ORBUpdate::handleTable(QNetworkReply *reply, const QString &target)
 {
-    const auto body = cloud::collectBody(reply, longestTable);
+    const auto body = cloud::collectBody(reply);
     connect(reply, &QNetworkReply::finished, this, [reply, body, target] {
         reply->deleteLater();
         if (hasFailed(*reply))
@@ -105,7 +104,7 @@ void ORBUpdate::queryVersion()
 {
     const QUrl url = addressAt(dependencies_.host, versionPath);
     proxies_.find(url, this, [this, url] {
-        QNetworkRequest request = cloud::request(url, dependencies_.peerCheck);
+        QNetworkRequest request = cloud::request(url, dependencies_.peerCheck, longestVersion);
         request.setHeader(QNetworkRequest::ContentTypeHeader,
                           QStringLiteral("text/plain;charset=UTF-8"));
         handleVersion(networkManager_->post(request, QByteArrayLiteral("{}")));
@@ -114,7 +113,6 @@ void ORBUpdate::queryVersion()
 
 void ORBUpdate::handleVersion(QNetworkReply *reply)
 {
-    cloud::limitReadBuffer(reply, longestVersion);
     // Read once: what does not come in one piece is not understood.
     connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
         reply->disconnect(this);
@@ -180,12 +178,13 @@ void ORBUpdate::fetchInstaller()
         emit downExeFinish();
         return;
     }
-    get(url, [this](QNetworkReply *reply) { handleInstaller(reply); });
+    get(url, dependencies_.longestInstaller,
+        [this](QNetworkReply *reply) { handleInstaller(reply); });
 }
 
 void ORBUpdate::handleInstaller(QNetworkReply *reply)
 {
-    const auto body = cloud::collectBody(reply, dependencies_.longestInstaller);
+    const auto body = cloud::collectBody(reply);
     connect(reply, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64 total) {
         if (total != 0)
             emit processStatus(static_cast<float>(received) / static_cast<float>(total));

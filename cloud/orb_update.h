@@ -71,7 +71,7 @@ public:
 private:
     // What is made of the reply to a request that was just sent.
     using Handler = std::function<void(QNetworkReply *reply)>;
-    void get(const QUrl &url, const Handler &handle);
+    void get(const QUrl &url, qint64 longest, const Handler &handle);
     void handleTable(QNetworkReply *reply, const QString &target);
     void handleVersion(QNetworkReply *reply);
     void handleInstaller(QNetworkReply *reply);

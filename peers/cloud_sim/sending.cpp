@@ -67,6 +67,10 @@ void Sending::start()
 {
     if (!answer_.raw.isEmpty()) {
         socket_->write(answer_.raw);
+        if (answer_.endless) {
+            writeOn();
+            return;
+        }
         ended_ = true;
         emit finished(false);
         return;

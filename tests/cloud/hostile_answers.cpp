@@ -196,6 +196,21 @@ void addTransfers()
         raw("HTTP/1.1 200 OK\r\nX-A: " + QByteArray(1 << 20, 'h') +
             "\r\nContent-Length: 2\r\n\r\n[x"),
         NotJson);
+    row("a head without bounds",
+        body(repeated("X-A: b\r\n", 8000),
+             {{"endless", true}, {"raw", raw("HTTP/1.1 200 OK\r\n")["raw"]}}),
+        NotJson);
+    row("a header without bounds",
+        body(QByteArray(65536, 'h'),
+             {{"endless", true}, {"raw", raw("HTTP/1.1 200 OK\r\nX-A: ")["raw"]}}),
+        NotJson);
+    row("a status line without bounds",
+        body(QByteArray(65536, 'h'), {{"endless", true}, {"raw", raw("HTTP/1.1 200 O")["raw"]}}),
+        NotJson);
+    row("interim heads without bounds",
+        body(repeated("HTTP/1.1 100 Continue\r\n\r\n", 2000),
+             {{"endless", true}, {"raw", raw("HTTP/1.1 100 Continue\r\n\r\n")["raw"]}}),
+        NotJson);
     row("a NUL in a header",
         raw("HTTP/1.1 200 OK\r\nX: " + QByteArray(1, '\0') + "\r\nContent-Length: 2\r\n\r\n[x"),
         NotJson);

@@ -36,7 +36,7 @@ private slots:
                               [](const QString &) { QFAIL("nothing may be started"); },
                               cloud::PeerCheck::Off, longestInstaller});
             connect(&update, &ORBUpdate::updateSignal, this, [&offers] { ++offers; });
-            QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 60000);
+            QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 120000);
         }
         QCOMPARE(offers, 0);
         QVERIFY2(memory::peak() - before < memoryLimit,
@@ -66,7 +66,7 @@ private slots:
                           [](const QString &) { QFAIL("nothing may be started"); },
                           cloud::PeerCheck::Off, longestInstaller});
         beBusy(update);
-        QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 120000);
 
         ManualClock clock;
         HttpManager manager(
@@ -79,7 +79,7 @@ private slots:
         manager.sendEvents(true);
         manager.uploadFile("feedback.json", "name");
         beBusy(manager);
-        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 120000);
         QVERIFY2(memory::peak() - before < memoryLimit,
                  qPrintable(QString::number((memory::peak() - before) >> 20) + " MiB"));
     }
@@ -105,7 +105,7 @@ private slots:
                               cloud::PeerCheck::Off, longestInstaller});
             connect(&update, &ORBUpdate::updateSignal, this, [&offers] { ++offers; });
             connect(&update, &ORBUpdate::downExeFinish, this, [&ends] { ++ends; });
-            QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 60000);
+            QTRY_VERIFY_WITH_TIMEOUT(update.findChildren<QNetworkReply *>().isEmpty(), 120000);
         }
         QCOMPARE(ends, 1);
         QVERIFY2(memory::peak() - before < memoryLimit,
@@ -144,7 +144,7 @@ private slots:
         manager.addEvent("id", {});
         manager.sendEvents(true);
         manager.uploadFile("feedback.json", "name");
-        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(manager.findChildren<QNetworkReply *>().isEmpty(), 120000);
         QVERIFY2(memory::peak() - before < memoryLimit,
                  qPrintable(QString::number((memory::peak() - before) >> 20) + " MiB"));
         QCOMPARE(logged().size(), outcome == Silent ? 0 : 2); // one for each
