@@ -79,5 +79,5 @@ QString installerName(const QUrl &address)
     name = shortened(withoutEnds(name));
     if (name.isEmpty())
         return otherwise;
-    return isDevice(name) ? QLatin1Char('_') + name : name;
+    return isDevice(name) ? shortened(QLatin1Char('_') + name) : name;
 }

@@ -97,6 +97,11 @@ private slots:
             QString(116, QChar(0x4e2d)) + ".exe");
         row("long suffix", at("a." + QString(300, 'c')), "a." + QString(118, 'c'));
         row("just fits", at(QString(116, 'd') + ".exe"), QString(116, 'd') + ".exe");
+        row("long device", at("NUL." + QString(116, 'g')), "_NUL." + QString(115, 'g'));
+        row("long device with a suffix", at("COM1." + QString(111, 'h') + ".exe"),
+            "_COM1." + QString(110, 'h') + ".exe");
+        row("a device where it is cut", at("NUL" + QString("%20").repeated(200) + "x.exe"),
+            "_NUL.exe");
         row("a blank where it is cut", at(QString(115, 'e') + "%20" + QString(50, 'f') + ".exe"),
             QString(115, 'e') + ".exe");
     }
