@@ -69,7 +69,8 @@ HttpManager &HttpManager::instance()
     static HttpManager manager([] {
         Dependencies dependencies{Clock::system()};
         dependencies.describePc = [] { return SystemInfo::instance().toJson(); };
-        dependencies.baseAddress = QStringLiteral("https://") + cloud::host();
+        if (!cloud::host().isEmpty())
+            dependencies.baseAddress = QStringLiteral("https://") + cloud::host();
         dependencies.peerCheck = cloud::builtPeerCheck();
         dependencies.askForProxies = &ProxyFinder::askSystem;
         return dependencies;
@@ -79,6 +80,8 @@ HttpManager &HttpManager::instance()
 
 void HttpManager::addEvent(const QString &eventId, const QJsonObject &extraData)
 {
+    if (dependencies_.baseAddress.isEmpty())
+        return;
     const QJsonObject record{{QStringLiteral("timestamp"), dependencies_.clock.epochMilliseconds()},
                              {QStringLiteral("defaultData"), dependencies_.describePc()},
                              {QStringLiteral("eventId"), eventId},
@@ -184,6 +187,10 @@ void HttpManager::handleBatchAnswer(const QByteArray &body, const QByteArray &ba
 
 void HttpManager::uploadFile(const QString &path, const QString &fileName)
 {
+    if (dependencies_.baseAddress.isEmpty()) {
+        qInfo().noquote().nospace() << path << " cannot be uploaded: no cloud is known";
+        return;
+    }
     // Not left open: whoever writes the next such file must be able to replace
     // it while this one is still under way.
     QFile file(path);

@@ -33,7 +33,9 @@ public:
         Clock &clock;
         // This PC, for every event anew. Called on the thread of addEvent().
         std::function<QJsonObject()> describePc = {};
-        QString baseAddress = {}; // with the scheme, without a slash at the end
+        // With the scheme, without a slash at the end. Empty: there is no cloud, and
+        // nothing is kept or sent.
+        QString baseAddress = {};
         cloud::PeerCheck peerCheck = cloud::PeerCheck::On;
         ProxyFinder::Ask askForProxies = {}; // without it the cloud is reached directly
     };

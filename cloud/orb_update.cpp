@@ -63,6 +63,8 @@ ORBUpdate::ORBUpdate(Dependencies dependencies, QObject *parent)
       networkManager_(new cloud::Network(this)),
       proxies_(*networkManager_, dependencies_.askForProxies)
 {
+    if (dependencies_.host.isEmpty())
+        return;
     proxies_.hold();
     fetchTable();
     queryVersion();

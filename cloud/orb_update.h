@@ -29,7 +29,7 @@ class ORBUpdate : public QObject
 public:
     struct Dependencies
     {
-        QString host;    // of the vendor cloud, see cloud::host()
+        QString host;    // of the vendor cloud, see cloud::host(); empty: nobody is asked
         QString dataDir; // the installer is kept in "download" below it
         // Starts the program at `path`, which lives on by itself.
         std::function<void(const QString &path)> start;

@@ -42,7 +42,6 @@ def walk_simulated(linux_bin, work):
         'LANG': 'en_US.UTF-8', 'LC_CTYPE': 'C.UTF-8',
         'QT_QPA_PLATFORM': 'offscreen', 'QT_QUICK_BACKEND': 'software',
         'SIMPC_SCENARIO': str(scenario), 'SIMPC_SPEED': str(SPEED),
-        'SIMPC_CLOUD_HOST': '127.0.0.1:18443',
         'SIMPC_SERVER_LOG': str(work / 'server.log'),
         'SIMPC_UNTIL': 'connected', 'SIMPC_LIMIT': str(LIMIT * SPEED),
     })
