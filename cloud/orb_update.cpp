@@ -1,5 +1,6 @@
 #include "cloud/orb_update.h"
 
+#include "cloud/download_folder.h"
 #include "cloud/installer_name.h"
 #include "cloud/network.h"
 #include "cloud/version_comparison.h"
@@ -54,6 +55,13 @@ bool hasFailed(const QNetworkReply &reply)
 bool isOnTheNet(const QUrl &url)
 {
     return url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http");
+}
+
+// Whether `url` leads to the cloud itself, whose certificate says that it is it.
+bool isAt(const QString &host, const QUrl &url)
+{
+    const QUrl cloud(QStringLiteral("https://") + host);
+    return url.scheme() == cloud.scheme() && !url.host().isEmpty() && url.host() == cloud.host();
 }
 
 } // namespace
@@ -163,23 +171,38 @@ void ORBUpdate::offer(const QJsonObject &latest)
     downloadUrl_ = latest.value(QLatin1String("url")).toString();
 
     const QString folder = dependencies_.dataDir + QStringLiteral("/download/");
-    installerPath_ = folder + installerName(QUrl(downloadUrl_));
-    if (QFileInfo(installerPath_).isFile()) {
-        emit updateSignal(note_, isForce_);
+    const QString name = installerName(QUrl(downloadUrl_));
+    if (!mayBeInstaller(name))
         return;
-    }
-    QDir().mkpath(folder);
-    fetchInstaller();
+    installerPath_ = folder + name;
+    prepareDownloadFolder(folder, name);
+    if (QFileInfo(installerPath_).isFile())
+        emit updateSignal(note_, isForce_);
+    else
+        fetchInstaller();
+}
+
+// Whether what the address names may be kept and started.
+bool ORBUpdate::mayBeInstaller(const QString &name)
+{
+    const QUrl url(downloadUrl_);
+    QString why;
+    if (!isOnTheNet(url))
+        why = QStringLiteral("not an address on the net");
+    else if (dependencies_.peerCheck == cloud::PeerCheck::On && !isAt(dependencies_.host, url))
+        why = QStringLiteral("not an address of the cloud");
+    else if (!isInstallerName(name))
+        why = QStringLiteral("not an installer");
+    if (why.isEmpty())
+        return true;
+    logFailure(url, why);
+    emit downExeFinish();
+    return false;
 }
 
 void ORBUpdate::fetchInstaller()
 {
     const QUrl url(downloadUrl_);
-    if (!isOnTheNet(url)) {
-        logFailure(url, QStringLiteral("not an address on the net"));
-        emit downExeFinish();
-        return;
-    }
     get(url, dependencies_.longestInstaller,
         [this](QNetworkReply *reply) { handleInstaller(reply); });
 }

@@ -79,6 +79,7 @@ private:
     void queryVersion();
     void readVersion(QNetworkReply *reply);
     void offer(const QJsonObject &latest);
+    bool mayBeInstaller(const QString &name);
     void fetchInstaller();
     void keepInstaller(const QByteArray &body, int triesLeft);
 

@@ -3,6 +3,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QSaveFile>
 
@@ -28,6 +29,26 @@ bool writePort(const QString &path, quint16 port)
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(QByteArray::number(port) + '\n') > 0 &&
            file.commit();
+}
+
+// The same cloud once more for each of the identities; their ports stand in `folder`.
+// What went wrong, or nothing.
+QString serveIdentities(const QString &folder, const Answers &answers, const QString &store)
+{
+    QString error;
+    if (!QDir().mkpath(folder))
+        return QStringLiteral("cannot make ") + folder;
+    const QMap<QString, Identity> identities = makeIdentities(folder, &error);
+    if (!error.isEmpty())
+        return error;
+    for (auto it = identities.begin(); it != identities.end(); ++it) {
+        auto *const server = new Server(it.value(), answers, store);
+        server->setParent(QCoreApplication::instance());
+        if (!server->listen(QHostAddress::LocalHost) ||
+            !writePort(folder + '/' + it.key() + ".port", server->serverPort()))
+            return QStringLiteral("cannot listen as ") + it.key();
+    }
+    return {};
 }
 
 QCommandLineOption option(const char *name, const char *text, const char *value,
@@ -57,7 +78,9 @@ int main(int argc, char *argv[])
         option("table", "Answers with this requirements table.", "FILE");
     const QCommandLineOption listing(QStringLiteral("list"),
                                      QStringLiteral("Lists the compiled-in answers."));
-    parser.addOptions({port, portFile, store, answer, table, listing});
+    const QCommandLineOption identities = option(
+        "identities", "Listens with good and bad certificates as well; see the README.", "DIR");
+    parser.addOptions({port, portFile, store, answer, table, identities, listing});
     parser.process(app);
     if (parser.isSet(listing))
         return list();
@@ -78,6 +101,10 @@ int main(int argc, char *argv[])
         whole.body = file.readAll();
         answers[QStringLiteral("table")] = {whole};
     }
+    if (parser.isSet(identities))
+        error = serveIdentities(parser.value(identities), answers, parser.value(store));
+    if (!error.isEmpty())
+        return complain(error);
     const Identity identity = makeIdentity(&error);
     if (!error.isEmpty())
         return complain(error);

@@ -55,7 +55,7 @@ void Server::incomingConnection(qintptr handle)
         delete socket;
         return;
     }
-    socket->setLocalCertificate(identity_.certificate);
+    socket->setLocalCertificateChain(identity_.chain);
     socket->setPrivateKey(identity_.key);
     socket->setPeerVerifyMode(QSslSocket::VerifyNone);
     const auto bytes = std::make_shared<QByteArray>();

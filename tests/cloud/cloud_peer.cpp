@@ -22,11 +22,14 @@ QByteArray contentOf(const QString &path)
 class CloudPeer::Process
 {
 public:
-    Process()
+    explicit Process(Identities identities)
     {
         process_.setProcessChannelMode(QProcess::MergedChannels);
-        process_.start(QStringLiteral(CLOUD_SIM), {QStringLiteral("--port"), QStringLiteral("0"),
-                                                   QStringLiteral("--store"), folder_.path()});
+        QStringList arguments{QStringLiteral("--port"), QStringLiteral("0"),
+                              QStringLiteral("--store"), folder_.path()};
+        if (identities == Identities::Made)
+            arguments << QStringLiteral("--identities") << folder_.path() + "/identities";
+        process_.start(QStringLiteral(CLOUD_SIM), arguments);
     }
     ~Process()
     {
@@ -50,12 +53,12 @@ private:
     QProcess process_;
 };
 
-CloudPeer::CloudPeer() : store_(qEnvironmentVariable("KOLM_CLOUD_SIM_STORE"))
+CloudPeer::CloudPeer(Identities identities) : store_(qEnvironmentVariable("KOLM_CLOUD_SIM_STORE"))
 {
     port_ = qEnvironmentVariable("KOLM_CLOUD_SIM_PORT").toUShort();
     if (port_ != 0)
         return;
-    process_ = std::make_unique<Process>();
+    process_ = std::make_unique<Process>(identities);
     port_ = process_->port();
     store_ = process_->store();
 }
@@ -81,6 +84,17 @@ void CloudPeer::begin(const QJsonObject &answers)
 QString CloudPeer::host() const
 {
     return QStringLiteral("127.0.0.1:%1/@%2").arg(port_).arg(tag_);
+}
+
+QString CloudPeer::hostAs(const QString &identity) const
+{
+    const QByteArray port = contentOf(store_ + "/identities/" + identity + ".port").trimmed();
+    return QStringLiteral("127.0.0.1:%1/@%2").arg(QString::fromLatin1(port), tag_);
+}
+
+QString CloudPeer::authority() const
+{
+    return store_ + "/identities/authority.pem";
 }
 
 QString CloudPeer::base() const

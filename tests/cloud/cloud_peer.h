@@ -25,7 +25,8 @@ class CloudPeer
 public:
     // Starts the process, or joins the one that the environment names with
     // KOLM_CLOUD_SIM_PORT and KOLM_CLOUD_SIM_STORE.
-    CloudPeer();
+    enum class Identities { None, Made };
+    explicit CloudPeer(Identities identities = Identities::None);
     ~CloudPeer();
 
     bool isUp() const { return port_ != 0; }
@@ -37,6 +38,11 @@ public:
 
     QString host() const; // with the tag, as a part of addresses
     QString base() const; // the same as an address
+    // As host(), where it says that it is somebody else: "good", "wrong-name",
+    // "expired" or "self-signed". Needs Identities::Made.
+    QString hostAs(const QString &identity) const;
+    // Who vouches for the first three of these, a file.
+    QString authority() const;
     quint16 port() const { return port_; }
 
     // The requests so far, in the order of their arrival.

@@ -77,15 +77,20 @@ private slots:
                                      << "evil.exe";
         QTest::newRow("drive") << "/download/C%3Aevil.exe"
                                << "C_evil.exe";
-        QTest::newRow("stream") << "/download/a.exe%3Ab"
-                                << "a.exe_b";
+        QTest::newRow("stream") << "/download/a%3Ab.exe"
+                                << "a_b.exe";
         QTest::newRow("device") << "/download/NUL.exe"
                                 << "_NUL.exe";
         QTest::newRow("no name") << "/download/"
                                  << "KOLM_Streaming_Assistant.exe";
         QTest::newRow("quotes") << "/download/a%22%20-x%20%22.exe"
                                 << "a_ -x _.exe";
-        QTest::newRow("long") << "/download/" + QString(300, 'a') << QString(120, 'a');
+        QTest::newRow("long") << "/download/" + QString(300, 'a') + ".exe"
+                              << QString(116, 'a') + ".exe";
+        QTest::newRow("capitals") << "/download/SETUP.EXE"
+                                  << "SETUP.EXE";
+        QTest::newRow("package") << "/download/setup.msi"
+                                 << "setup.msi";
     }
 
     void theInstallerLiesInItsFolderWhateverTheAddressSays()
@@ -120,6 +125,39 @@ private slots:
         QCOMPARE(logged().last(),
                  QString("Download of %1 failed: not an address on the net\n").arg(url));
         QCOMPARE(QDir(download()).entryList(QDir::Files), QStringList());
+    }
+
+    void onlyInstallersAreKept_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"a.bat", "a.cmd", "a.com", "a.scr", "a.ps1", "a.exe.lnk", "a.zip",
+                                 "exe", "a.exe%3Ab", "setup", "a.msix"})
+            QTest::newRow(name) << name;
+    }
+
+    void onlyInstallersAreKept()
+    {
+        QFETCH(QString, name);
+        QVERIFY(QDir().mkpath(download()));
+        writeFile("data/download/a.bat", "there already");
+        check(newer({{"url", "{base}/download/" + name}}));
+        QVERIFY(offers_.isEmpty());
+        QCOMPARE(finished_, 1);
+        QCOMPARE(logged().last(), QString("Download of %1/download/%2 failed: not an installer\n")
+                                      .arg(cloud_->base(), name));
+        QCOMPARE(cloud_->receivedCount(), 2);
+        QVERIFY(!update_->setup());
+    }
+
+    void thereIsOneInstallerAtATime()
+    {
+        QVERIFY(QDir().mkpath(download() + "/folder.exe"));
+        for (const char *name : {"Old.exe", "Old.MSI", "Setup.exe.aZ09bC", "notes.txt"})
+            writeFile(QString("data/download/") + name, "old");
+        check(newer());
+        QCOMPARE(offers_.size(), 1);
+        QCOMPARE(QDir(download()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name),
+                 QStringList({"Setup.exe", "folder.exe", "notes.txt"}));
     }
 
     void aLongerInstallerThanAllowedIsNotTaken()
