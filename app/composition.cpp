@@ -13,7 +13,7 @@
 #include "controller/qml_types.h"
 #include "controller/stage_model.h"
 #include "link/sys_manager.h"
-#include "pc/shell_launch.h"
+#include "pc/downloaded_program.h"
 #include "qml/resources.h"
 #include "res/resources.h"
 #include "steamvr/steam_manager.h"
@@ -67,10 +67,11 @@ ORBUpdate *makeUpdate(QGuiApplication *app)
     dependencies.host = cloud::host();
     dependencies.dataDir = dataFolder();
     dependencies.start = [](const QString &path) {
-        startInstaller(path, Clock::system(), [](const QString &program) {
-            return shell_launch::startDetached(program, {});
-        });
+        startInstaller(path, Clock::system(), &downloaded_program::open);
     };
+    dependencies.mark = &downloaded_program::mark;
+    dependencies.signer = cloud::installerSigner();
+    dependencies.signerOf = &downloaded_program::signerOf;
     dependencies.peerCheck = cloud::builtPeerCheck();
     dependencies.askForProxies = &ProxyFinder::askSystem;
     return new ORBUpdate(dependencies, app);

@@ -25,6 +25,11 @@ QString cloud::host()
     return host.name;
 }
 
+QString cloud::installerSigner()
+{
+    return QStringLiteral(KOLM_INSTALLER_SIGNER);
+}
+
 void cloud::useHost(const QString &host)
 {
     Host &kept = current();

@@ -1,4 +1,4 @@
-// Where the vendor cloud is.
+// Where the vendor cloud is, and who signs what comes from it.
 #pragma once
 
 #include <QString>
@@ -10,6 +10,10 @@ namespace cloud {
 // built (KOLM_CLOUD_HOST), unless useHost() has named another. Empty: there is
 // none, and nobody is asked. Any thread.
 QString host();
+
+// Who has to have signed an installer that is started, as its certificate says
+// (KOLM_INSTALLER_SIGNER). Empty: nobody has to. Any thread.
+QString installerSigner();
 
 // Leads to another host for the rest of the process. For who puts the program
 // together, before anything speaks to the cloud: HttpManager's one instance

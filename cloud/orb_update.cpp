@@ -243,6 +243,8 @@ void ORBUpdate::keepInstaller(const QByteArray &body, int triesLeft)
     if (saved == Saved::Held)
         qInfo("The installer is still held by another program, given up");
     if (saved == Saved::Done)
+        markInstaller();
+    if (saved == Saved::Done)
         emit updateSignal(note_, isForce_);
     emit downExeFinish();
 }
@@ -254,8 +256,31 @@ bool ORBUpdate::setup()
     setupStarted_ = true;
     if (!QFileInfo(installerPath_).isFile())
         return false;
+    // One that was there already may have come without it.
+    markInstaller();
+    if (!isSigned())
+        return false;
     dependencies_.start(installerPath_);
     return true;
+}
+
+void ORBUpdate::markInstaller()
+{
+    if (dependencies_.mark && !dependencies_.mark(installerPath_, downloadUrl_))
+        qInfo("The installer could not be marked as one from the net");
+}
+
+bool ORBUpdate::isSigned() const
+{
+    if (dependencies_.signer.isEmpty())
+        return true;
+    const QString signer =
+        dependencies_.signerOf ? dependencies_.signerOf(installerPath_) : QString();
+    if (signer == dependencies_.signer)
+        return true;
+    qWarning().noquote() << "The installer is not started, its signer is:"
+                         << (signer.isEmpty() ? QStringLiteral("nobody") : signer);
+    return false;
 }
 
 QString ORBUpdate::version()

@@ -38,6 +38,12 @@ public:
         qint64 longestInstaller = 512LL << 20; // bytes
         Clock &clock = Clock::system();
         std::function<Saved(const QByteArray &content, const QString &path)> save = saveDownload;
+        // Notes that the file at `path` came from the net; false when it cannot.
+        std::function<bool(const QString &path, const QString &from)> mark = {};
+        // Who has to have signed an installer; empty: nobody has to.
+        QString signer = {};
+        // Whose valid signature the file at `path` has.
+        std::function<QString(const QString &path)> signerOf = {};
         // Without it the cloud is reached directly, and at once.
         ProxyFinder::Ask askForProxies = {};
     };
@@ -53,8 +59,8 @@ signals:
     void downExeFinish();
 
 public:
-    // Starts the downloaded installer; false when there is none, and whenever
-    // it was called before.
+    // Starts the downloaded installer; false when there is none, when it lacks the
+    // signature that it has to have, and whenever it was called before.
     Q_INVOKABLE bool setup();
     // The assistant's version as it is shown, for example "v1.2.3".
     Q_INVOKABLE QString version();
@@ -81,6 +87,8 @@ private:
     void offer(const QJsonObject &latest);
     bool mayBeInstaller(const QString &name);
     void fetchInstaller();
+    void markInstaller();
+    bool isSigned() const;
     void keepInstaller(const QByteArray &body, int triesLeft);
 
     const Dependencies dependencies_;

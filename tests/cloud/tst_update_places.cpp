@@ -117,6 +117,72 @@ private slots:
         QCOMPARE(logged().last(),
                  QString("Download of %1 failed: not an address of the cloud\n").arg(url));
     }
+
+    void theInstallerIsMarkedWhenItIsKeptAndWhenItIsStarted()
+    {
+        QStringList marked;
+        cloud_->begin(newer());
+        ORBUpdate::Dependencies dependencies = checked();
+        dependencies.mark = [&](const QString &file, const QString &from) {
+            marked << (QFileInfo(file).isFile() ? from : QString());
+            return false;
+        };
+        use(dependencies);
+        const QString from = cloud_->base() + "/download/Setup.exe";
+        QCOMPARE(marked, QStringList(from));
+        QVERIFY(update_->setup());
+        QCOMPARE(marked, QStringList({from, from}));
+        QCOMPARE(started_, QStringList(installer()));
+        QCOMPARE(loggedCount("The installer could not be marked as one from the net"), 2);
+    }
+
+    void onlyTheRightSignatureStartsAnInstaller_data()
+    {
+        QTest::addColumn<QString>("wanted");
+        QTest::addColumn<QString>("signer");
+        QTest::addColumn<bool>("starts");
+        QTest::newRow("nobody is wanted") << ""
+                                          << "" << true;
+        QTest::newRow("the right one") << "KOLM Ltd."
+                                       << "KOLM Ltd." << true;
+        QTest::newRow("none") << "KOLM Ltd."
+                              << "" << false;
+        QTest::newRow("another") << "KOLM Ltd."
+                                 << "KOLM Ltd. " << false;
+        QTest::newRow("in small letters") << "KOLM Ltd."
+                                          << "kolm ltd." << false;
+    }
+
+    void onlyTheRightSignatureStartsAnInstaller()
+    {
+        QFETCH(QString, wanted);
+        QFETCH(QString, signer);
+        QFETCH(bool, starts);
+        cloud_->begin(newer());
+        ORBUpdate::Dependencies dependencies = checked();
+        dependencies.signer = wanted;
+        dependencies.signerOf = [&](const QString &file) {
+            return file == installer() ? signer : QString("of another file");
+        };
+        use(dependencies);
+        if (!starts)
+            announce("The installer is not started, its signer is: " +
+                     (signer.isEmpty() ? "nobody" : signer));
+        QCOMPARE(update_->setup(), starts);
+        QCOMPARE(started_.size(), starts ? 1 : 0);
+    }
+
+private:
+    ORBUpdate::Dependencies checked()
+    {
+        return {cloud_->host(), path("data"),
+                [this](const QString &program) { started_ << program; }, cloud::PeerCheck::Off};
+    }
+    void use(const ORBUpdate::Dependencies &dependencies)
+    {
+        update_ = std::make_unique<ORBUpdate>(dependencies);
+        settle();
+    }
 };
 
 KOLM_TEST_MAIN(TestUpdatePlaces)
