@@ -57,7 +57,7 @@ public:
     void sendEvents() override { HttpManager::instance().sendEvents(false); }
     void upload(const QString &path, const QString &fileName) override
     {
-        HttpManager::instance().uploadFile(path, fileName);
+        HttpManager::instance().uploadFile(path, fileName, HttpManager::AfterUpload::Remove);
     }
 };
 

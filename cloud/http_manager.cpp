@@ -1,6 +1,7 @@
 #include "cloud/http_manager.h"
 
 #include "base/clock.h"
+#include "base/file_io.h"
 #include "cloud/cloud_host.h"
 #include "cloud/network.h"
 #include "sysinfo/system_info.h"
@@ -185,7 +186,7 @@ void HttpManager::handleBatchAnswer(const QByteArray &body, const QByteArray &ba
     }
 }
 
-void HttpManager::uploadFile(const QString &path, const QString &fileName)
+void HttpManager::uploadFile(const QString &path, const QString &fileName, AfterUpload after)
 {
     if (dependencies_.baseAddress.isEmpty()) {
         qInfo().noquote().nospace() << path << " cannot be uploaded: no cloud is known";
@@ -201,10 +202,16 @@ void HttpManager::uploadFile(const QString &path, const QString &fileName)
     const QByteArray content = file.readAll();
     file.close();
     const QUrl url(dependencies_.baseAddress + uploadPath);
-    proxies_.find(url, this, [this, url, content, fileName] { upload(url, content, fileName); });
+    const auto taken = [path, content, after] {
+        if (after == AfterUpload::Remove && readContent(path) == content)
+            QFile::remove(path);
+    };
+    proxies_.find(url, this,
+                  [this, url, content, fileName, taken] { upload(url, content, fileName, taken); });
 }
 
-void HttpManager::upload(const QUrl &url, const QByteArray &content, const QString &fileName)
+void HttpManager::upload(const QUrl &url, const QByteArray &content, const QString &fileName,
+                         const std::function<void()> &taken)
 {
     auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
     form->append(filePart(content));
@@ -214,12 +221,15 @@ void HttpManager::upload(const QUrl &url, const QByteArray &content, const QStri
     form.release()->setParent(reply);
     const auto body = cloud::collectBody(reply);
     abortAfter(answerLimit, reply);
-    connect(reply, &QNetworkReply::finished, this,
-            [this, reply, body] { handleUploadReply(reply, *body); });
+    connect(reply, &QNetworkReply::finished, this, [this, reply, body, taken] {
+        if (handleUploadReply(reply, *body))
+            taken();
+    });
 }
 
-void HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body)
+bool HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body)
 {
+    bool isTaken = false;
     const QString address = reply->url().toString();
     QJsonParseError error = {};
     const QJsonDocument document = QJsonDocument::fromJson(body, &error);
@@ -228,8 +238,11 @@ void HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body
     } else if (document.object().value(errCode).toInt() != 0) {
         qInfo().noquote().nospace()
             << document.object().value(QLatin1String("errMsg")).toString() << ":" << address;
+    } else {
+        isTaken = reply->error() == QNetworkReply::NoError && !cloud::isRedirect(*reply);
     }
     reply->deleteLater();
+    return isTaken;
 }
 
 void HttpManager::abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply)

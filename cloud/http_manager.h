@@ -54,8 +54,11 @@ public:
     void sendEvents(bool asynchronous);
 
     // Sends the file, as it is now, in the background; `fileName` is how the
-    // cloud calls it. A file that cannot be read is not sent.
-    void uploadFile(const QString &path, const QString &fileName);
+    // cloud calls it. A file that cannot be read is not sent. With Remove it goes when
+    // the cloud has taken it, unless it is another one by then.
+    enum class AfterUpload { Keep, Remove };
+    void uploadFile(const QString &path, const QString &fileName,
+                    AfterUpload after = AfterUpload::Keep);
 
     // Gives up whatever is under way, without a word to anybody, and closes the
     // connections. For the end of the program, before the TLS library goes: the
@@ -71,8 +74,10 @@ private:
     void sendInBackground(const QUrl &url, const QByteArray &batch);
     void sendAndWait(const QUrl &url, const QByteArray &batch);
     void handleBatchAnswer(const QByteArray &body, const QByteArray &batch);
-    void upload(const QUrl &url, const QByteArray &content, const QString &fileName);
-    void handleUploadReply(QNetworkReply *reply, const QByteArray &body);
+    void upload(const QUrl &url, const QByteArray &content, const QString &fileName,
+                const std::function<void()> &taken);
+    // Whether the cloud has taken what was sent.
+    bool handleUploadReply(QNetworkReply *reply, const QByteArray &body);
     void abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply);
 
     const Dependencies dependencies_;

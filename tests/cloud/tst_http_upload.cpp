@@ -60,6 +60,58 @@ private slots:
         QCOMPARE(logged(), QStringList(line.replace("{address}", address)));
     }
 
+    void whatTheCloudHasTakenGoes_data()
+    {
+        QTest::addColumn<QString>("answers");
+        QTest::addColumn<bool>("goes");
+        QTest::newRow("taken") << "normal" << true;
+        QTest::newRow("refused") << "error-code" << false;
+        QTest::newRow("HTML") << "html" << false;
+        QTest::newRow("500") << "error-500" << false;
+        QTest::newRow("cut") << "cut" << false;
+    }
+
+    void whatTheCloudHasTakenGoes()
+    {
+        QFETCH(QString, answers);
+        QFETCH(bool, goes);
+        useNamed(answers);
+        writeFile("feedback.json", "{}");
+        manager_->uploadFile("feedback.json", "name", HttpManager::AfterUpload::Remove);
+        QVERIFY(QFile::exists("feedback.json"));
+        QTRY_VERIFY(!isBusy());
+        QCOMPARE(QFile::exists("feedback.json"), !goes);
+    }
+
+    void whatWasOnlySentElsewhereStays()
+    {
+        use(QJsonObject{
+            {"upload", QJsonObject{{"status", 302}, {"json", QJsonObject{{"errCode", 0}}}}}});
+        writeFile("feedback.json", "{}");
+        manager_->uploadFile("feedback.json", "name", HttpManager::AfterUpload::Remove);
+        QTRY_VERIFY(!isBusy());
+        QVERIFY(QFile::exists("feedback.json"));
+    }
+
+    void whatIsToStayStays()
+    {
+        useNamed("normal");
+        writeFile("feedback.json", "{}");
+        manager_->uploadFile("feedback.json", "name");
+        QTRY_VERIFY(!isBusy());
+        QVERIFY(QFile::exists("feedback.json"));
+    }
+
+    void whatWasWrittenMeanwhileStays()
+    {
+        useNamed("normal");
+        writeFile("feedback.json", "first");
+        manager_->uploadFile("feedback.json", "name", HttpManager::AfterUpload::Remove);
+        writeFile("feedback.json", "second");
+        QTRY_VERIFY(!isBusy());
+        QCOMPARE(readFile("feedback.json"), QByteArray("second"));
+    }
+
     void aFileThatCannotBeReadIsNotUploaded()
     {
         useNamed("normal");
