@@ -12,6 +12,7 @@
 #include "controller/orb_manager.h"
 #include "controller/qml_types.h"
 #include "controller/stage_model.h"
+#include "controller/usage_switch.h"
 #include "link/sys_manager.h"
 #include "pc/downloaded_program.h"
 #include "qml/resources.h"
@@ -30,6 +31,9 @@
 #include <QQmlContext>
 #include <QStandardPaths>
 
+#include <memory>
+#include <utility>
+
 namespace {
 
 QString dataFolder()
@@ -41,6 +45,8 @@ QString dataFolder()
 class ProcessWideServices final : public OrbDependencies
 {
 public:
+    explicit ProcessWideServices(std::unique_ptr<UsageSwitch> usage) : usage_(std::move(usage)) {}
+
     Clock &clock() override { return Clock::system(); }
     ConfigManager &config() override { return ConfigManager::instance(); }
     SteamManager &steam() override { return SteamManager::instance(); }
@@ -52,13 +58,17 @@ public:
     void openUrl(const QUrl &url) override { QDesktopServices::openUrl(url); }
     void report(const QString &eventId, const QJsonObject &extraData) override
     {
-        HttpManager::instance().addEvent(eventId, extraData);
+        if (usage_->isOn())
+            HttpManager::instance().addEvent(eventId, extraData);
     }
     void sendEvents() override { HttpManager::instance().sendEvents(false); }
     void upload(const QString &path, const QString &fileName) override
     {
         HttpManager::instance().uploadFile(path, fileName, HttpManager::AfterUpload::Remove);
     }
+
+private:
+    const std::unique_ptr<UsageSwitch> usage_;
 };
 
 ORBUpdate *makeUpdate(QGuiApplication *app)
@@ -95,7 +105,10 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     SysManager::setLookForPeer(control_port::lookForPeer);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
-    orb_ = new ORBManager(std::make_unique<ProcessWideServices>(), app);
+    auto usage =
+        std::make_unique<UsageSwitch>(dataFolder(), [] { HttpManager::instance().forgetEvents(); });
+    usage_ = usage.get();
+    orb_ = new ORBManager(std::make_unique<ProcessWideServices>(std::move(usage)), app);
     update_ = makeUpdate(app);
     stageModel_ = new StageModel(orb_->stages(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
@@ -109,6 +122,7 @@ void Composition::publish(QQmlApplicationEngine &engine) const
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb_->status());
+    engine.rootContext()->setContextProperty(QStringLiteral("orbusage"), usage_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbstages"), stageModel_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }

@@ -8,6 +8,7 @@ class QGuiApplication;
 class QLocale;
 class QQmlApplicationEngine;
 class StageModel;
+class UsageSwitch;
 
 // Makes the controller and the update checker, both owned by the application,
 // which destroys them last. GUI thread.
@@ -31,6 +32,7 @@ public:
     const ConnectionStages &stages() const;
 
 private:
+    UsageSwitch *usage_; // lives as long as the controller
     ORBManager *orb_;
     ORBUpdate *update_;
     StageModel *stageModel_; // owned by the controller

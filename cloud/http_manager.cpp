@@ -92,6 +92,12 @@ void HttpManager::addEvent(const QString &eventId, const QJsonObject &extraData)
     pendingEvents_.push_back(std::move(text));
 }
 
+void HttpManager::forgetEvents()
+{
+    const MutexLock lock(queueMutex_);
+    pendingEvents_.clear();
+}
+
 // The queue as a JSON array; empty when there is nothing to send.
 QByteArray HttpManager::takeBatch()
 {

@@ -47,6 +47,9 @@ public:
     // Keeps the event, stamped with the time and this PC's description.
     void addEvent(const QString &eventId, const QJsonObject &extraData);
 
+    // Drops what is kept and was not sent yet.
+    void forgetEvents();
+
     // Sends everything kept so far as one batch; nothing if there is nothing.
     // Asynchronously it returns at once. Otherwise it runs an event loop until
     // the cloud has answered, five seconds at most, whatever they go by with; no

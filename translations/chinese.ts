@@ -334,8 +334,8 @@
         <translation>Phone number or e-mail address</translation>
     </message>
     <message>
-        <source>提交时会附上这台电脑的配置信息，以便我们查找问题。</source>
-        <translation>A description of this PC is sent along, so that we can find the problem.</translation>
+        <source>提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。</source>
+        <translation>What you write is sent to us with a description of this PC and its identifier, so that we can find the problem.</translation>
     </message>
 </context>
 <context>
@@ -690,6 +690,10 @@
         <source>通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络</source>
         <translation>Over Wi-Fi: free to move. The PC and the headset have to be on the same network</translation>
     </message>
+    <message>
+        <source>为了改进产品，程序会向我们发送使用情况和这台电脑的配置信息（含设备标识）；可以在串流设置中关闭。</source>
+        <translation>To improve the product, usage events and a description of this PC with its identifier are sent to us; this can be switched off in the streaming settings.</translation>
+    </message>
 </context>
 <context>
     <name>SettingPage</name>
@@ -780,6 +784,14 @@
     <message>
         <source>需要先安装虚拟声卡。完成安装程序后，请再次打开。</source>
         <translation>This needs a virtual sound card. Finish its installer, then switch this on again.</translation>
+    </message>
+    <message>
+        <source>使用情况</source>
+        <translation>Usage events</translation>
+    </message>
+    <message>
+        <source>向我们发送使用情况和这台电脑的配置信息，立即生效</source>
+        <translation>Send usage events and a description of this PC to us; takes effect at once</translation>
     </message>
 </context>
 <context>

@@ -334,8 +334,8 @@
         <translation>電話番号またはメールアドレス</translation>
     </message>
     <message>
-        <source>提交时会附上这台电脑的配置信息，以便我们查找问题。</source>
-        <translation>問題を調べるため、このPCの構成情報も送信されます。</translation>
+        <source>提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。</source>
+        <translation>問題を調べるため、入力内容とこのPCの構成情報（識別子を含む）が送信されます。</translation>
     </message>
 </context>
 <context>
@@ -690,6 +690,10 @@
         <source>通过Wi-Fi连接，活动自由，需要电脑和眼镜在同一个网络</source>
         <translation>Wi-Fiで接続します。自由に動けます。PCとヘッドセットを同じネットワークに接続してください</translation>
     </message>
+    <message>
+        <source>为了改进产品，程序会向我们发送使用情况和这台电脑的配置信息（含设备标识）；可以在串流设置中关闭。</source>
+        <translation>製品の改善のため、利用状況とこのPCの構成情報（識別子を含む）が送信されます。ストリーミング設定でオフにできます。</translation>
+    </message>
 </context>
 <context>
     <name>SettingPage</name>
@@ -780,6 +784,14 @@
     <message>
         <source>需要先安装虚拟声卡。完成安装程序后，请再次打开。</source>
         <translation>仮想サウンドカードが必要です。インストーラーが完了したら、もう一度オンにしてください。</translation>
+    </message>
+    <message>
+        <source>使用情况</source>
+        <translation>利用状況</translation>
+    </message>
+    <message>
+        <source>向我们发送使用情况和这台电脑的配置信息，立即生效</source>
+        <translation>利用状況とこのPCの構成情報を送信します。すぐに適用されます</translation>
     </message>
 </context>
 <context>

@@ -106,8 +106,9 @@ DialogWindow {
         onConfirmed: dialog.confirmed()
     }
     Label {
+        objectName: "whatLeaves"
         visible: !dialog.sent
-        text: qsTr("提交时会附上这台电脑的配置信息，以便我们查找问题。")
+        text: qsTr("提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。")
         color: utils.textSecondary
         font.pixelSize: utils.textSmall
         Layout.fillWidth: true

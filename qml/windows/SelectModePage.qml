@@ -48,5 +48,14 @@ FocusScope {
                 onClicked: page.choose(false)
             }
         }
+        Label {
+            objectName: "whatLeaves"
+            text: qsTr("为了改进产品，程序会向我们发送使用情况和这台电脑的配置信息（含设备标识）；可以在串流设置中关闭。")
+            color: utils.textSecondary
+            font.pixelSize: utils.textSmall
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+            Layout.preferredWidth: 0
+        }
     }
 }

@@ -4,7 +4,7 @@ import ORBManager 1.0
 import "../common"
 
 // How the streaming server encodes picture and sound for the current headset.
-// Nothing is stored before the user confirms.
+// Nothing of it is stored before the user confirms.
 DialogWindow {
     id: dialog
 
@@ -64,7 +64,7 @@ DialogWindow {
 
     title: qsTr("串流设置")
     width: 760
-    height: 624
+    height: 704
     onCancelled: close()
     onConfirmed: store()
     Component.onCompleted: {
@@ -206,6 +206,22 @@ DialogWindow {
             text: qsTr("麦克风")
             Layout.preferredWidth: 14 * utils.grid
             onToggled: dialog.switchAudio(wanted)
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+    }
+    // Of the program, not of the headset: it holds at once, without a restart.
+    SettingRow {
+        name: qsTr("使用情况")
+        explanation: qsTr("向我们发送使用情况和这台电脑的配置信息，立即生效")
+
+        SwitchRow {
+            objectName: "usage"
+            text: qsTr("使用情况")
+            checked: orbusage.on
+            Layout.preferredWidth: 14 * utils.grid
+            onToggled: orbusage.on = wanted
         }
         Item {
             Layout.fillWidth: true

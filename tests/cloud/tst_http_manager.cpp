@@ -77,6 +77,19 @@ private slots:
                      ',' + recordText("id2", "{}", start + 1500) + ']');
     }
 
+    void whatIsForgottenIsNotSent()
+    {
+        useNamed("normal");
+        manager_->addEvent("id", {});
+        manager_->forgetEvents();
+        manager_->sendEvents(false);
+        QCOMPARE(cloud_->receivedCount(), 0);
+        manager_->addEvent("id2", {});
+        manager_->sendEvents(false);
+        QCOMPARE(cloud_->receivedCount(), 1);
+        QVERIFY(!cloud_->received().first().body.contains("\"id\""));
+    }
+
     void anErrorCodeIsLoggedAndTheBatchIsGone()
     {
         useNamed("error-code");

@@ -61,6 +61,22 @@ private slots:
         QVERIFY(!program->log().contains("Critical:"));
     }
 
+    void whoWantsNoUsageEventsSendsNone()
+    {
+        cloud_->begin("normal");
+        Program program(dir(), "first-run");
+        program.environment.insert("SIMPC_CLOUD_HOST", cloud_->host());
+        program.environment.insert("SIMPC_SPEED", "1");
+        QVERIFY(QDir().mkpath(program.dataDir()));
+        writeFile(QDir(dir()).relativeFilePath(program.dataDir() + "/usage.json"),
+                  "{\"usageEvents\": false}");
+        QVERIFY(program.start());
+        QTRY_COMPARE_WITH_TIMEOUT(cloud_->receivedCount(), 2, 30000);
+        QVERIFY(program.waitForOutput("first frame"));
+        QCOMPARE(program.close(), 0);
+        QCOMPARE(cloud_->receivedCount(), 2);
+    }
+
     void aNewerVersionIsMadeReady()
     {
         const auto program = started("newer");

@@ -87,6 +87,7 @@ FramelessQuickWindow *Interface::load()
         standInPages();
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb.connection);
+    engine_.rootContext()->setContextProperty(QStringLiteral("orbusage"), &usage);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbstages"), &stageModel_);
     if (hasChecks)
         engine_.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &checks);

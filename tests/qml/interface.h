@@ -5,9 +5,11 @@
 #include "checks/check_model.h"
 #include "controller/connection_stages.h"
 #include "controller/stage_model.h"
+#include "controller/usage_switch.h"
 #include "tests/qml/fake_orb.h"
 #include "ui/frameless_quick_window.h"
 
+#include <QDir>
 #include <QQmlAbstractUrlInterceptor>
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
@@ -51,6 +53,8 @@ public:
     FakeOrb orb;
     FakeUpdate update{orb};
     ConnectionStages stages;
+    int forgotten = 0; // how often usage events were to be dropped
+    UsageSwitch usage{QDir::currentPath(), [this] { ++forgotten; }};
     CheckModel checks;
     bool hasChecks = true; // whether there is anything to show findings of
     bool hasUpdate = true; // whether there is an update checker at all

@@ -69,12 +69,13 @@ private slots:
             << "feedback, full"
             << QStringList{zh("问题或建议"), zh("联系方式（选填）"), zh("取消"), zh("提交"), close};
         QTest::newRow("settings") << "settings, standard"
-                                  << QStringList{zh("标准"), "90 Hz",    "HEVC", zh("麦克风"),
-                                                 zh("取消"), zh("确定"), close};
+                                  << QStringList{zh("标准"),   "90 Hz",        "HEVC",
+                                                 zh("麦克风"), zh("使用情况"), zh("取消"),
+                                                 zh("确定"),   close};
         QTest::newRow("custom settings")
             << "settings, custom"
-            << QStringList{zh("自定义"), zh("渲染比例"), zh("码率（有线）"), "90 Hz", "AV1",
-                           zh("麦克风"), zh("取消"),     zh("确定"),         close};
+            << QStringList{zh("自定义"), zh("渲染比例"), zh("码率（有线）"), "90 Hz",    "AV1",
+                           zh("麦克风"), zh("使用情况"), zh("取消"),         zh("确定"), close};
     }
     void tabulatorGoesRound()
     {

@@ -55,6 +55,14 @@ private slots:
         QVERIFY(pages.shown("headsetPage"));
         QVERIFY(pages.shown("banner"));
     }
+
+    void theFirstRunSaysWhatLeavesThePc()
+    {
+        Interface pages;
+        pages.orb.hideSelectPage = false;
+        pages.load();
+        QVERIFY(pages.shown("whatLeaves"));
+    }
 };
 
 KOLM_GUI_TEST_MAIN(TestModePage)

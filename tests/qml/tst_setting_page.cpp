@@ -257,6 +257,21 @@ private slots:
         QCOMPARE(pages.orb.calls, QStringList("setEffects 1 1 1 false false false false"));
         QVERIFY(!pages.dialog());
     }
+
+    void usageEventsAreSwitchedAtOnceAndNothingElseIs()
+    {
+        SettingsDialog pages;
+        pages.open();
+        QVERIFY(pages.inDialog("usage")->property("checked").toBool());
+        pages.click(pages.inDialog("usage"));
+        QVERIFY(!pages.usage.isOn());
+        QVERIFY(!pages.inDialog("usage")->property("checked").toBool());
+        QCOMPARE(pages.forgotten, 1);
+        QVERIFY(pages.dialog());
+        QCOMPARE(pages.orb.calls, QStringList());
+        pages.click(pages.inDialog("usage"));
+        QVERIFY(pages.usage.isOn());
+    }
 };
 
 KOLM_GUI_TEST_MAIN(TestSettingPage)

@@ -1,0 +1,34 @@
+#include "config/usage_choice.h"
+
+#include "base/file_io.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+const QString key = QStringLiteral("usageEvents");
+
+QString fileIn(const QString &dataDir)
+{
+    return dataDir + QStringLiteral("/usage.json");
+}
+
+} // namespace
+
+bool usage_choice::isOn(const QString &dataDir)
+{
+    const QString path = fileIn(dataDir);
+    finishReplacement(path);
+    if (!QFileInfo::exists(path))
+        return true;
+    const QByteArray content = readPatiently(path).value_or(QByteArray());
+    return QJsonDocument::fromJson(content).object().value(key).toBool(false);
+}
+
+bool usage_choice::store(const QString &dataDir, bool on)
+{
+    return replaceFile(fileIn(dataDir), QJsonDocument(QJsonObject{{key, on}}).toJson()) ==
+           WriteResult::Ok;
+}

@@ -1,0 +1,15 @@
+// Whether the user lets usage events be sent.
+#pragma once
+
+#include <QString>
+
+namespace usage_choice {
+
+// From "usage.json" in `dataDir`. On until the user has said something; then only
+// if he said so, and not if the file cannot be understood. GUI thread.
+bool isOn(const QString &dataDir);
+
+// Keeps the choice; false when it cannot be written. GUI thread.
+bool store(const QString &dataDir, bool on);
+
+} // namespace usage_choice
