@@ -255,8 +255,9 @@ def counted_section(title, turns):
     elif title == 'ports for adb':
         turns = split_before(joined(turns), PORT_TURNS)
     elif title == 'answers of the cloud':
-        turns = [turn for turn, after in zip(turns, [*turns[1:], ['']])
-                 if not (PROGRESS.match(turn[0]) and PROGRESS.match(after[0]))]
+        lines = joined(turns)
+        turns = [[line] for line, after in zip(lines, [*lines[1:], ''])
+                 if not (PROGRESS.match(line) and PROGRESS.match(after))]
     return counted(turns)
 
 
