@@ -34,6 +34,11 @@ std::optional<QByteArray> readPatiently(const QString &path)
     return FileReplacement::system().read(path);
 }
 
+std::optional<QByteArray> readForEditPatiently(const QString &path)
+{
+    return FileReplacement::system().readForEdit(path);
+}
+
 WriteResult replaceFile(const QString &path, const QByteArray &content)
 {
     return FileReplacement::system().replace(path, content, FileReplacement::Uncopied::Fail);

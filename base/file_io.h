@@ -10,8 +10,10 @@
 // opened or cannot be read to its end. Any thread.
 std::optional<QByteArray> readContent(const QString &path);
 
-// As readContent(), and tried again for a moment while somebody holds the file.
+// As readContent() and readForEdit() below, and tried again for a moment while
+// somebody holds the file.
 std::optional<QByteArray> readPatiently(const QString &path);
+std::optional<QByteArray> readForEditPatiently(const QString &path);
 
 // As readContent() for a file that is about to be edited: nothing also when it
 // may not be written. The file stays as it is. Any thread.

@@ -150,9 +150,19 @@ void FileReplacement::finish(const QString &path)
 
 std::optional<QByteArray> FileReplacement::read(const QString &path)
 {
+    return readWith(readContent, path);
+}
+
+std::optional<QByteArray> FileReplacement::readForEdit(const QString &path)
+{
+    return readWith(::readForEdit, path);
+}
+
+std::optional<QByteArray> FileReplacement::readWith(Reader reader, const QString &path)
+{
     std::optional<QByteArray> content;
     retry([&] {
-        content = readContent(path);
+        content = reader(path);
         return content || !QFile::exists(path);
     });
     return content;

@@ -32,7 +32,7 @@ public:
         std::function<bool(const QString &from, const QString &to)> rename;
     };
     // How long it is tried again what others may refuse for a moment only.
-    static constexpr std::chrono::milliseconds patience{250};
+    static constexpr std::chrono::milliseconds patience{200};
 
     // In place without a copy where none can be made (no right to create files
     // there), or rather not at all.
@@ -48,11 +48,16 @@ public:
     // The content of a file that others may hold for a moment; nothing at once
     // when there is no such file.
     [[nodiscard]] std::optional<QByteArray> read(const QString &path);
+    // The same for a file that is about to be edited: nothing also while it may
+    // not be written.
+    [[nodiscard]] std::optional<QByteArray> readForEdit(const QString &path);
 
     // Where the copy of the file at `path` lies.
     static QString copyOf(const QString &path);
 
 private:
+    using Reader = std::optional<QByteArray> (*)(const QString &);
+    std::optional<QByteArray> readWith(Reader reader, const QString &path);
     bool retry(const std::function<bool()> &attempt);
     WriteResult putInPlace(const QString &file, const QByteArray &content);
 
