@@ -35,6 +35,12 @@ QString ConfigManager::settingsFile() const
     return dataDir_ + QLatin1String("/set.json");
 }
 
+void ConfigManager::tell(StoredFile file, WriteResult result) const
+{
+    if (result != WriteResult::Ok && notWritten_)
+        notWritten_(file, result);
+}
+
 void ConfigManager::load()
 {
     finishReplacement(settingsFile());
@@ -117,8 +123,9 @@ void ConfigManager::saveDeviceSettings(const QString &serial)
     if (!serial.isEmpty())
         settings_.serial = serial;
     // What cannot be saved holds for this run all the same.
-    if (makeUpForLoading())
-        static_cast<void>(replaceFile(settingsFile(), settings_file::write(settings_)));
+    tell(StoredFile::Settings, makeUpForLoading()
+                                   ? replaceFile(settingsFile(), settings_file::write(settings_))
+                                   : WriteResult::OpenFailed);
     dimensionsKnown_ = false;
 }
 
@@ -270,13 +277,14 @@ void ConfigManager::applyStreamingSettings(const SettingsChoice &choice, LinkKin
     // Stored as one of the two, whatever the file held.
     settings_.link = linkKind(isWired(link));
     saveDeviceSettings(QString());
-    session_file::editStreaming(device_settings::fpsOf(choice.fpsIndex), choice.audio,
-                                hasVirtualCable_);
+    tell(StoredFile::ServerSettings,
+         session_file::editStreaming(device_settings::fpsOf(choice.fpsIndex), choice.audio,
+                                     hasVirtualCable_));
 }
 
 void ConfigManager::writeSessionSerial()
 {
-    session_file::editSerial(settings_.serial);
+    tell(StoredFile::ServerSettings, session_file::editSerial(settings_.serial));
 }
 
 bool ConfigManager::hasExternalDrivers(const QString &homeDir) const
@@ -287,11 +295,16 @@ bool ConfigManager::hasExternalDrivers(const QString &homeDir) const
 bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString &homeDir,
                                        QString *runtimePath) const
 {
-    const openvr_paths::Registration registration =
-        openvr_paths::registerDriver(homeDir, driverPath);
+    const openvr_paths::Registration registration = registerDriver(driverPath, homeDir);
     if (registration.runtimePath)
         *runtimePath = *registration.runtimePath;
-    return registration.done;
+    return registration.problem == openvr_paths::Problem::None;
+}
+
+openvr_paths::Registration ConfigManager::registerDriver(const QString &driverPath,
+                                                         const QString &homeDir) const
+{
+    return openvr_paths::registerDriver(homeDir, driverPath);
 }
 
 bool ConfigManager::clearExternalDrivers(const QString &homeDir,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "config/link_kind.h"
+#include "config/not_written.h"
 #include "config/openvr_paths.h"
 #include "config/settings_choice.h"
 #include "config/settings_file.h"
@@ -12,6 +13,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 // Per-model streaming settings ("set.json"), the streaming server's settings
 // file ("./session.json") and OpenVR's per-user paths file.
@@ -33,6 +35,9 @@ public:
     // whom to ask.
     static ConfigManager &instance();
     void setCableProbe(CableProbe hasVirtualCable);
+    // From now on told of "set.json" and "session.json" when they cannot be
+    // written. Empty: nobody.
+    void setNotWritten(NotWritten notWritten) { notWritten_ = std::move(notWritten); }
 
     // --- per-device settings store -------------------------------------------
 
@@ -98,6 +103,9 @@ public:
     // SteamVR folder that the file names, and stays when it names none.
     bool setExternalDrivers(const QString &driverPath, const QString &homeDir,
                             QString *runtimePath) const;
+    // The same, which says what stood in the way.
+    openvr_paths::Registration registerDriver(const QString &driverPath,
+                                              const QString &homeDir) const;
     // Registers no driver any more. Failures are logged at the first attempt;
     // after false another one may do it.
     bool clearExternalDrivers(const QString &homeDir,
@@ -117,6 +125,7 @@ public:
 private:
     QString settingsFile() const;
     void load();
+    void tell(StoredFile file, WriteResult result) const;
     bool makeUpForLoading();
     void deriveDimensions();
     QJsonObject &modelOrSerialObject(int model);
@@ -125,6 +134,7 @@ private:
 
     QString dataDir_;
     CableProbe hasVirtualCable_;
+    NotWritten notWritten_;
     // Not loaded while `d1` is empty.
     StoredSettings settings_;
     // What `settings_` were when the file could not be read; nothing when it

@@ -13,43 +13,45 @@ namespace {
 
 const QLatin1String kDrivers("external_drivers");
 
-// The document in the file at `path`, or nothing and a line in the log. `held`
-// becomes true when there is a file that cannot be read.
-std::optional<JsonDocument> read(const QString &path, bool *held = nullptr)
+using Reader = std::optional<QByteArray> (*)(const QString &);
+
+// The document in the file at `path`, or nothing, `problem`, and a line in the log.
+std::optional<JsonDocument> read(const QString &path, Reader reader, Problem &problem)
 {
     finishReplacement(path);
     if (!QFile::exists(path)) {
         qInfo().noquote().nospace() << "Config file does not exist:" << path;
+        problem = Problem::Missing;
         return std::nullopt;
     }
-    const std::optional<QByteArray> text = readContent(path);
+    const std::optional<QByteArray> text = reader(path);
     if (!text) {
-        if (held)
-            *held = true;
+        problem = Problem::Unreadable;
         qWarning().noquote().nospace() << "Failed to open file for reading:" << path;
         return std::nullopt;
     }
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
+        problem = Problem::NoJson;
         qInfo().noquote().nospace() << "vrpath parseError:" << json.error.errorString();
         return std::nullopt;
     }
     return json;
 }
 
-bool write(const QString &path, const JsonDocument &json)
+Problem write(const QString &path, const JsonDocument &json)
 {
     switch (replaceForeignFile(path, toIndented(json))) {
     case WriteResult::OpenFailed:
         qWarning().noquote().nospace() << "Failed to open file for writing:" << path;
-        return false;
+        return Problem::NotWritable;
     case WriteResult::WriteFailed:
         qWarning().noquote().nospace() << "Failed to write to file:" << path;
-        return false;
+        return Problem::NotWritten;
     case WriteResult::Ok:
         break;
     }
-    return true;
+    return Problem::None;
 }
 
 } // namespace
@@ -97,7 +99,7 @@ Registration registerDriver(const QString &homeDir, const QString &driverPath)
 {
     Registration registration;
     const QString file = path(homeDir);
-    std::optional<JsonDocument> json = read(file);
+    std::optional<JsonDocument> json = read(file, readPatiently, registration.problem);
     if (!json)
         return registration;
     if (!json->document.isObject()) {
@@ -106,8 +108,8 @@ Registration registerDriver(const QString &homeDir, const QString &driverPath)
         return registration;
     }
     registration.runtimePath = registerDriver(*json, driverPath);
-    registration.done = write(file, *json);
-    if (registration.done)
+    registration.problem = write(file, *json);
+    if (registration.problem == Problem::None)
         qInfo().noquote().nospace() << "Successfully set external_drivers to:" << driverPath;
     return registration;
 }
@@ -117,16 +119,16 @@ bool clearDrivers(const QString &homeDir, Attempt attempt)
     const QString file = path(homeDir);
     if (attempt == Attempt::Again && QFile::exists(file) && !readForEdit(file))
         return false;
-    bool held = false;
-    std::optional<JsonDocument> json = read(file, &held);
+    Problem problem = Problem::None;
+    std::optional<JsonDocument> json = read(file, readContent, problem);
     if (!json)
-        return !held;
+        return problem != Problem::Unreadable;
     const bool isRegistered = hasDrivers(*json);
     if (!clearDrivers(*json)) {
         qInfo("No external_drivers field found, nothing to clear");
         return true;
     }
-    if (!write(file, *json))
+    if (write(file, *json) != Problem::None)
         return !isRegistered;
     qInfo("Successfully cleared external_drivers array (empty array)");
     return true;

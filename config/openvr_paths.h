@@ -28,12 +28,18 @@ bool clearDrivers(JsonDocument &json);
 // Without a log; false for a file that cannot be read.
 bool hasDrivers(const QString &homeDir);
 
+// What keeps a driver from being registered: there is no list, it cannot be read,
+// it is no JSON, it cannot be opened for writing, or what was to be written did not
+// get there.
+enum class Problem { None, Missing, Unreadable, NoJson, NotWritable, NotWritten };
+
 struct Registration
 {
-    bool done = false;
+    Problem problem = Problem::None;
     // As above; known also when the file could not be written.
     std::optional<QString> runtimePath;
 };
+// Waits for a moment while somebody holds the list.
 [[nodiscard]] Registration registerDriver(const QString &homeDir, const QString &driverPath);
 
 // What is said when it fails: everything at the first attempt, nothing when it

@@ -1,7 +1,5 @@
 #include "config/recent_headsets.h"
 
-#include "base/file_io.h"
-
 #include <QFile>
 
 namespace recent_headsets {
@@ -32,19 +30,19 @@ std::optional<QStringList> loadUnlessHeld(const QString &dataDir)
     return QString::fromUtf8(text.constData(), text.size()).split(kSeparator, Qt::SkipEmptyParts);
 }
 
-void save(const QString &dataDir, const QStringList &serials)
+WriteResult save(const QString &dataDir, const QStringList &serials)
 {
-    static_cast<void>(replaceFile(file(dataDir), serials.join(kSeparator).toUtf8()));
+    return replaceFile(file(dataDir), serials.join(kSeparator).toUtf8());
 }
 
-void add(const QString &dataDir, const QStringList &serials)
+WriteResult add(const QString &dataDir, const QStringList &serials)
 {
     const std::optional<QStringList> stored = loadUnlessHeld(dataDir);
     if (!stored)
-        return;
+        return WriteResult::OpenFailed;
     QStringList all = serials + *stored;
     all.removeDuplicates();
-    save(dataDir, all);
+    return save(dataDir, all);
 }
 
 } // namespace recent_headsets

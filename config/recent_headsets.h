@@ -2,6 +2,8 @@
 // "setting.inf" in the program's data folder: the serials joined by ";".
 #pragma once
 
+#include "base/file_io.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,11 +16,11 @@ QStringList load(const QString &dataDir);
 // The same; nothing when somebody keeps the file from being read.
 [[nodiscard]] std::optional<QStringList> loadUnlessHeld(const QString &dataDir);
 
-// Stores the list; an empty list leaves an empty file. Failures are ignored.
-void save(const QString &dataDir, const QStringList &serials);
+// Stores the list; an empty list leaves an empty file.
+WriteResult save(const QString &dataDir, const QStringList &serials);
 
 // Stores the list together with what is stored already, which comes behind it.
-// Does nothing while that cannot be read.
-void add(const QString &dataDir, const QStringList &serials);
+// OpenFailed, and nothing done, while that cannot be read.
+WriteResult add(const QString &dataDir, const QStringList &serials);
 
 } // namespace recent_headsets

@@ -47,13 +47,12 @@ void nameCable(QJsonObject &microphone)
     microphone.insert(kContent, content);
 }
 
-void write(JsonDocument &json, const QJsonObject &root)
+WriteResult write(JsonDocument &json, const QJsonObject &root)
 {
     // A list at the top level holds nothing of ours, but is the server's.
     if (json.document.isObject())
         json.document.setObject(root);
-    // The server keeps its settings, then.
-    static_cast<void>(replaceForeignFile(path(), toIndented(json)));
+    return replaceForeignFile(path(), toIndented(json));
 }
 
 } // namespace
@@ -101,43 +100,44 @@ std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial)
     return root;
 }
 
-void editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable)
+WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable)
 {
     finishReplacement(path());
     if (!QFile::exists(path())) {
         qInfo().noquote().nospace() << "no session json: " << path();
-        return;
+        return WriteResult::Ok;
     }
-    const std::optional<QByteArray> text = readForEdit(path());
+    const std::optional<QByteArray> text = readForEditPatiently(path());
     if (!text)
-        return;
+        return WriteResult::OpenFailed;
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("set session json parseError");
         QFile::remove(path());
-        return;
+        return WriteResult::Ok;
     }
-    write(json, withStreaming(json.document.object(), fps, audio, hasVirtualCable));
+    return write(json, withStreaming(json.document.object(), fps, audio, hasVirtualCable));
 }
 
-void editSerial(const QString &serial)
+WriteResult editSerial(const QString &serial)
 {
     finishReplacement(path());
     if (!QFile::exists(path()))
-        return;
-    const std::optional<QByteArray> text = readForEdit(path());
+        return WriteResult::Ok;
+    const std::optional<QByteArray> text = readForEditPatiently(path());
     if (!text)
-        return;
+        return WriteResult::OpenFailed;
     qInfo().noquote().nospace() << "session path:" << QFileInfo(path()).absoluteFilePath()
                                 << "; sn: " << serial;
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("before session json parseError");
         QFile::remove(path());
-        return;
+        return WriteResult::Ok;
     }
     if (const auto root = withSerial(json.document.object(), serial))
-        write(json, *root);
+        return write(json, *root);
+    return WriteResult::Ok;
 }
 
 } // namespace session_file

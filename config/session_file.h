@@ -3,6 +3,8 @@
 // no object is put where the server has none.
 #pragma once
 
+#include "base/file_io.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -27,9 +29,10 @@ QString path();
 
 // --- edits of the file -------------------------------------------------------
 // A file that is no JSON is deleted: the server then writes a fresh one. One
-// that cannot be opened or written is left alone without a word.
+// that cannot be opened (tried for a moment) or written is left alone, which is
+// what they return; Ok where there is nothing to write.
 
-void editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable);
-void editSerial(const QString &serial);
+WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable);
+WriteResult editSerial(const QString &serial);
 
 } // namespace session_file

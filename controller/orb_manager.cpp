@@ -113,7 +113,7 @@ void ORBManager::storeSettings()
     deps_->config().saveDeviceSettings(flow_->knownSerial());
     deps_->config().writeSessionSerial();
     const auto store = recentHeld_ ? recent_headsets::add : recent_headsets::save;
-    store(deps_->dataDir(), flow_->recentHeadsets());
+    static_cast<void>(store(deps_->dataDir(), flow_->recentHeadsets()));
 }
 
 void ORBManager::captureStartSettings()

@@ -38,7 +38,7 @@ int main(int argc, char *argv[])
         // The interrupted save may have been finished.
         if (!serials.contains(QStringLiteral("D3-new")))
             serials << QStringLiteral("D3-new");
-        save = [&, serials] { recent_headsets::save(folder, serials); };
+        save = [&, serials] { static_cast<void>(recent_headsets::save(folder, serials)); };
     } else if (file == QLatin1String("session.json")) {
         save = [&] { config.writeSessionSerial(); };
     } else {

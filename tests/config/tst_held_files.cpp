@@ -172,7 +172,7 @@ void HeldFilesTest::knownHeadsetsThatWereHeldComeBehindTheNewOnes()
         QVERIFY(!recent_headsets::loadUnlessHeld(dir()));
         QCOMPARE(recent_headsets::load(dir()), QStringList());
     }
-    recent_headsets::add(dir(), {"C", "B"});
+    QCOMPARE(recent_headsets::add(dir(), {"C", "B"}), WriteResult::Ok);
     QCOMPARE(readFile("setting.inf"), QByteArray("C;B;A"));
     QVERIFY(recent_headsets::loadUnlessHeld(dir()) == (QStringList{"C", "B", "A"}));
     QVERIFY(QFile::remove(path("setting.inf")));
@@ -185,7 +185,7 @@ void HeldFilesTest::knownHeadsetsThatAreStillHeldStay()
     {
         const LockedFile obstacle(path("setting.inf"));
         QVERIFY(obstacle.works());
-        recent_headsets::add(dir(), {"C"});
+        static_cast<void>(recent_headsets::add(dir(), {"C"}));
     }
     QCOMPARE(readFile("setting.inf"), QByteArray("A;B"));
 }

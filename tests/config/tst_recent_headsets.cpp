@@ -42,7 +42,7 @@ private slots:
         QCOMPARE(recent_headsets::load(dir()), serials);
         QCOMPARE(readFile("setting.inf"), text);
 
-        recent_headsets::save(dir(), serials);
+        QCOMPARE(recent_headsets::save(dir(), serials), WriteResult::Ok);
         QTEST(readFile("setting.inf"), "writtenBack");
     }
 
@@ -62,7 +62,7 @@ private slots:
             if (*before)
                 writeFile("setting.inf", before);
 
-            recent_headsets::save(dir(), serials);
+            QCOMPARE(recent_headsets::save(dir(), serials), WriteResult::Ok);
 
             QVERIFY(QFile::exists(path("setting.inf")));
             QTEST(readFile("setting.inf"), "text");
@@ -76,7 +76,7 @@ private slots:
         for (int i = 0; i < 100000; ++i)
             serials << "D3-" + QString::number(i);
 
-        recent_headsets::save(dir(), serials);
+        QCOMPARE(recent_headsets::save(dir(), serials), WriteResult::Ok);
 
         QCOMPARE(recent_headsets::load(dir()), serials);
     }
@@ -98,13 +98,13 @@ private slots:
         QVERIFY(QDir(path("setting.inf")).exists());
     }
 
-    void failuresToWriteAreIgnored()
+    void failuresToWriteLeaveWhatIsThere()
     {
-        recent_headsets::save(path("missing"), {"B"});
+        QVERIFY(recent_headsets::save(path("missing"), {"B"}) != WriteResult::Ok);
         QVERIFY(QDir(dir()).isEmpty());
 
         QVERIFY(QDir(dir()).mkpath("setting.inf/inside"));
-        recent_headsets::save(dir(), {"B"});
+        QCOMPARE(recent_headsets::save(dir(), {"B"}), WriteResult::OpenFailed);
         QVERIFY(QDir(path("setting.inf/inside")).exists());
         QVERIFY(QDir(path("setting.inf")).removeRecursively());
 
@@ -112,7 +112,7 @@ private slots:
         const ReadOnlyFile obstacle(path("setting.inf"));
         if (!obstacle.works())
             QSKIP("This user may write every file.");
-        recent_headsets::save(dir(), {"B"});
+        QCOMPARE(recent_headsets::save(dir(), {"B"}), WriteResult::OpenFailed);
         QCOMPARE(readFile("setting.inf"), QByteArray("A"));
         QCOMPARE(logged(), QStringList());
     }
