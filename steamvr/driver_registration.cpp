@@ -9,12 +9,11 @@ DriverRegistration::DriverRegistration(ConfigManager &config, QString driverDir,
 {
 }
 
-void DriverRegistration::begin()
+openvr_paths::Problem DriverRegistration::begin()
 {
     const MutexLock lock(mutex_);
-    QString runtimePath; // comes back with the registration; nobody needs it
-    config_.setExternalDrivers(driverDir_, homeDir_, &runtimePath);
     isOwed_ = false;
+    return config_.registerDriver(driverDir_, homeDir_).problem;
 }
 
 bool DriverRegistration::takeBack()

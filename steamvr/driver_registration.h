@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/mutex.h"
+#include "config/openvr_paths.h"
 
 #include <QString>
 
@@ -17,7 +18,8 @@ public:
     DriverRegistration(ConfigManager &config, QString driverDir, QString homeDir);
 
     // What was owed before is no more: this one stays until its own time comes.
-    void begin();
+    // Says what keeps the driver from being registered.
+    openvr_paths::Problem begin();
     // Says in the log what came of it. False when it is owed.
     bool takeBack();
     // Tries again, without a word, if it is owed; false when it still is.

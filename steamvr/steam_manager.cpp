@@ -268,11 +268,13 @@ void SteamManager::startSteamVR()
     }
     if (left_)
         return;
-    registration_.begin();
+    const openvr_paths::Problem problem = registration_.begin();
     qInfo("[steam] startSteamVR");
     emptyCell();
     shell_launch::startDetached(QStringLiteral("explorer"),
                                 {QStringLiteral("steam://rungameid/250820")});
+    if (problem != openvr_paths::Problem::None)
+        emit driverNotRegistered(problem);
     emit steamVRStarted();
     // The registration is only for the moment of the start: left in place, it
     // would load our driver whenever SteamVR is used without us.

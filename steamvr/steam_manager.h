@@ -97,6 +97,9 @@ public:
 signals:
     void steamAppChange(int sec, QString appName);
     void showToast(QString tips);
+    // SteamVR is started all the same, and knows nothing of us: the driver could
+    // not be registered. On the object's thread.
+    void driverNotRegistered(openvr_paths::Problem problem);
     // We ended SteamVR, and whatever of it ran is gone; or told it to start,
     // and nothing of it runs yet. On the object's thread.
     void steamVRStopped();
