@@ -130,8 +130,10 @@ void ConnectionFlow::connectHeadset(const QString &name, const QString &address,
             clock_.sleep(answerTime);
         }
         skipNext_ = true;
-        if (!recent_.contains(name))
+        if (!recent_.contains(name)) {
             recent_.prepend(name);
+            emit headsetAdded();
+        }
         userDisconnected_ = false;
         wantedSerial_ = name;
         makeCurrent(name);

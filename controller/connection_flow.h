@@ -70,6 +70,8 @@ public:
     void setRecentHeadsets(const QStringList &serials) { recent_ = serials; }
 
 signals:
+    // One that was not known yet is among the recent headsets.
+    void headsetAdded();
     void connectionChanged();
     void listShown(bool isConnected, bool disconnectedByUser);
     void severalHeadsets();

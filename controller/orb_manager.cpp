@@ -1,7 +1,6 @@
 #include "controller/orb_manager.h"
 
 #include "base/clock.h"
-#include "base/file_io.h"
 #include "checks/check_runner.h"
 #include "checks/firewall_step.h"
 #include "checks/pc_check.h"
@@ -13,13 +12,13 @@
 #include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "controller/connection_tracker.h"
-#include "controller/feedback.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
 #include "controller/orb_dependencies.h"
 #include "controller/poll.h"
 #include "controller/steam_starter.h"
 #include "controller/streaming_settings.h"
+#include "controller/unwritten_files.h"
 #include "controller/usb_headset.h"
 #include "controller/vr_list_model.h"
 #include "steamvr/steam_manager.h"
@@ -48,6 +47,7 @@ ORBManager::ORBManager(std::unique_ptr<OrbDependencies> dependencies, QObject *p
       events_([this](const QString &id, const QJsonObject &data) { deps_->report(id, data); }),
       pc_(std::make_unique<PcCheck>(deps_->system()))
 {
+    watchWriting();
     // Whatever an earlier session left running would keep our driver and the
     // control port busy.
     deps_->steam().stopSteamVR();
@@ -112,8 +112,8 @@ void ORBManager::storeSettings()
 {
     deps_->config().saveDeviceSettings(flow_->knownSerial());
     deps_->config().writeSessionSerial();
-    const auto store = recentHeld_ ? recent_headsets::add : recent_headsets::save;
-    static_cast<void>(store(deps_->dataDir(), flow_->recentHeadsets()));
+    storeRecentHeadsets();
+    deps_->config().setNotWritten({});
 }
 
 void ORBManager::captureStartSettings()
@@ -139,6 +139,8 @@ void ORBManager::connectParts()
             [this](const QString &tips) { emit showToast(tips, steamToastDuration); });
 
     connect(flow_, &ConnectionFlow::connectionChanged, this, &ORBManager::vrIsConnectChange);
+    // Not only at the end: then nobody could be told that it cannot be done.
+    connect(flow_, &ConnectionFlow::headsetAdded, this, &ORBManager::storeRecentHeadsets);
     connect(flow_, &ConnectionFlow::listShown, this, &ORBManager::showVrList);
     connect(flow_, &ConnectionFlow::severalHeadsets, this, &ORBManager::showMoreHMD);
     connect(flow_, &ConnectionFlow::stepDue, this, &ORBManager::handleEvent);
@@ -285,17 +287,6 @@ void ORBManager::gotoWeb(ORBManager::Urls url)
         deps_->openUrl(help_links::userGuide(QLocale::system().language()));
         break;
     }
-}
-
-void ORBManager::sendFeecback(QString content, QString id)
-{
-    const QString path = deps_->dataDir() + QStringLiteral("/feedback.json");
-    const QByteArray document = feedback::document(content, id, deps_->system().toJson());
-    if (replaceFile(path, document) != WriteResult::Ok) {
-        qInfo("feedback.json cannot be written");
-        return;
-    }
-    deps_->upload(path, feedback::name(deps_->clock().now(), flow_->knownSerial(), id));
 }
 
 void ORBManager::setEffects(int definition, int fps, int encodType, bool audiostatus, bool tenbit,

@@ -25,6 +25,7 @@ class Poll;
 class SteamStarter;
 class SteamWatch;
 class StreamingSettings;
+class UnwrittenFiles;
 class UsbHeadset;
 class VRListModel;
 struct SettingsChoice;
@@ -175,6 +176,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    void watchWriting();
+    void storeRecentHeadsets();
     void captureStartSettings();
     void makeParts();
     void connectParts();
@@ -192,6 +195,7 @@ private:
     Mutex switchLock_; // Held while SteamVR is stopped and the files are written.
     UsageEvents events_;
     std::unique_ptr<PcCheck> pc_;
+    UnwrittenFiles *unwritten_ = nullptr;
     VRListModel *model_ = nullptr;
     ConnectionStages *stages_ = nullptr;
     ConnectionStatus *status_ = nullptr;

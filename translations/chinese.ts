@@ -1012,6 +1012,41 @@
     </message>
 </context>
 <context>
+    <name>UnwrittenFiles</name>
+    <message>
+        <source>磁盘空间不足</source>
+        <translation>the disk is full</translation>
+    </message>
+    <message>
+        <source>文件被占用或没有权限</source>
+        <translation>in use by another program, or no permission</translation>
+    </message>
+    <message>
+        <source>setting.inf未能保存（%1）。下次启动时不会自动连接这副眼镜。</source>
+        <translation>setting.inf could not be saved (%1). This headset will not be connected by itself at the next start.</translation>
+    </message>
+    <message>
+        <source>session.json未能保存（%1）。串流会继续使用原来的设置。</source>
+        <translation>session.json could not be saved (%1). Streaming goes on with its earlier settings.</translation>
+    </message>
+    <message>
+        <source>set.json未能保存（%1）。当前的串流设置在下次启动时会丢失。</source>
+        <translation>set.json could not be saved (%1). The present streaming settings will be lost at the next start.</translation>
+    </message>
+    <message>
+        <source>文件不存在</source>
+        <translation>there is no such file</translation>
+    </message>
+    <message>
+        <source>文件已损坏</source>
+        <translation>the file is damaged</translation>
+    </message>
+    <message>
+        <source>openvrpaths.vrpath未能写入（%1）。SteamVR启动时没有串流驱动，眼镜中不会有画面。</source>
+        <translation>openvrpaths.vrpath could not be written (%1). SteamVR starts without the streaming driver: there will be no picture in the headset.</translation>
+    </message>
+</context>
+<context>
     <name>UpdateGpuDriverTips</name>
     <message>
         <source>更新显卡驱动</source>

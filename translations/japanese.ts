@@ -1012,6 +1012,41 @@
     </message>
 </context>
 <context>
+    <name>UnwrittenFiles</name>
+    <message>
+        <source>磁盘空间不足</source>
+        <translation>ディスクの空き容量不足</translation>
+    </message>
+    <message>
+        <source>文件被占用或没有权限</source>
+        <translation>使用中またはアクセス権なし</translation>
+    </message>
+    <message>
+        <source>setting.inf未能保存（%1）。下次启动时不会自动连接这副眼镜。</source>
+        <translation>setting.infを保存できません（%1）。次回の起動時、このヘッドセットには自動で接続されません。</translation>
+    </message>
+    <message>
+        <source>session.json未能保存（%1）。串流会继续使用原来的设置。</source>
+        <translation>session.jsonを保存できません（%1）。ストリーミングは以前の設定のまま続きます。</translation>
+    </message>
+    <message>
+        <source>set.json未能保存（%1）。当前的串流设置在下次启动时会丢失。</source>
+        <translation>set.jsonを保存できません（%1）。現在のストリーミング設定は次回の起動時に失われます。</translation>
+    </message>
+    <message>
+        <source>文件不存在</source>
+        <translation>ファイルがありません</translation>
+    </message>
+    <message>
+        <source>文件已损坏</source>
+        <translation>ファイルが壊れています</translation>
+    </message>
+    <message>
+        <source>openvrpaths.vrpath未能写入（%1）。SteamVR启动时没有串流驱动，眼镜中不会有画面。</source>
+        <translation>openvrpaths.vrpathに書き込めません（%1）。SteamVRはストリーミングドライバーなしで起動するため、ヘッドセットに映像は表示されません。</translation>
+    </message>
+</context>
+<context>
     <name>UpdateGpuDriverTips</name>
     <message>
         <source>更新显卡驱动</source>
