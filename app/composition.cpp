@@ -8,6 +8,7 @@
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
 #include "controller/connection_status.h"
+#include "controller/feedback_status.h"
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "controller/qml_types.h"
@@ -62,9 +63,11 @@ public:
             HttpManager::instance().addEvent(eventId, extraData);
     }
     void sendEvents() override { HttpManager::instance().sendEvents(false); }
-    void upload(const QString &path, const QString &fileName) override
+    void upload(const QString &path, const QString &fileName,
+                std::function<void(bool taken)> done) override
     {
-        HttpManager::instance().uploadFile(path, fileName, HttpManager::AfterUpload::Remove);
+        HttpManager::instance().uploadFile(path, fileName, HttpManager::AfterUpload::Remove,
+                                           std::move(done));
     }
 
 private:
@@ -123,6 +126,7 @@ void Composition::publish(QQmlApplicationEngine &engine) const
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb_->status());
     engine.rootContext()->setContextProperty(QStringLiteral("orbusage"), usage_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbfeedback"), &orb_->feedback());
     engine.rootContext()->setContextProperty(QStringLiteral("orbstages"), stageModel_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());
 }

@@ -192,10 +192,16 @@ void HttpManager::handleBatchAnswer(const QByteArray &body, const QByteArray &ba
     }
 }
 
-void HttpManager::uploadFile(const QString &path, const QString &fileName, AfterUpload after)
+void HttpManager::uploadFile(const QString &path, const QString &fileName, AfterUpload after,
+                             std::function<void(bool taken)> done)
 {
+    const auto tell = [done = std::move(done)](bool taken) {
+        if (done)
+            done(taken);
+    };
     if (dependencies_.baseAddress.isEmpty()) {
         qInfo().noquote().nospace() << path << " cannot be uploaded: no cloud is known";
+        tell(false);
         return;
     }
     // Not left open: whoever writes the next such file must be able to replace
@@ -203,21 +209,24 @@ void HttpManager::uploadFile(const QString &path, const QString &fileName, After
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qInfo().noquote().nospace() << path << " cannot be uploaded: " << file.errorString();
+        tell(false);
         return;
     }
     const QByteArray content = file.readAll();
     file.close();
     const QUrl url(dependencies_.baseAddress + uploadPath);
-    const auto taken = [path, content, after] {
-        if (after == AfterUpload::Remove && readContent(path) == content)
+    const auto finished = [path, content, after, tell](bool taken) {
+        if (taken && after == AfterUpload::Remove && readContent(path) == content)
             QFile::remove(path);
+        tell(taken);
     };
-    proxies_.find(url, this,
-                  [this, url, content, fileName, taken] { upload(url, content, fileName, taken); });
+    proxies_.find(url, this, [this, url, content, fileName, finished] {
+        upload(url, content, fileName, finished);
+    });
 }
 
 void HttpManager::upload(const QUrl &url, const QByteArray &content, const QString &fileName,
-                         const std::function<void()> &taken)
+                         const std::function<void(bool taken)> &done)
 {
     auto form = std::make_unique<QHttpMultiPart>(QHttpMultiPart::FormDataType);
     form->append(filePart(content));
@@ -227,10 +236,8 @@ void HttpManager::upload(const QUrl &url, const QByteArray &content, const QStri
     form.release()->setParent(reply);
     const auto body = cloud::collectBody(reply);
     abortAfter(answerLimit, reply);
-    connect(reply, &QNetworkReply::finished, this, [this, reply, body, taken] {
-        if (handleUploadReply(reply, *body))
-            taken();
-    });
+    connect(reply, &QNetworkReply::finished, this,
+            [this, reply, body, done] { done(handleUploadReply(reply, *body)); });
 }
 
 bool HttpManager::handleUploadReply(QNetworkReply *reply, const QByteArray &body)

@@ -58,10 +58,12 @@ public:
 
     // Sends the file, as it is now, in the background; `fileName` is how the
     // cloud calls it. A file that cannot be read is not sent. With Remove it goes when
-    // the cloud has taken it, unless it is another one by then.
+    // the cloud has taken it, unless it is another one by then. `done` is called with
+    // whether it has, perhaps at once; not any more after abortRequests().
     enum class AfterUpload { Keep, Remove };
     void uploadFile(const QString &path, const QString &fileName,
-                    AfterUpload after = AfterUpload::Keep);
+                    AfterUpload after = AfterUpload::Keep,
+                    std::function<void(bool taken)> done = {});
 
     // Gives up whatever is under way, without a word to anybody, and closes the
     // connections. For the end of the program, before the TLS library goes: the
@@ -78,7 +80,7 @@ private:
     void sendAndWait(const QUrl &url, const QByteArray &batch);
     void handleBatchAnswer(const QByteArray &body, const QByteArray &batch);
     void upload(const QUrl &url, const QByteArray &content, const QString &fileName,
-                const std::function<void()> &taken);
+                const std::function<void(bool taken)> &done);
     // Whether the cloud has taken what was sent.
     bool handleUploadReply(QNetworkReply *reply, const QByteArray &body);
     void abortAfter(std::chrono::milliseconds limit, QNetworkReply *reply);

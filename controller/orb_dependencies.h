@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class AdbManger;
 class Clock;
 class ConfigManager;
@@ -42,6 +44,7 @@ public:
     // Sends the events reported so far, and returns when that is over.
     virtual void sendEvents() = 0;
     // Sends the file at `path` to the vendor cloud under the name `fileName`,
-    // in the background.
-    virtual void upload(const QString &path, const QString &fileName) = 0;
+    // in the background. `done` is called once, with whether the cloud has taken it.
+    virtual void upload(const QString &path, const QString &fileName,
+                        std::function<void(bool taken)> done) = 0;
 };

@@ -5,6 +5,7 @@
 #include "config/recent_headsets.h"
 #include "controller/connection_flow.h"
 #include "controller/feedback.h"
+#include "controller/feedback_status.h"
 #include "controller/orb_dependencies.h"
 #include "controller/orb_manager.h"
 #include "controller/unwritten_files.h"
@@ -12,6 +13,7 @@
 #include "sysinfo/system_info.h"
 
 #include <QDebug>
+#include <QPointer>
 
 void ORBManager::watchWriting()
 {
@@ -37,7 +39,13 @@ void ORBManager::sendFeecback(QString content, QString id)
     const QByteArray document = feedback::document(content, id, deps_->system().toJson());
     if (replaceFile(path, document) != WriteResult::Ok) {
         qInfo("feedback.json cannot be written");
+        feedback_->set(FeedbackStatus::NotWritten);
         return;
     }
-    deps_->upload(path, feedback::name(deps_->clock().now(), flow_->knownSerial(), id));
+    feedback_->set(FeedbackStatus::Sending);
+    deps_->upload(path, feedback::name(deps_->clock().now(), flow_->knownSerial(), id),
+                  [status = QPointer<FeedbackStatus>(feedback_)](bool taken) {
+                      if (status)
+                          status->set(taken ? FeedbackStatus::Sent : FeedbackStatus::Kept);
+                  });
 }

@@ -12,6 +12,7 @@
 #include "controller/connection_stages.h"
 #include "controller/connection_status.h"
 #include "controller/connection_tracker.h"
+#include "controller/feedback_status.h"
 #include "controller/help_links.h"
 #include "controller/link_mode.h"
 #include "controller/orb_dependencies.h"
@@ -80,6 +81,7 @@ void ORBManager::makeParts()
     model_ = new VRListModel(this);
     stages_ = new ConnectionStages(this);
     status_ = new ConnectionStatus(this);
+    feedback_ = new FeedbackStatus(this);
     flow_ = new ConnectionFlow(clock, config, system, *model_, this);
     checks_ = new CheckRunner(clock, checks::table(), this);
     steamWatch_ = new SteamWatch(steam, this);

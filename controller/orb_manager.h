@@ -18,6 +18,7 @@ class ConnectionFlow;
 class ConnectionStages;
 class ConnectionStatus;
 class ConnectionTracker;
+class FeedbackStatus;
 class LinkMode;
 class OrbDependencies;
 class PcCheck;
@@ -120,6 +121,8 @@ public:
     // to show it.
     ConnectionStatus &status() const { return *status_; }
     const ConnectionStages &stages() const { return *stages_; }
+    // What has become of the last feedback; lives as long as this object.
+    FeedbackStatus &feedback() const { return *feedback_; }
     // What stands in the way of it; lives as long as this object.
     CheckModel &findings();
 
@@ -196,6 +199,7 @@ private:
     UsageEvents events_;
     std::unique_ptr<PcCheck> pc_;
     UnwrittenFiles *unwritten_ = nullptr;
+    FeedbackStatus *feedback_ = nullptr;
     VRListModel *model_ = nullptr;
     ConnectionStages *stages_ = nullptr;
     ConnectionStatus *status_ = nullptr;

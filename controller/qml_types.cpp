@@ -2,6 +2,7 @@
 
 #include "config/streaming_choices.h"
 #include "controller/connection_state.h"
+#include "controller/feedback_status.h"
 #include "controller/vr_list_model.h"
 
 #include <QtQml>
@@ -13,6 +14,8 @@ void registerControllerTypes()
                                             QStringLiteral("the controller has it, as vrLists"));
     qmlRegisterUncreatableMetaObject(connection::staticMetaObject, module, 1, 0, "ConnectionState",
                                      QStringLiteral("orbconnection has it, as state"));
+    qmlRegisterUncreatableType<FeedbackStatus>(module, 1, 0, "FeedbackStatus",
+                                               QStringLiteral("there is one, called orbfeedback"));
     qmlRegisterSingletonType<StreamingChoices>(
         module, 1, 0, "StreamingChoices",
         [](QQmlEngine *, QJSEngine *) -> QObject * { return new StreamingChoices; });

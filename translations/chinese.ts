@@ -337,6 +337,22 @@
         <source>提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。</source>
         <translation>What you write is sent to us with a description of this PC and its identifier, so that we can find the problem.</translation>
     </message>
+    <message>
+        <source>正在提交</source>
+        <translation>Submitting</translation>
+    </message>
+    <message>
+        <source>反馈未能发送</source>
+        <translation>The feedback could not be sent</translation>
+    </message>
+    <message>
+        <source>内容已保存在这台电脑上。请检查网络，稍后再提交一次。</source>
+        <translation>What you wrote is kept on this PC. Please check the network and submit it again later.</translation>
+    </message>
+    <message>
+        <source>feedback.json未能保存（磁盘空间不足，或没有写入权限），反馈没有发送。请重试。</source>
+        <translation>feedback.json could not be saved (the disk is full, or no permission): nothing was sent. Please try again.</translation>
+    </message>
 </context>
 <context>
     <name>HeadsetList</name>

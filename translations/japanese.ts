@@ -337,6 +337,22 @@
         <source>提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。</source>
         <translation>問題を調べるため、入力内容とこのPCの構成情報（識別子を含む）が送信されます。</translation>
     </message>
+    <message>
+        <source>正在提交</source>
+        <translation>送信中</translation>
+    </message>
+    <message>
+        <source>反馈未能发送</source>
+        <translation>フィードバックを送信できませんでした</translation>
+    </message>
+    <message>
+        <source>内容已保存在这台电脑上。请检查网络，稍后再提交一次。</source>
+        <translation>内容はこのPCに保存されています。ネットワークを確認し、後でもう一度送信してください。</translation>
+    </message>
+    <message>
+        <source>feedback.json未能保存（磁盘空间不足，或没有写入权限），反馈没有发送。请重试。</source>
+        <translation>feedback.jsonを保存できないため（ディスクの空き容量不足、またはアクセス権なし）、送信されていません。もう一度お試しください。</translation>
+    </message>
 </context>
 <context>
     <name>HeadsetList</name>

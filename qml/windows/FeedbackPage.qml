@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import ORBManager 1.0
 import "../common"
 
 // What the user wants to tell us, and how to reach the user.
@@ -7,14 +8,19 @@ DialogWindow {
     id: dialog
 
     readonly property string written: orb.trimmedString(content.text)
-    property bool sent: false
+    property bool asked: false
+    readonly property int state: orbfeedback.state
+    readonly property bool failed: asked && state === FeedbackStatus.NotWritten
+    // Nothing more to do here: it is on its way, or has arrived somewhere.
+    readonly property bool sent: asked && !failed
 
     function send() {
         if (written === "")
             return;
         orb.sendFeecback(written, orb.trimmedString(contact.text));
-        sent = true;
-        done.forceActiveFocus(Qt.OtherFocusReason);
+        asked = true;
+        if (sent)
+            done.forceActiveFocus(Qt.OtherFocusReason);
     }
 
     title: qsTr("用户反馈")
@@ -53,8 +59,21 @@ DialogWindow {
     ]
 
     DialogOutcome {
+        objectName: "sending"
+        visible: dialog.sent && dialog.state === FeedbackStatus.Sending
+        mark: StatusMark.Busy
+        text: qsTr("正在提交")
+    }
+    DialogOutcome {
+        objectName: "kept"
+        visible: dialog.sent && dialog.state === FeedbackStatus.Kept
+        mark: StatusMark.Attention
+        text: qsTr("反馈未能发送")
+        detail: qsTr("内容已保存在这台电脑上。请检查网络，稍后再提交一次。")
+    }
+    DialogOutcome {
         objectName: "thanks"
-        visible: dialog.sent
+        visible: dialog.sent && dialog.state === FeedbackStatus.Sent
         mark: StatusMark.Done
         text: qsTr("已提交，感谢您的反馈")
         detail: contact.text === "" ? qsTr("我们会根据您的反馈改进产品。")
@@ -106,8 +125,16 @@ DialogWindow {
         onConfirmed: dialog.confirmed()
     }
     Label {
+        objectName: "notWritten"
+        visible: dialog.failed
+        text: qsTr("feedback.json未能保存（磁盘空间不足，或没有写入权限），反馈没有发送。请重试。")
+        color: utils.attention
+        font.pixelSize: utils.textSmall
+        Layout.fillWidth: true
+    }
+    Label {
         objectName: "whatLeaves"
-        visible: !dialog.sent
+        visible: !dialog.sent && !dialog.failed
         text: qsTr("提交后，您填写的内容和这台电脑的配置信息（含设备标识）会发送给我们，以便查找问题。")
         color: utils.textSecondary
         font.pixelSize: utils.textSmall

@@ -77,10 +77,13 @@ private slots:
         QFETCH(bool, goes);
         useNamed(answers);
         writeFile("feedback.json", "{}");
-        manager_->uploadFile("feedback.json", "name", HttpManager::AfterUpload::Remove);
+        QList<bool> done;
+        manager_->uploadFile("feedback.json", "name", HttpManager::AfterUpload::Remove,
+                             [&done](bool taken) { done.append(taken); });
         QVERIFY(QFile::exists("feedback.json"));
         QTRY_VERIFY(!isBusy());
         QCOMPARE(QFile::exists("feedback.json"), !goes);
+        QCOMPARE(done, QList<bool>{goes});
     }
 
     void whatWasOnlySentElsewhereStays()

@@ -160,8 +160,10 @@ public:
         f_.events.append({id, data});
     }
     void sendEvents() override { f_.sentAfter.append(f_.events.size()); }
-    void upload(const QString &path, const QString &name) override
+    void upload(const QString &path, const QString &name,
+                std::function<void(bool taken)> done) override
     {
+        f_.uploadDone = std::move(done);
         f_.uploads.append({path, name});
     }
 

@@ -110,8 +110,9 @@ struct ControllerFixture : PcFixture
     QStringList toasts() const;
 
     QList<QPair<QString, QJsonObject>> events;
-    QList<int> sentAfter;                   // how many events there were when they were sent
-    QList<QPair<QString, QString>> uploads; // path and name
+    QList<int> sentAfter;                       // how many events there were when they were sent
+    QList<QPair<QString, QString>> uploads;     // path and name
+    std::function<void(bool taken)> uploadDone; // what the last one is waited for by
     QList<QUrl> opened;
     bool linkMade = false;
     QString applicationDir = QStringLiteral("C:/KOLM");

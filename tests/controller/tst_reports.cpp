@@ -1,3 +1,4 @@
+#include "controller/feedback_status.h"
 #include "tests/controller/controller_fixture.h"
 #include "tests/support/test_case.h"
 
@@ -119,12 +120,36 @@ private slots:
         QCOMPARE(feedback().value("contact").toString(), QString("b"));
     }
 
+    void whatBecameOfTheFeedbackIsSaid_data()
+    {
+        QTest::addColumn<bool>("taken");
+        QTest::addColumn<FeedbackStatus::State>("state");
+        QTest::newRow("taken") << true << FeedbackStatus::Sent;
+        QTest::newRow("not taken") << false << FeedbackStatus::Kept;
+    }
+    void whatBecameOfTheFeedbackIsSaid()
+    {
+        QFETCH(bool, taken);
+        QFETCH(FeedbackStatus::State, state);
+        ControllerFixture f(dir());
+        QCOMPARE(f.orb().feedback().state(), FeedbackStatus::None);
+        f.orb().sendFeecback("content", "contact");
+        QCOMPARE(f.orb().feedback().state(), FeedbackStatus::Sending);
+        f.uploadDone(taken);
+        QCOMPARE(f.orb().feedback().state(), state);
+        f.orb().sendFeecback("more", "contact");
+        QCOMPARE(f.orb().feedback().state(), FeedbackStatus::Sending);
+        f.close();
+        f.uploadDone(taken); // nobody is there any more
+    }
+
     void feedbackThatCannotBeWrittenIsNotUploaded()
     {
         QVERIFY(QDir(dir()).mkdir("feedback.json"));
         ControllerFixture f(dir());
         f.orb().sendFeecback("content", "contact");
         QVERIFY(f.uploads.isEmpty());
+        QCOMPARE(f.orb().feedback().state(), FeedbackStatus::NotWritten);
         QCOMPARE(loggedCount("feedback.json cannot be written"), 1);
     }
 };

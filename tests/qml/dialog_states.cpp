@@ -28,6 +28,14 @@ void type(Interface &pages, const char *field, const QString &text)
     pages.settle();
 }
 
+void handIn(Interface &pages)
+{
+    open(pages, "FeedbackPage.qml");
+    type(pages, "content", QStringLiteral("Good"));
+    type(pages, "contact", QStringLiteral("somebody@example.com"));
+    pages.click(pages.inDialog("send"));
+}
+
 QJsonArray column(const char *title, const QStringList &values)
 {
     QJsonArray rows;
@@ -105,12 +113,21 @@ const std::vector<DialogState> &dialogStates()
              type(pages, "content", QString(600, QChar(0x753B)));
              type(pages, "contact", QStringLiteral("somebody@example.com"));
          }},
-        {"feedback, sent",
+        {"feedback, sent", handIn},
+        {"feedback, on its way",
          [](Interface &pages) {
-             open(pages, "FeedbackPage.qml");
-             type(pages, "content", QStringLiteral("Good"));
-             type(pages, "contact", QStringLiteral("somebody@example.com"));
-             pages.click(pages.inDialog("send"));
+             pages.feedbackBecomes = FeedbackStatus::Sending;
+             handIn(pages);
+         }},
+        {"feedback, kept",
+         [](Interface &pages) {
+             pages.feedbackBecomes = FeedbackStatus::Kept;
+             handIn(pages);
+         }},
+        {"feedback, not written",
+         [](Interface &pages) {
+             pages.feedbackBecomes = FeedbackStatus::NotWritten;
+             handIn(pages);
          }},
         {"system",
          [](Interface &pages) {

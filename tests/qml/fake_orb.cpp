@@ -134,6 +134,8 @@ void FakeOrb::gotoWeb(FakeOrb::Urls url)
 void FakeOrb::sendFeecback(QString content, QString id)
 {
     note(QStringLiteral("sendFeecback '%1' '%2'").arg(content, id));
+    if (onFeedback)
+        onFeedback();
 }
 
 void FakeOrb::setEffects(int definition, int fps, int encodType, bool audiostatus, bool tenbit,

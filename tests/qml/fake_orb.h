@@ -135,6 +135,7 @@ public:
     FakeHeadsets headsets;
     // Follows what the test tells, as the real one does; may be set as well.
     ConnectionStatus connection;
+    std::function<void()> onFeedback; // when feedback is handed in
     QStringList calls;
     // Called with each new line.
     std::function<void(const QString &)> onCall;

@@ -4,6 +4,7 @@
 #include "base/manual_clock.h"
 #include "checks/check_model.h"
 #include "controller/connection_stages.h"
+#include "controller/feedback_status.h"
 #include "controller/stage_model.h"
 #include "controller/usage_switch.h"
 #include "tests/qml/fake_orb.h"
@@ -54,6 +55,8 @@ public:
     FakeUpdate update{orb};
     ConnectionStages stages;
     int forgotten = 0; // how often usage events were to be dropped
+    FeedbackStatus feedback;
+    FeedbackStatus::State feedbackBecomes = FeedbackStatus::Sent; // when it is handed in
     UsageSwitch usage{QDir::currentPath(), [this] { ++forgotten; }};
     CheckModel checks;
     bool hasChecks = true; // whether there is anything to show findings of

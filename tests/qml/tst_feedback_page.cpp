@@ -82,6 +82,58 @@ private slots:
         QCOMPARE(pages.orb.calls, QStringList("sendFeecback 'Good' ''"));
     }
 
+    void thanksComeWhenTheCloudHasIt()
+    {
+        Interface pages;
+        pages.feedbackBecomes = FeedbackStatus::Sending;
+        open(pages);
+        write(pages, "content", "Good");
+        pages.click(pages.inDialog("send"));
+        QVERIFY(pages.inDialog("sending"));
+        QVERIFY(!pages.inDialog("thanks"));
+        pages.feedback.set(FeedbackStatus::Sent);
+        QVERIFY(!pages.inDialog("sending"));
+        QVERIFY(pages.inDialog("thanks"));
+    }
+
+    void whatCouldNotBeSentIsNotThankedFor()
+    {
+        Interface pages;
+        pages.feedbackBecomes = FeedbackStatus::Kept;
+        open(pages);
+        write(pages, "content", "Good");
+        pages.click(pages.inDialog("send"));
+        QVERIFY(pages.inDialog("kept"));
+        QVERIFY(!pages.inDialog("thanks"));
+        QVERIFY(pages.inDialog("done"));
+    }
+
+    void whatCouldNotBeWrittenCanBeSentAgain()
+    {
+        Interface pages;
+        pages.feedbackBecomes = FeedbackStatus::NotWritten;
+        open(pages);
+        QVERIFY(!pages.inDialog("notWritten"));
+        write(pages, "content", "Good");
+        pages.click(pages.inDialog("send"));
+        QVERIFY(pages.inDialog("notWritten"));
+        QVERIFY(!pages.inDialog("thanks"));
+        QCOMPARE(written(pages, "content"), QString("Good"));
+        pages.feedbackBecomes = FeedbackStatus::Sent;
+        pages.click(pages.inDialog("send"));
+        QVERIFY(pages.inDialog("thanks"));
+        QCOMPARE(pages.orb.calls.size(), 2);
+    }
+
+    void whatBecameOfAnEarlierOneIsNotShown()
+    {
+        Interface pages;
+        pages.feedback.set(FeedbackStatus::NotWritten);
+        open(pages);
+        QVERIFY(pages.inDialog("content"));
+        QVERIFY(!pages.inDialog("notWritten"));
+    }
+
     void feedbackIsSentOnce()
     {
         Interface pages;
