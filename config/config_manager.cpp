@@ -53,7 +53,7 @@ void ConfigManager::load()
     qInfo("setting json parseError");
     // What we could not even read may be whole: only somebody else has it open.
     if (text)
-        QFile::remove(settingsFile());
+        setAside(settingsFile(), record_);
     else if (QFile::exists(settingsFile()))
         unread_ = settings_;
 }
@@ -279,12 +279,12 @@ void ConfigManager::applyStreamingSettings(const SettingsChoice &choice, LinkKin
     saveDeviceSettings(QString());
     tell(StoredFile::ServerSettings,
          session_file::editStreaming(device_settings::fpsOf(choice.fpsIndex), choice.audio,
-                                     hasVirtualCable_));
+                                     hasVirtualCable_, record_));
 }
 
 void ConfigManager::writeSessionSerial()
 {
-    tell(StoredFile::ServerSettings, session_file::editSerial(settings_.serial));
+    tell(StoredFile::ServerSettings, session_file::editSerial(settings_.serial, record_));
 }
 
 bool ConfigManager::hasExternalDrivers(const QString &homeDir) const
@@ -304,13 +304,13 @@ bool ConfigManager::setExternalDrivers(const QString &driverPath, const QString 
 openvr_paths::Registration ConfigManager::registerDriver(const QString &driverPath,
                                                          const QString &homeDir) const
 {
-    return openvr_paths::registerDriver(homeDir, driverPath);
+    return openvr_paths::registerDriver(homeDir, driverPath, record_);
 }
 
 bool ConfigManager::clearExternalDrivers(const QString &homeDir,
                                          openvr_paths::Attempt attempt) const
 {
-    return openvr_paths::clearDrivers(homeDir, attempt);
+    return openvr_paths::clearDrivers(homeDir, attempt, record_);
 }
 
 int ConfigManager::hardwareScore(const QString &cpuName, const QString &gpuName)

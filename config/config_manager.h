@@ -5,6 +5,7 @@
 #include "config/link_kind.h"
 #include "config/not_written.h"
 #include "config/openvr_paths.h"
+#include "config/outside_record.h"
 #include "config/settings_choice.h"
 #include "config/settings_file.h"
 
@@ -35,6 +36,9 @@ public:
     // whom to ask.
     static ConfigManager &instance();
     void setCableProbe(CableProbe hasVirtualCable);
+    // From now on told before the documents of others are changed, and before a file
+    // that is no JSON is set aside. Before anything else, on one thread.
+    void setOutsideRecord(OutsideRecord record) { record_ = std::move(record); }
     // From now on told of "set.json" and "session.json" when they cannot be
     // written. Empty: nobody.
     void setNotWritten(NotWritten notWritten) { notWritten_ = std::move(notWritten); }
@@ -135,6 +139,7 @@ private:
     QString dataDir_;
     CableProbe hasVirtualCable_;
     NotWritten notWritten_;
+    OutsideRecord record_;
     // Not loaded while `d1` is empty.
     StoredSettings settings_;
     // What `settings_` were when the file could not be read; nothing when it

@@ -15,8 +15,14 @@ const QLatin1String kDrivers("external_drivers");
 
 using Reader = std::optional<QByteArray> (*)(const QString &);
 
+struct Document
+{
+    QByteArray text;
+    JsonDocument json;
+};
+
 // The document in the file at `path`, or nothing, `problem`, and a line in the log.
-std::optional<JsonDocument> read(const QString &path, Reader reader, Problem &problem)
+std::optional<Document> read(const QString &path, Reader reader, Problem &problem)
 {
     finishReplacement(path);
     if (!QFile::exists(path)) {
@@ -36,12 +42,15 @@ std::optional<JsonDocument> read(const QString &path, Reader reader, Problem &pr
         qInfo().noquote().nospace() << "vrpath parseError:" << json.error.errorString();
         return std::nullopt;
     }
-    return json;
+    return Document{*text, json};
 }
 
-Problem write(const QString &path, const JsonDocument &json)
+Problem write(const QString &path, const Document &document, const OutsideRecord &record)
 {
-    switch (replaceForeignFile(path, toIndented(json))) {
+    const QByteArray content = toIndented(document.json);
+    if (record.beforeEdit && content != document.text)
+        record.beforeEdit({OutsideEdit::DriverList, path, document.text, content});
+    switch (replaceForeignFile(path, content)) {
     case WriteResult::OpenFailed:
         qWarning().noquote().nospace() << "Failed to open file for writing:" << path;
         return Problem::NotWritable;
@@ -95,40 +104,41 @@ bool hasDrivers(const QString &homeDir)
     return text && hasDrivers(parseJson(*text));
 }
 
-Registration registerDriver(const QString &homeDir, const QString &driverPath)
+Registration registerDriver(const QString &homeDir, const QString &driverPath,
+                            const OutsideRecord &record)
 {
     Registration registration;
     const QString file = path(homeDir);
-    std::optional<JsonDocument> json = read(file, readPatiently, registration.problem);
-    if (!json)
+    std::optional<Document> document = read(file, readPatiently, registration.problem);
+    if (!document)
         return registration;
-    if (!json->document.isObject()) {
+    if (!document->json.document.isObject()) {
         // Nobody knows whose it is and what it means.
         qWarning().noquote().nospace() << "vrpath is no object, left as it is:" << file;
         return registration;
     }
-    registration.runtimePath = registerDriver(*json, driverPath);
-    registration.problem = write(file, *json);
+    registration.runtimePath = registerDriver(document->json, driverPath);
+    registration.problem = write(file, *document, record);
     if (registration.problem == Problem::None)
         qInfo().noquote().nospace() << "Successfully set external_drivers to:" << driverPath;
     return registration;
 }
 
-bool clearDrivers(const QString &homeDir, Attempt attempt)
+bool clearDrivers(const QString &homeDir, Attempt attempt, const OutsideRecord &record)
 {
     const QString file = path(homeDir);
     if (attempt == Attempt::Again && QFile::exists(file) && !readForEdit(file))
         return false;
     Problem problem = Problem::None;
-    std::optional<JsonDocument> json = read(file, readContent, problem);
-    if (!json)
+    std::optional<Document> document = read(file, readContent, problem);
+    if (!document)
         return problem != Problem::Unreadable;
-    const bool isRegistered = hasDrivers(*json);
-    if (!clearDrivers(*json)) {
+    const bool isRegistered = hasDrivers(document->json);
+    if (!clearDrivers(document->json)) {
         qInfo("No external_drivers field found, nothing to clear");
         return true;
     }
-    if (write(file, *json) != Problem::None)
+    if (write(file, *document, record) != Problem::None)
         return !isRegistered;
     qInfo("Successfully cleared external_drivers array (empty array)");
     return true;

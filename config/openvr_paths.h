@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/json_document.h"
+#include "config/outside_record.h"
 
 #include <QString>
 
@@ -40,13 +41,15 @@ struct Registration
     std::optional<QString> runtimePath;
 };
 // Waits for a moment while somebody holds the list.
-[[nodiscard]] Registration registerDriver(const QString &homeDir, const QString &driverPath);
+[[nodiscard]] Registration registerDriver(const QString &homeDir, const QString &driverPath,
+                                          const OutsideRecord &record = {});
 
 // What is said when it fails: everything at the first attempt, nothing when it
 // is tried again.
 enum class Attempt { First, Again };
 // False when drivers stay registered only because somebody holds the file:
 // another attempt may do it.
-bool clearDrivers(const QString &homeDir, Attempt attempt = Attempt::First);
+bool clearDrivers(const QString &homeDir, Attempt attempt = Attempt::First,
+                  const OutsideRecord &record = {});
 
 } // namespace openvr_paths

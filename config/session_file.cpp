@@ -47,12 +47,17 @@ void nameCable(QJsonObject &microphone)
     microphone.insert(kContent, content);
 }
 
-WriteResult write(JsonDocument &json, const QJsonObject &root)
+WriteResult write(const QByteArray &before, JsonDocument &json, const QJsonObject &root,
+                  const OutsideRecord &record)
 {
     // A list at the top level holds nothing of ours, but is the server's.
     if (json.document.isObject())
         json.document.setObject(root);
-    return replaceForeignFile(path(), toIndented(json));
+    const QByteArray after = toIndented(json);
+    if (record.beforeEdit && after != before)
+        record.beforeEdit(
+            {OutsideEdit::ServerSettings, QFileInfo(path()).absoluteFilePath(), before, after});
+    return replaceForeignFile(path(), after);
 }
 
 } // namespace
@@ -100,7 +105,8 @@ std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial)
     return root;
 }
 
-WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable)
+WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable,
+                          const OutsideRecord &record)
 {
     finishReplacement(path());
     if (!QFile::exists(path())) {
@@ -113,13 +119,14 @@ WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &h
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("set session json parseError");
-        QFile::remove(path());
+        setAside(QFileInfo(path()).absoluteFilePath(), record);
         return WriteResult::Ok;
     }
-    return write(json, withStreaming(json.document.object(), fps, audio, hasVirtualCable));
+    return write(*text, json, withStreaming(json.document.object(), fps, audio, hasVirtualCable),
+                 record);
 }
 
-WriteResult editSerial(const QString &serial)
+WriteResult editSerial(const QString &serial, const OutsideRecord &record)
 {
     finishReplacement(path());
     if (!QFile::exists(path()))
@@ -132,11 +139,11 @@ WriteResult editSerial(const QString &serial)
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("before session json parseError");
-        QFile::remove(path());
+        setAside(QFileInfo(path()).absoluteFilePath(), record);
         return WriteResult::Ok;
     }
     if (const auto root = withSerial(json.document.object(), serial))
-        return write(json, *root);
+        return write(*text, json, *root, record);
     return WriteResult::Ok;
 }
 

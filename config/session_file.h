@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/file_io.h"
+#include "config/outside_record.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -28,11 +29,12 @@ QString path();
 [[nodiscard]] std::optional<QJsonObject> withSerial(QJsonObject root, const QString &serial);
 
 // --- edits of the file -------------------------------------------------------
-// A file that is no JSON is deleted: the server then writes a fresh one. One
+// A file that is no JSON is set aside: the server then writes a fresh one. One
 // that cannot be opened (tried for a moment) or written is left alone, which is
 // what they return; Ok where there is nothing to write.
 
-WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable);
-WriteResult editSerial(const QString &serial);
+WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &hasVirtualCable,
+                          const OutsideRecord &record = {});
+WriteResult editSerial(const QString &serial, const OutsideRecord &record = {});
 
 } // namespace session_file
