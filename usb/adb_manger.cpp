@@ -37,6 +37,8 @@ long_wait::Tell &processWideTell()
     return tell;
 }
 
+AdbManger::ForeignForwards beforeForwardsGo;
+
 QString adbName()
 {
     return QStringLiteral("adb.exe");
@@ -46,7 +48,8 @@ QString adbName()
 
 AdbManger::AdbManger(const Dependencies &dependencies, QObject *parent)
     : QObject(parent), clock_(dependencies.clock), start_(dependencies.start),
-      end_(dependencies.end), tell_(dependencies.tell), process_(new GroupedProcess(this))
+      end_(dependencies.end), tell_(dependencies.tell), process_(new GroupedProcess(this)),
+      beforeForwardsGo_(dependencies.beforeForwardsGo)
 {
     // Said outright: what a QProcess takes by itself loses, on Windows, the letters
     // of folders that the system's code page lacks.
@@ -71,13 +74,29 @@ AdbManger::~AdbManger()
 
 AdbManger &AdbManger::instance()
 {
-    static AdbManger manager({Clock::system(), {}, {}, processWideTell()});
+    static AdbManger manager([] {
+        Dependencies dependencies{Clock::system(), {}, {}, processWideTell()};
+        dependencies.beforeForwardsGo = beforeForwardsGo;
+        return dependencies;
+    }());
     return manager;
 }
 
 void AdbManger::setTell(long_wait::Tell tell)
 {
     processWideTell() = std::move(tell);
+}
+
+void AdbManger::setBeforeForwardsGo(ForeignForwards tell)
+{
+    beforeForwardsGo = std::move(tell);
+}
+
+void AdbManger::tellForwards()
+{
+    if (beforeForwardsGo_ && !foreignForwards_.isEmpty())
+        beforeForwardsGo_(foreignForwards_);
+    foreignForwards_.clear();
 }
 
 void AdbManger::chooseAdb()
@@ -105,6 +124,7 @@ void AdbManger::killAdb()
 {
     if (!SystemInfo::isProcessRunning(adbName()))
         return;
+    tellForwards();
     long_wait::LongWait wait(clock_, {QStringLiteral("adb"), {}}, tell_);
     SystemInfo::killProcesses({adbName()},
                               [&wait] { return wait.turn() != long_wait::Choice::GoOn; });
@@ -173,7 +193,12 @@ void AdbManger::onOutput()
 void AdbManger::take(const QByteArray &output)
 {
     // Up to a NUL, if there is one.
-    const Answer answer = adb_rules::answer(now_, QString::fromLatin1(output.constData()));
+    const QString text = QString::fromLatin1(output.constData());
+    if (text.contains(QLatin1String("List of devices attached")))
+        foreignForwards_.clear(); // all that there are come with it
+    foreignForwards_ += adb_rules::foreignForwards(text);
+    foreignForwards_.removeDuplicates();
+    const Answer answer = adb_rules::answer(now_, text);
     now_ = answer.next;
     switch (answer.action) {
     case Answer::Nothing:
@@ -229,6 +254,7 @@ void AdbManger::dropCommand()
 // runs it.
 void AdbManger::takePortsBack()
 {
+    tellForwards();
     runAdb(QStringLiteral("adb forward --remove-all && adb reverse --remove-all"));
     process_->waitForFinished(int(lastCommandLimit.count()));
 }

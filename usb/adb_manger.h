@@ -40,6 +40,8 @@ public:
         std::function<void()> end = {};
         // Of an adb that takes long to be ended, which blocks: "adb".
         long_wait::Tell tell = {};
+        // As setBeforeForwardsGo(); empty: nobody.
+        std::function<void(const QStringList &)> beforeForwardsGo = {};
     };
 
     // Decides which adb to use and begins to watch for headsets.
@@ -51,6 +53,12 @@ public:
     static AdbManger &instance();
     // For that one, before it is first asked for.
     static void setTell(long_wait::Tell tell);
+
+    // Told before adb is ended, or all forwards are taken back, which of them are not
+    // ours ("serial local remote"), as far as adb has said. To be set before the
+    // first instance.
+    using ForeignForwards = std::function<void(const QStringList &)>;
+    static void setBeforeForwardsGo(ForeignForwards tell);
 
     // Ends every adb process of this PC.
     void killAdb();
@@ -85,6 +93,7 @@ private:
     void setUpPorts();
     void dropCommand();
     void takePortsBack();
+    void tellForwards();
     void onOutput();
 
     Clock &clock_;
@@ -93,6 +102,8 @@ private:
     const long_wait::Tell tell_;
     GroupedProcess *process_;
     qint64 startedAt_ = 0; // the command at work, by the clock
+    const std::function<void(const QStringList &)> beforeForwardsGo_;
+    QStringList foreignForwards_; // that adb has listed and that nobody was told of
     adb_rules::AdbState now_;
     QString adbPath_; // empty while the adb on the search path is used
     std::unique_ptr<UsbWatcher> watcher_;

@@ -1,5 +1,7 @@
 #include "usb/adb_rules.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace adb_rules {
@@ -80,6 +82,24 @@ Answer answer(AdbState now, const QString &text)
     if (now.state == AwaitingDevices)
         return deviceAnswer(now, text);
     return {now, Answer::Nothing};
+}
+
+QStringList foreignForwards(const QString &text)
+{
+    static const QRegularExpression forward(
+        QStringLiteral("^(\\S+) ((?:tcp|local\\w*|dev|jdwp):\\S+) (\\w+:\\S+)\\r?$"),
+        QRegularExpression::MultilineOption);
+    QStringList found;
+    auto matches = forward.globalMatch(text);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        const QString local = match.captured(2);
+        const bool isOurs = local == match.captured(3) && (local == QLatin1String("tcp:9943") ||
+                                                           local == QLatin1String("tcp:9944"));
+        if (!isOurs)
+            found.append(match.captured(1) + ' ' + local + ' ' + match.captured(3));
+    }
+    return found;
 }
 
 bool isWord(const QString &path)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace adb_rules {
 
@@ -60,6 +61,10 @@ struct Answer
     Action action = Nothing;
 };
 [[nodiscard]] Answer answer(AdbState now, const QString &text);
+
+// The forwards in a chunk of output, "serial local remote" each, that are not among
+// those that we set up.
+QStringList foreignForwards(const QString &text);
 
 // Whether `path` is one word of a command line. One with a blank is not, nor one
 // with what the interpreter takes for a blank (",", ";", "="), for a variable

@@ -57,9 +57,14 @@ struct Adb
     QStringList lines;
     QStringList folders;
     QStringList said;
+    QList<QStringList> lost; // the forwards of others, each time before they went
     std::unique_ptr<AdbManger> manager = std::make_unique<AdbManger>(
-        AdbManger::Dependencies{clock, [this](const QString &line, const QString &folder) {
+        AdbManger::Dependencies{clock,
+                                [this](const QString &line, const QString &folder) {
                                     lines << line;
                                     folders << folder;
-                                }});
+                                },
+                                {},
+                                {},
+                                [this](const QStringList &forwards) { lost << forwards; }});
 };

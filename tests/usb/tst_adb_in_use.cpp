@@ -189,6 +189,33 @@ private slots:
         QCOMPARE(loggedCount("adb ORB: " + removePorts), 1);
     }
 
+    void forwardsOfOthersAreToldBeforeTheyGo_data()
+    {
+        QTest::addColumn<bool>("isTheirs");
+        QTest::newRow("adb was there before") << true;
+        QTest::newRow("adb is ours") << false;
+    }
+    void forwardsOfOthersAreToldBeforeTheyGo()
+    {
+        QFETCH(bool, isTheirs);
+        SimPc pc(clock_);
+        if (isTheirs)
+            pc.processes.start("adb.exe", "C:/adb.exe");
+        Adb adb(clock_);
+        if (!isTheirs) {
+            adb.settle();
+            pc.processes.start("adb.exe", "C:/adb.exe");
+        }
+        adb.check(device("PA7910"), "PA7910 tcp:8081 tcp:8080\r\nPA7910 tcp:9943 tcp:9943\r\n");
+        adb.check(device("PA7910"), "PA7910 tcp:1 localabstract:x\r\n");
+        QVERIFY(adb.lost.isEmpty());
+        const QStringList lines = adb.lines;
+        QList<QStringList> *const lost = &adb.lost;
+        adb.manager.reset();
+        QCOMPARE(*lost, QList<QStringList>{{"PA7910 tcp:1 localabstract:x"}});
+        QCOMPARE(adb.lines.size(), lines.size() + (isTheirs ? 1 : 0));
+    }
+
 private:
     ManualClock clock_;
 };

@@ -28,6 +28,29 @@ class AdbRulesTest : public TestCase
     Q_OBJECT
 
 private slots:
+    void forwardsOfOthersAreKnown_data()
+    {
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QStringList>("forwards");
+        const QString header = "List of devices attached\r\n";
+        QTest::newRow("none") << header + "PA7910\tdevice\r\n\r\n" << QStringList();
+        QTest::newRow("ours") << "PA1 tcp:9943 tcp:9943\r\nPA1 tcp:9944 tcp:9944\r\n"
+                              << QStringList();
+        QTest::newRow("others'") << header + "PA1\tdevice\r\n\r\nPA1 tcp:80 tcp:8080\r\n"
+                                             "PA1 tcp:9943 tcp:9943\r\nPA2 tcp:1 local:x\r\n"
+                                 << QStringList{"PA1 tcp:80 tcp:8080", "PA2 tcp:1 local:x"};
+        QTest::newRow("our port, led elsewhere") << "PA1 tcp:9943 tcp:1\r\n"
+                                                 << QStringList("PA1 tcp:9943 tcp:1");
+        QTest::newRow("chatter") << "* daemon not running; starting now at tcp:5037\r\n"
+                                 << QStringList();
+    }
+    void forwardsOfOthersAreKnown()
+    {
+        QFETCH(QString, output);
+        QFETCH(QStringList, forwards);
+        QCOMPARE(adb_rules::foreignForwards(output), forwards);
+    }
+
     void anIdleCheckAsksForDevices()
     {
         const Check check = adb_rules::check(stateIn(adb_rules::Idle));
