@@ -7,6 +7,7 @@
 #include "cloud/installer_start.h"
 #include "cloud/orb_update.h"
 #include "config/config_manager.h"
+#include "controller/changes_model.h"
 #include "controller/connection_status.h"
 #include "controller/feedback_status.h"
 #include "controller/orb_dependencies.h"
@@ -18,6 +19,7 @@
 #include "pc/downloaded_program.h"
 #include "qml/resources.h"
 #include "res/resources.h"
+#include "session/change_record.h"
 #include "steamvr/steam_manager.h"
 #include "sysinfo/system_info.h"
 #include "ui/wait_notice.h"
@@ -107,12 +109,18 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     SysManager::setLookForHolder(control_port::lookForHolder);
     SysManager::setLookForPeer(control_port::lookForPeer);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });
+    // Made before, and so there longer than, whoever tells it of changes.
+    ChangeRecord &record = ChangeRecord::instance();
+    ConfigManager::instance().setOutsideRecord(record.callbacks());
+    AdbManger::setBeforeForwardsGo(
+        [&record](const QStringList &forwards) { record.beforeForwardsGo(forwards); });
     ConfigManager::instance().setCableProbe(&SystemInfo::hasVirtualCable);
     auto usage =
         std::make_unique<UsageSwitch>(dataFolder(), [] { HttpManager::instance().forgetEvents(); });
     usage_ = usage.get();
     orb_ = new ORBManager(std::make_unique<ProcessWideServices>(std::move(usage)), app);
     update_ = makeUpdate(app);
+    changes_ = new ChangesModel(record, orb_);
     stageModel_ = new StageModel(orb_->stages(), orb_);
     QObject::connect(app, &QCoreApplication::aboutToQuit, app, [update = update_] {
         HttpManager::instance().abortRequests();
@@ -126,6 +134,7 @@ void Composition::publish(QQmlApplicationEngine &engine) const
     engine.rootContext()->setContextProperty(QStringLiteral("orbupdate"), update_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb_->status());
     engine.rootContext()->setContextProperty(QStringLiteral("orbusage"), usage_);
+    engine.rootContext()->setContextProperty(QStringLiteral("orbrecord"), changes_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbfeedback"), &orb_->feedback());
     engine.rootContext()->setContextProperty(QStringLiteral("orbstages"), stageModel_);
     engine.rootContext()->setContextProperty(QStringLiteral("orbchecks"), &orb_->findings());

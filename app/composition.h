@@ -1,6 +1,7 @@
 // Everything of a first copy, put together.
 #pragma once
 
+class ChangesModel;
 class ConnectionStages;
 class ORBManager;
 class ORBUpdate;
@@ -35,6 +36,7 @@ private:
     UsageSwitch *usage_; // lives as long as the controller
     ORBManager *orb_;
     ORBUpdate *update_;
+    ChangesModel *changes_;  // owned by the controller
     StageModel *stageModel_; // owned by the controller
 };
 

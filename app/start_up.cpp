@@ -3,6 +3,7 @@
 #include "app/application_font.h"
 #include "app/composition.h"
 #include "app/crash_record.h"
+#include "app/give_back_command.h"
 #include "app/log_file.h"
 #include "app/qml_loading.h"
 #include "app/session_guard.h"
@@ -103,6 +104,9 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         return runWaitNotice(argc, argv, *notice);
     chooseHowToDraw();
     if (const std::optional<int> code = surroundings.begin())
+        return *code;
+
+    if (const std::optional<int> code = giveBackIfAsked(argc, argv))
         return *code;
 
     QGuiApplication app(argc, argv);

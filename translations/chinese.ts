@@ -17,6 +17,72 @@
     </message>
 </context>
 <context>
+    <name>ChangesModel</name>
+    <message>
+        <source>串流服务的设置</source>
+        <translation>Settings of the streaming server</translation>
+    </message>
+    <message>
+        <source>无法读取而被重命名的文件</source>
+        <translation>A file that could not be read and was renamed</translation>
+    </message>
+    <message>
+        <source>其他程序的adb端口转发</source>
+        <translation>Port forwards of other programs in adb</translation>
+    </message>
+    <message>
+        <source>其他程序的SteamVR驱动</source>
+        <translation>SteamVR drivers of other programs</translation>
+    </message>
+    <message>
+        <source>SteamVR的驱动列表</source>
+        <translation>SteamVR's list of drivers</translation>
+    </message>
+</context>
+<context>
+    <name>ChangesPage</name>
+    <message>
+        <source>更改记录</source>
+        <translation>Changes</translation>
+    </message>
+    <message>
+        <source>全部恢复</source>
+        <translation>Restore all</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>没有更改</source>
+        <translation>Nothing was changed</translation>
+    </message>
+    <message>
+        <source>程序没有更改过其他程序的文件。</source>
+        <translation>No files of other programs were changed.</translation>
+    </message>
+    <message>
+        <source>为了串流，程序更改了以下内容。恢复后，下次启动SteamVR时可能会再次更改。</source>
+        <translation>This was changed for streaming. What you restore may be changed again when SteamVR is started next.</translation>
+    </message>
+    <message>
+        <source>有内容未能恢复：文件被占用或没有权限。请稍后再试。</source>
+        <translation>Something could not be restored: it is in use by another program, or there is no permission. Please try again later.</translation>
+    </message>
+    <message>
+        <source>%1 起已更改</source>
+        <translation>Changed since %1</translation>
+    </message>
+    <message>
+        <source>%1 曾更改，现已恢复</source>
+        <translation>Changed on %1, restored by now</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>Restore</translation>
+    </message>
+</context>
+<context>
     <name>Checks</name>
     <message>
         <source>操作系统：</source>
@@ -979,6 +1045,10 @@
     <message>
         <source>选择串流方式后，会检测这台电脑的配置。</source>
         <translation>This PC is checked once a streaming mode is chosen.</translation>
+    </message>
+    <message>
+        <source>更改记录</source>
+        <translation>Changes</translation>
     </message>
 </context>
 <context>

@@ -17,6 +17,72 @@
     </message>
 </context>
 <context>
+    <name>ChangesModel</name>
+    <message>
+        <source>串流服务的设置</source>
+        <translation>ストリーミングサーバーの設定</translation>
+    </message>
+    <message>
+        <source>无法读取而被重命名的文件</source>
+        <translation>読み取れないため名前を変えたファイル</translation>
+    </message>
+    <message>
+        <source>其他程序的adb端口转发</source>
+        <translation>ほかのプログラムのadbポート転送</translation>
+    </message>
+    <message>
+        <source>其他程序的SteamVR驱动</source>
+        <translation>ほかのプログラムのSteamVRドライバー</translation>
+    </message>
+    <message>
+        <source>SteamVR的驱动列表</source>
+        <translation>SteamVRのドライバー一覧</translation>
+    </message>
+</context>
+<context>
+    <name>ChangesPage</name>
+    <message>
+        <source>更改记录</source>
+        <translation>変更の記録</translation>
+    </message>
+    <message>
+        <source>全部恢复</source>
+        <translation>すべて元に戻す</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>没有更改</source>
+        <translation>変更はありません</translation>
+    </message>
+    <message>
+        <source>程序没有更改过其他程序的文件。</source>
+        <translation>ほかのプログラムのファイルは変更されていません。</translation>
+    </message>
+    <message>
+        <source>为了串流，程序更改了以下内容。恢复后，下次启动SteamVR时可能会再次更改。</source>
+        <translation>ストリーミングのために以下が変更されました。元に戻しても、次にSteamVRを起動すると再び変更されることがあります。</translation>
+    </message>
+    <message>
+        <source>有内容未能恢复：文件被占用或没有权限。请稍后再试。</source>
+        <translation>元に戻せないものがあります。使用中またはアクセス権がありません。後でもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>%1 起已更改</source>
+        <translation>%1から変更中</translation>
+    </message>
+    <message>
+        <source>%1 曾更改，现已恢复</source>
+        <translation>%1に変更、現在は元どおり</translation>
+    </message>
+    <message>
+        <source>恢复</source>
+        <translation>元に戻す</translation>
+    </message>
+</context>
+<context>
     <name>Checks</name>
     <message>
         <source>操作系统：</source>
@@ -979,6 +1045,10 @@
     <message>
         <source>选择串流方式后，会检测这台电脑的配置。</source>
         <translation>ストリーミング方法を選択すると、このPCの構成を確認します。</translation>
+    </message>
+    <message>
+        <source>更改记录</source>
+        <translation>変更の記録</translation>
     </message>
 </context>
 <context>

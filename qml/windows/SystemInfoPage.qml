@@ -17,18 +17,28 @@ DialogWindow {
         return cells;
     }
 
+    // For the main window.
+    signal openPage(string page, var properties)
+
     title: qsTr("系统信息")
     width: 1120
     height: 640
     onCancelled: close()
     onConfirmed: close()
-    buttons: PushButton {
-        objectName: "confirm"
-        text: qsTr("确定")
-        primary: true
-        focus: true
-        onClicked: dialog.confirmed()
-    }
+    buttons: [
+        PushButton {
+            objectName: "changes"
+            text: qsTr("更改记录")
+            onClicked: dialog.openPage("qrc:/qml/windows/ChangesPage.qml", {})
+        },
+        PushButton {
+            objectName: "confirm"
+            text: qsTr("确定")
+            primary: true
+            focus: true
+            onClicked: dialog.confirmed()
+        }
+    ]
 
     DialogOutcome {
         objectName: "empty"

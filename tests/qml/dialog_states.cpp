@@ -1,6 +1,7 @@
 #include "tests/qml/dialog_states.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
@@ -34,6 +35,15 @@ void handIn(Interface &pages)
     type(pages, "content", QStringLiteral("Good"));
     type(pages, "contact", QStringLiteral("somebody@example.com"));
     pages.click(pages.inDialog("send"));
+}
+
+void noteChanges(ChangeRecord &record)
+{
+    record.beforeForwardsGo({"PA7910MGC4070026W tcp:8081 tcp:8080"});
+    record.beforeSetAside(QDir::currentPath() + "/set.json", QDir::currentPath() + "/set.json.bad");
+    record.beforeEdit({OutsideEdit::DriverList, QDir::currentPath() + "/openvrpaths.vrpath",
+                       R"({"external_drivers":["C:\\Program Files\\Tracker\\driver"]})",
+                       R"({"external_drivers":null})"});
 }
 
 QJsonArray column(const char *title, const QStringList &values)
@@ -135,6 +145,12 @@ const std::vector<DialogState> &dialogStates()
              open(pages, "SystemInfoPage.qml");
          }},
         {"system, unknown", [](Interface &pages) { open(pages, "SystemInfoPage.qml"); }},
+        {"changes",
+         [](Interface &pages) {
+             noteChanges(pages.record);
+             open(pages, "ChangesPage.qml");
+         }},
+        {"changes, none", [](Interface &pages) { open(pages, "ChangesPage.qml"); }},
         {"confirm wireless",
          [](Interface &pages) {
              pages.orb.becomeWired(true);

@@ -88,6 +88,7 @@ FramelessQuickWindow *Interface::load()
     engine_.rootContext()->setContextProperty(QStringLiteral("orb"), &orb);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbconnection"), &orb.connection);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbusage"), &usage);
+    engine_.rootContext()->setContextProperty(QStringLiteral("orbrecord"), &changes);
     engine_.rootContext()->setContextProperty(QStringLiteral("orbfeedback"), &feedback);
     orb.onFeedback = [this] { feedback.set(feedbackBecomes); };
     engine_.rootContext()->setContextProperty(QStringLiteral("orbstages"), &stageModel_);

@@ -3,10 +3,12 @@
 
 #include "base/manual_clock.h"
 #include "checks/check_model.h"
+#include "controller/changes_model.h"
 #include "controller/connection_stages.h"
 #include "controller/feedback_status.h"
 #include "controller/stage_model.h"
 #include "controller/usage_switch.h"
+#include "session/change_record.h"
 #include "tests/qml/fake_orb.h"
 #include "ui/frameless_quick_window.h"
 
@@ -55,6 +57,8 @@ public:
     FakeUpdate update{orb};
     ConnectionStages stages;
     int forgotten = 0; // how often usage events were to be dropped
+    ChangeRecord record{QDir::currentPath(), QStringLiteral("C:/KOLM")};
+    ChangesModel changes{record};
     FeedbackStatus feedback;
     FeedbackStatus::State feedbackBecomes = FeedbackStatus::Sent; // when it is handed in
     UsageSwitch usage{QDir::currentPath(), [this] { ++forgotten; }};

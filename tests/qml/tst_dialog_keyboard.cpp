@@ -55,7 +55,7 @@ private slots:
             << "ports, many"
             << QStringList{zh("重新检测"), close, zh("占用端口的程序"), zh("以后再说")};
         QTest::newRow("confirm") << "confirm wired" << QStringList{zh("确定"), close, zh("取消")};
-        QTest::newRow("system") << "system" << QStringList{zh("确定"), close};
+        QTest::newRow("system") << "system" << QStringList{zh("确定"), close, zh("更改记录")};
         QTest::newRow("update") << "update" << QStringList{zh("立即更新"), close, zh("以后再说")};
         QTest::newRow("forced update")
             << "update, forced" << QStringList{zh("立即更新"), zh("更新内容"), zh("退出")};

@@ -119,7 +119,7 @@ private slots:
         Interface pages;
         showDialog(pages, "system");
         const QStringList shown = pages.dialogTexts();
-        QCOMPARE(shown.size(), 1 + 3 * 11 + 1); // title, columns, button
+        QCOMPARE(shown.size(), 1 + 3 * 11 + 2); // title, columns, button
         QCOMPARE(shown.mid(1, 7),
                  (QStringList{zh("当前配置"), zh("最低配置"), zh("推荐配置"), zh("操作系统："),
                               "Windows 11 Professional Workstation", zh("处理器："),

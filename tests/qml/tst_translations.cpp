@@ -131,16 +131,13 @@ private slots:
             if (!contexts.contains(entry.context))
                 contexts.append(entry.context);
         }
-        for (const char *context : {"ORBManager",         "QObject",
-                                    "SystemInfo",         "mainWindow",
-                                    "PageItem",           "SteamPageItem",
-                                    "SelectModePage",     "SingleAppTip",
-                                    "SettingPage",        "MoreSettingPage",
-                                    "FeedbackPage",       "SystemInfoPage",
-                                    "ConfirmPage",        "PowerDownPage",
-                                    "NetworkSetting",     "WaitNotice",
-                                    "UsePortProcessTips", "UpdateGpuDriverTips",
-                                    "UpdatePage",         "WaitPage"})
+        for (const char *context : {"ORBManager",          "QObject",      "SystemInfo",
+                                    "mainWindow",          "PageItem",     "SteamPageItem",
+                                    "SelectModePage",      "SingleAppTip", "SettingPage",
+                                    "MoreSettingPage",     "FeedbackPage", "SystemInfoPage",
+                                    "ChangesPage",         "ConfirmPage",  "PowerDownPage",
+                                    "NetworkSetting",      "WaitNotice",   "UsePortProcessTips",
+                                    "UpdateGpuDriverTips", "UpdatePage",   "WaitPage"})
             QVERIFY2(contexts.contains(context), context);
     }
 
