@@ -44,7 +44,7 @@ bool Program::start()
 {
     process_.setProcessEnvironment(environment);
     process_.setWorkingDirectory(work_);
-    process_.start(PROGRAM, QStringList());
+    process_.start(PROGRAM, arguments);
     return process_.waitForStarted();
 }
 

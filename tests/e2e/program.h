@@ -27,6 +27,7 @@ public:
 
     // Set before start().
     QProcessEnvironment environment;
+    QStringList arguments;
 
     // Where the standard output goes instead of here; before start().
     void redirectOutput(const QString &path) { process_.setStandardOutputFile(path); }
