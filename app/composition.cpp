@@ -14,6 +14,7 @@
 #include "controller/orb_manager.h"
 #include "controller/qml_types.h"
 #include "controller/stage_model.h"
+#include "controller/unwritten_files.h"
 #include "controller/usage_switch.h"
 #include "link/sys_manager.h"
 #include "pc/downloaded_program.h"
@@ -119,6 +120,9 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
         std::make_unique<UsageSwitch>(dataFolder(), [] { HttpManager::instance().forgetEvents(); });
     usage_ = usage.get();
     orb_ = new ORBManager(std::make_unique<ProcessWideServices>(std::move(usage)), app);
+    QObject::connect(usage_, &UsageSwitch::notKept, &orb_->unwritten(), [orb = orb_](auto result) {
+        orb->unwritten().tell(StoredFile::UsageChoice, result);
+    });
     update_ = makeUpdate(app);
     changes_ = new ChangesModel(record, orb_);
     stageModel_ = new StageModel(orb_->stages(), orb_);

@@ -1,7 +1,5 @@
 #include "config/usage_choice.h"
 
-#include "base/file_io.h"
-
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -27,8 +25,7 @@ bool usage_choice::isOn(const QString &dataDir)
     return QJsonDocument::fromJson(content).object().value(key).toBool(false);
 }
 
-bool usage_choice::store(const QString &dataDir, bool on)
+WriteResult usage_choice::store(const QString &dataDir, bool on)
 {
-    return replaceFile(fileIn(dataDir), QJsonDocument(QJsonObject{{key, on}}).toJson()) ==
-           WriteResult::Ok;
+    return replaceFile(fileIn(dataDir), QJsonDocument(QJsonObject{{key, on}}).toJson());
 }

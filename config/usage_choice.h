@@ -1,6 +1,8 @@
 // Whether the user lets usage events be sent.
 #pragma once
 
+#include "base/file_io.h"
+
 #include <QString>
 
 namespace usage_choice {
@@ -9,7 +11,7 @@ namespace usage_choice {
 // if he said so, and not if the file cannot be understood. GUI thread.
 bool isOn(const QString &dataDir);
 
-// Keeps the choice; false when it cannot be written. GUI thread.
-bool store(const QString &dataDir, bool on);
+// Keeps the choice. GUI thread.
+WriteResult store(const QString &dataDir, bool on);
 
 } // namespace usage_choice

@@ -121,7 +121,9 @@ public:
     // to show it.
     ConnectionStatus &status() const { return *status_; }
     const ConnectionStages &stages() const { return *stages_; }
-    // What has become of the last feedback; lives as long as this object.
+    // Who says what could not be written, and what has become of the last feedback;
+    // they live as long as this object.
+    UnwrittenFiles &unwritten() const { return *unwritten_; }
     FeedbackStatus &feedback() const { return *feedback_; }
     // What stands in the way of it; lives as long as this object.
     CheckModel &findings();

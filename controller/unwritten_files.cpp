@@ -40,6 +40,9 @@ const char *meaning(StoredFile file)
     case StoredFile::ServerSettings:
         return QT_TRANSLATE_NOOP("UnwrittenFiles",
                                  "session.json未能保存（%1）。串流会继续使用原来的设置。");
+    case StoredFile::UsageChoice:
+        return QT_TRANSLATE_NOOP(
+            "UnwrittenFiles", "usage.json未能保存（%1）。关于使用情况的选择在下次启动时会丢失。");
     }
     return QT_TRANSLATE_NOOP("UnwrittenFiles",
                              "set.json未能保存（%1）。当前的串流设置在下次启动时会丢失。");
@@ -54,6 +57,8 @@ const char *nameOf(StoredFile file)
         return "setting.inf";
     case StoredFile::ServerSettings:
         return "session.json";
+    case StoredFile::UsageChoice:
+        return "usage.json";
     }
     return "set.json";
 }

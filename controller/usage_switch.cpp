@@ -19,7 +19,10 @@ void UsageSwitch::setOn(bool on)
     on_ = on;
     if (!on)
         forget_();
-    if (!usage_choice::store(dataDir_, on))
+    const WriteResult kept = usage_choice::store(dataDir_, on);
+    if (kept != WriteResult::Ok)
         qInfo("usage.json cannot be written");
     emit changed();
+    if (kept != WriteResult::Ok)
+        emit notKept(kept);
 }

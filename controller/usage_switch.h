@@ -1,6 +1,8 @@
 // The user's switch for usage events, for the pages.
 #pragma once
 
+#include "base/file_io.h"
+
 #include <QObject>
 #include <QString>
 
@@ -23,6 +25,8 @@ public:
 
 signals:
     void changed();
+    // What was chosen holds for this run only.
+    void notKept(WriteResult result);
 
 private:
     const QString dataDir_;

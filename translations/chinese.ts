@@ -36,7 +36,7 @@
     </message>
     <message>
         <source>SteamVR的驱动列表</source>
-        <translation>SteamVR's list of drivers</translation>
+        <translation>SteamVR&apos;s list of drivers</translation>
     </message>
 </context>
 <context>
@@ -1130,6 +1130,10 @@
     <message>
         <source>openvrpaths.vrpath未能写入（%1）。SteamVR启动时没有串流驱动，眼镜中不会有画面。</source>
         <translation>openvrpaths.vrpath could not be written (%1). SteamVR starts without the streaming driver: there will be no picture in the headset.</translation>
+    </message>
+    <message>
+        <source>usage.json未能保存（%1）。关于使用情况的选择在下次启动时会丢失。</source>
+        <translation>usage.json could not be saved (%1). The choice about usage events will be lost at the next start.</translation>
     </message>
 </context>
 <context>

@@ -1131,6 +1131,10 @@
         <source>openvrpaths.vrpath未能写入（%1）。SteamVR启动时没有串流驱动，眼镜中不会有画面。</source>
         <translation>openvrpaths.vrpathに書き込めません（%1）。SteamVRはストリーミングドライバーなしで起動するため、ヘッドセットに映像は表示されません。</translation>
     </message>
+    <message>
+        <source>usage.json未能保存（%1）。关于使用情况的选择在下次启动时会丢失。</source>
+        <translation>usage.jsonを保存できません（%1）。利用状況についての選択は次回の起動時に失われます。</translation>
+    </message>
 </context>
 <context>
     <name>UpdateGpuDriverTips</name>

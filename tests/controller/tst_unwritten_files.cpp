@@ -47,7 +47,8 @@ private slots:
         };
         for (const auto &[file, name] : {std::pair(StoredFile::Settings, "set.json"),
                                          std::pair(StoredFile::KnownHeadsets, "setting.inf"),
-                                         std::pair(StoredFile::ServerSettings, "session.json")}) {
+                                         std::pair(StoredFile::ServerSettings, "session.json"),
+                                         std::pair(StoredFile::UsageChoice, "usage.json")}) {
             row(UnwrittenFiles::text(file, WriteResult::OpenFailed), name, "文件被占用或没有权限");
             row(UnwrittenFiles::text(file, WriteResult::WriteFailed), name, "磁盘空间不足");
         }

@@ -53,7 +53,11 @@ private slots:
     void whatCannotBeKeptHoldsForThisRun()
     {
         UsageSwitch usage(path("missing"), [] {});
+        QList<WriteResult> told;
+        connect(&usage, &UsageSwitch::notKept, this,
+                [&told](WriteResult result) { told.append(result); });
         usage.setOn(false);
+        QCOMPARE(told, QList<WriteResult>{WriteResult::OpenFailed});
         QVERIFY(!usage.isOn());
         QCOMPARE(logged(), QStringList("usage.json cannot be written"));
     }
