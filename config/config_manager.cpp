@@ -53,22 +53,31 @@ void ConfigManager::load()
     qInfo("setting json parseError");
     // What we could not even read may be whole: only somebody else has it open.
     if (text)
-        setAside(settingsFile(), record_);
+        isInTheWay_ = !setAside(settingsFile(), record_);
     else if (QFile::exists(settingsFile()))
         unread_ = settings_;
 }
 
-// False while the file still cannot be read: then it must not be written.
+// False while the file still cannot be read, or is no JSON and cannot be set aside:
+// then it must not be written.
 bool ConfigManager::makeUpForLoading()
 {
+    isInTheWay_ =
+        isInTheWay_ && QFile::exists(settingsFile()) && !setAside(settingsFile(), record_);
+    if (isInTheWay_)
+        return false;
     if (!unread_)
         return true;
     finishReplacement(settingsFile());
     const std::optional<QByteArray> text = readPatiently(settingsFile());
     if (!text && QFile::exists(settingsFile()))
         return false;
-    if (text)
-        settings_ = settings_file::merge(settings_file::read(*text), *unread_, settings_);
+    if (text) {
+        const settings_file::Reading stored = settings_file::read(*text);
+        if (!stored.isJson && !setAside(settingsFile(), record_))
+            return false;
+        settings_ = settings_file::merge(stored, *unread_, settings_);
+    }
     unread_.reset();
     return true;
 }

@@ -145,6 +145,7 @@ private:
     // What `settings_` were when the file could not be read; nothing when it
     // could.
     std::optional<StoredSettings> unread_;
+    bool isInTheWay_ = false; // a file that is no JSON, which nobody let us rename
     int width_ = 2880;
     int height_ = 2656;
     bool dimensionsKnown_ = false;

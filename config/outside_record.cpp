@@ -15,10 +15,10 @@ QString freeName(const QString &path)
 
 } // namespace
 
-void setAside(const QString &path, const OutsideRecord &record)
+bool setAside(const QString &path, const OutsideRecord &record)
 {
     const QString newPath = freeName(path);
     if (record.beforeSetAside)
         record.beforeSetAside(path, newPath);
-    QFile::rename(path, newPath);
+    return QFile::rename(path, newPath);
 }

@@ -26,6 +26,6 @@ struct OutsideRecord
     std::function<void(const QString &path, const QString &newPath)> beforeSetAside;
 };
 
-// Renames the file at `path` to one that ends in ".bad" and is new. Where the
-// system refuses that it stays.
-void setAside(const QString &path, const OutsideRecord &record);
+// Renames the file at `path` to one that ends in ".bad" and is new. False where the
+// system refuses that: then it stays.
+[[nodiscard]] bool setAside(const QString &path, const OutsideRecord &record);

@@ -119,7 +119,7 @@ WriteResult editStreaming(double fps, bool audio, const std::function<bool()> &h
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("set session json parseError");
-        setAside(QFileInfo(path()).absoluteFilePath(), record);
+        static_cast<void>(setAside(QFileInfo(path()).absoluteFilePath(), record));
         return WriteResult::Ok;
     }
     return write(*text, json, withStreaming(json.document.object(), fps, audio, hasVirtualCable),
@@ -139,7 +139,7 @@ WriteResult editSerial(const QString &serial, const OutsideRecord &record)
     JsonDocument json = parseJson(*text);
     if (!json.ok()) {
         qInfo("before session json parseError");
-        setAside(QFileInfo(path()).absoluteFilePath(), record);
+        static_cast<void>(setAside(QFileInfo(path()).absoluteFilePath(), record));
         return WriteResult::Ok;
     }
     if (const auto root = withSerial(json.document.object(), serial))

@@ -32,6 +32,7 @@ private slots:
     void settingsThatAreStillHeldAreNotWritten();
     void settingsThatCameToHarmMeanwhileAreWritten_data();
     void settingsThatCameToHarmMeanwhileAreWritten();
+    void settingsThatAreNoJsonAreNotLost();
     void anInterruptedSaveIsFinishedAtTheStart();
     void merging_data();
     void merging();
@@ -122,6 +123,26 @@ void HeldFilesTest::settingsThatCameToHarmMeanwhileAreWritten()
     config.saveDeviceSettings("D1-9");
     QCOMPARE(saved().value("lastSn").toString(), QString("D1-9"));
     QCOMPARE(saved().value("D2").toObject(), device_settings::fresh());
+    QCOMPARE(readFile("set.json.bad"), meanwhile);
+}
+
+void HeldFilesTest::settingsThatAreNoJsonAreNotLost()
+{
+    const QByteArray bad = "{\"D1\":";
+    writeFile("set.json", bad);
+    ConfigManager config(dir(), [] { return false; });
+    {
+        // On Windows nobody can rename it meanwhile, but everybody write it.
+        QFile reader(path("set.json"));
+        QVERIFY(reader.open(QIODevice::ReadOnly));
+        config.loadDeviceSettings(false, 0);
+        config.saveDeviceSettings("D1-9");
+        const bool isAside = QFile::exists(path("set.json.bad"));
+        QCOMPARE(readFile(isAside ? "set.json.bad" : "set.json"), bad);
+    }
+    config.saveDeviceSettings(QString());
+    QCOMPARE(readFile("set.json.bad"), bad);
+    QCOMPARE(saved().value("lastSn").toString(), QString("D1-9"));
 }
 
 void HeldFilesTest::anInterruptedSaveIsFinishedAtTheStart()

@@ -124,7 +124,7 @@ private slots:
         writeFile("set.json", "{");
         writeFile("set.json.bad", "older");
         ChangeRecord record(dir(), ownDriver);
-        setAside(path("set.json"), record.callbacks());
+        QVERIFY(setAside(path("set.json"), record.callbacks()));
         QVERIFY(!QFile::exists(path("set.json")));
         QCOMPARE(readFile("set.json-2.bad"), QByteArray("{"));
         QCOMPARE(readFile("set.json.bad"), QByteArray("older"));
