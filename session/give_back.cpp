@@ -4,6 +4,7 @@
 #include "base/json_document.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -56,7 +57,9 @@ bool isPossible(const OutsideChange &change)
 {
     if (change.kind == OutsideChange::SetAside)
         return !QFile::exists(change.path) || !QFile::exists(change.newPath);
-    return change.kind != OutsideChange::Forwards;
+    // Without its folder, the program whose document it was is gone as well.
+    return change.kind != OutsideChange::Forwards &&
+           QFileInfo::exists(QFileInfo(change.path).path());
 }
 
 bool isInForce(const OutsideChange &change, const QString &ownDriver)

@@ -9,7 +9,8 @@
 namespace give_back {
 
 // Whether there is a way back: what was set aside stays aside when its name has been
-// taken since, and forwards only come back with the tool that made them.
+// taken since, forwards only come back with the tool that made them, and a document
+// whose folder is gone does not come back.
 bool isPossible(const OutsideChange &change);
 
 // Whether what was changed is still changed, as far as the disk tells.

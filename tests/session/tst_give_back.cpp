@@ -91,6 +91,17 @@ private slots:
         QCOMPARE(list(), drivers(R"(["C:/a"])"));
     }
 
+    void aListWhoseFolderIsGoneNeedsNothing()
+    {
+        vr_path_file::write(dir(), drivers(R"(["C:/a"])"));
+        ChangeRecord record(dir(), ownDriver);
+        clear(record);
+        QVERIFY(QDir(path("AppData")).removeRecursively());
+        QVERIFY(!give_back::isPossible(record.changes().first()));
+        QVERIFY(record.giveBackAll());
+        QVERIFY(!record.changes().first().isGivenBack);
+    }
+
     void whatCannotBeWrittenIsNotGivenBack()
     {
         vr_path_file::write(dir(), drivers(R"(["C:/a"])"));
