@@ -82,7 +82,14 @@ void ChangeRecord::beforeSetAside(const QString &path, const QString &newPath)
     change.path = path;
     change.newPath = newPath;
     const MutexLock lock(mutex_);
-    add(change);
+    // It could not be renamed the last time, or we were killed before.
+    const bool isKnown =
+        std::any_of(changes_.cbegin(), changes_.cend(), [&](const OutsideChange &other) {
+            return other.kind == OutsideChange::SetAside && !other.isGivenBack &&
+                   other.path == path && other.newPath == newPath;
+        });
+    if (!isKnown)
+        add(change);
 }
 
 void ChangeRecord::beforeForwardsGo(const QStringList &forwards)

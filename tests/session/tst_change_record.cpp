@@ -110,6 +110,13 @@ private slots:
         QVERIFY(changes[0].id != changes[1].id);
     }
 
+    void aFileThatCouldNotBeSetAsideIsOneChange()
+    {
+        ChangeRecord(dir(), ownDriver).beforeSetAside("/a/set.json", "/a/set.json.bad");
+        ChangeRecord(dir(), ownDriver).beforeSetAside("/a/set.json", "/a/set.json.bad");
+        QCOMPARE(stored().size(), 1);
+    }
+
     void aLineThatIsNoneIsPassedOver()
     {
         ChangeRecord(dir(), ownDriver).beforeEdit(edit("theirs", "cleared"));
