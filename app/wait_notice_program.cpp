@@ -4,6 +4,7 @@
 #include "app/composition.h"
 #include "app/qml_loading.h"
 #include "app/translation.h"
+#include "base/threads.h"
 #include "ui/frameless_quick_window.h"
 #include "ui/qml_types.h"
 #include "ui/wait_notice.h"
@@ -27,11 +28,13 @@ namespace {
 // goes, whoever or whatever ended that process.
 void endWithParent()
 {
-    std::thread([] {
+    std::thread watch = threads::begin("the end of who waits", [] {
         while (std::getchar() != EOF) {
         }
         std::_Exit(wait_notice::exitKeepWaiting);
-    }).detach();
+    });
+    if (watch.joinable())
+        watch.detach();
 }
 
 } // namespace

@@ -77,7 +77,7 @@ QNetworkReply::NetworkError errorOf(int status)
 
 Exchange::Exchange(QNetworkAccessManager::Operation operation, const QNetworkRequest &request,
                    const QByteArray &body, const QNetworkProxy &proxy, QObject *parent)
-    : QNetworkReply(parent), background_(patience)
+    : QNetworkReply(parent), background_("a request to the cloud", patience)
 {
     setOperation(operation);
     setRequest(request);
@@ -92,10 +92,18 @@ Exchange::Exchange(QNetworkAccessManager::Operation operation, const QNetworkReq
     order.tls = request.sslConfiguration();
     order.longestBody = cloud::longestBody(request);
     transfer_ = std::make_shared<Transfer>(order, this);
-    background_.run([transfer = transfer_] {
+    const bool isUnderWay = background_.run([transfer = transfer_] {
         transfer->run();
         return Background::Result();
     });
+    if (!isUnderWay)
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (!isFinished())
+                    finish(UnknownNetworkError, QStringLiteral("No thread for it"));
+            },
+            Qt::QueuedConnection);
 }
 
 Exchange::~Exchange()

@@ -115,6 +115,7 @@ Registration registerDriver(const QString &homeDir, const QString &driverPath,
     if (!document->json.document.isObject()) {
         // Nobody knows whose it is and what it means.
         qWarning().noquote().nospace() << "vrpath is no object, left as it is:" << file;
+        registration.problem = Problem::NoJson;
         return registration;
     }
     registration.runtimePath = registerDriver(document->json, driverPath);

@@ -67,7 +67,8 @@ private slots:
         const QByteArray text = R"(["theirs",{"runtime":["C:/r"]}])";
         writePaths(text);
         announce("vrpath is no object, left as it is:" + openvr_paths::path(dir()));
-        QVERIFY(!openvr_paths::registerDriver(dir(), kDriver).done);
+        QCOMPARE(openvr_paths::registerDriver(dir(), kDriver).problem,
+                 openvr_paths::Problem::NoJson);
         QCOMPARE(readFile(kFile), text);
     }
 

@@ -1,4 +1,5 @@
 #include "tests/e2e/window_fixture.h"
+#include "tests/support/eventually.h"
 
 #include <QDir>
 #include <QFile>
@@ -138,7 +139,7 @@ private:
     bool waitForNotice(const QByteArray &key)
     {
         const auto isThere = [&] { return noticeOf(program_->pid()).key == key; };
-        if (!QTest::qWaitFor(isThere, 60000))
+        if (!eventually(isThere, 60000))
             return false;
         return QProcess::execute(XDOTOOL, {"search", "--sync", "--onlyvisible", "--all", "--pid",
                                            noticeOf(program_->pid()).pid, "--name", ".*",
@@ -148,7 +149,7 @@ private:
     bool waitForJournal(const QString &line)
     {
         const auto isThere = [&] { return program_->journal().join('\n').contains(line); };
-        return QTest::qWaitFor(isThere, 60000);
+        return eventually(isThere, 60000);
     }
 
     static void press(const QStringList &keys) { xdo(QStringList("key") + keys); }

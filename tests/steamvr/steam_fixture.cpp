@@ -11,15 +11,15 @@ SteamFixture::~SteamFixture() = default;
 SteamManager &SteamFixture::steam()
 {
     if (!steam_) {
-        steam_ = std::make_unique<SteamManager>(SteamManager::Dependencies{
-            clock, config, QStringLiteral("C:/KOLM"), home,
-            [this](std::function<void()> work) {
-                if (poolIsFull)
-                    return false;
-                pool.push_back(std::move(work));
-                return true;
-            },
-            tell});
+        steam_ = std::make_unique<SteamManager>(
+            SteamManager::Dependencies{clock, config, QStringLiteral("C:/KOLM"), home,
+                                       [this](std::function<void()> work) {
+                                           if (poolIsFull)
+                                               return false;
+                                           pool.push_back(std::move(work));
+                                           return true;
+                                       },
+                                       tell});
     }
     return *steam_;
 }
