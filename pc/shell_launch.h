@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 
 namespace shell_launch {
 
@@ -14,6 +15,7 @@ struct Outcome
         NoHandle, // the system gave no process to wait for
         Ended,
         TimedOut,
+        GivenUp, // by who waited
         WaitFailed
     };
     bool started = false;
@@ -37,12 +39,14 @@ constexpr bool isNoSuchFile(unsigned error)
 constexpr unsigned noThreadError = 164;
 
 // Opens `program` with `parameters`, its window hidden, and waits until it has
-// ended, `limit` at most; a program that runs on is left running. What goes
+// ended, `limit` at most, and as long as `goesOn`, asked each quarter of a second,
+// says; a program that runs on is left running. What goes
 // wrong is returned, not shown to the user. Blocks the calling thread, which
 // handles no message or event meanwhile; any thread. Without a thread to do it on
 // nothing is opened, which is an error of the start as well.
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
-                          std::chrono::milliseconds limit);
+                          std::chrono::milliseconds limit,
+                          const std::function<bool()> &goesOn = {});
 
 // Starts a program that lives on by itself; false when it could not be
 // started. Does not wait; any thread.

@@ -7,15 +7,34 @@
 #include <QElapsedTimer>
 #include <QProcess>
 
+#include <algorithm>
+
 #include <shellapi.h>
 
 namespace shell_launch {
 
 namespace {
 
-void waitFor(HANDLE process, std::chrono::milliseconds limit, Outcome *outcome)
+using GoesOn = std::function<bool()>;
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds turn = 250ms;
+
+void waitFor(HANDLE process, std::chrono::milliseconds limit, const GoesOn &goesOn,
+             Outcome *outcome)
 {
-    switch (WaitForSingleObject(process, static_cast<DWORD>(limit.count()))) {
+    QElapsedTimer timer;
+    timer.start();
+    DWORD state = WAIT_TIMEOUT;
+    for (auto left = limit; state == WAIT_TIMEOUT && left > 0ms;
+         left = limit - std::chrono::milliseconds(timer.elapsed())) {
+        state = WaitForSingleObject(process, static_cast<DWORD>(std::min(turn, left).count()));
+        if (state == WAIT_TIMEOUT && goesOn && !goesOn()) {
+            outcome->wait = Outcome::GivenUp;
+            return;
+        }
+    }
+    switch (state) {
     case WAIT_OBJECT_0:
         outcome->wait = Outcome::Ended;
         break;
@@ -36,7 +55,8 @@ void noteStartError(unsigned error, Outcome *outcome)
     outcome->startErrorText = qt_error_string(static_cast<int>(error)).trimmed();
 }
 
-Outcome open(const QString &program, const QString &parameters, std::chrono::milliseconds limit)
+Outcome open(const QString &program, const QString &parameters, std::chrono::milliseconds limit,
+             const GoesOn &goesOn)
 {
     const QByteArray file = program.toLocal8Bit();
     const QByteArray arguments = parameters.toLocal8Bit();
@@ -56,7 +76,7 @@ Outcome open(const QString &program, const QString &parameters, std::chrono::mil
         noteStartError(GetLastError(), &outcome);
     } else if (request.hProcess) {
         const KernelHandle process(request.hProcess);
-        waitFor(process.get(), limit, &outcome);
+        waitFor(process.get(), limit, goesOn, &outcome);
     }
     return outcome;
 }
@@ -64,12 +84,12 @@ Outcome open(const QString &program, const QString &parameters, std::chrono::mil
 } // namespace
 
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
-                          std::chrono::milliseconds limit)
+                          std::chrono::milliseconds limit, const GoesOn &goesOn)
 {
     QElapsedTimer timer;
     timer.start();
     Outcome outcome;
-    if (!shell_thread::run([&] { outcome = open(program, parameters, limit); }))
+    if (!shell_thread::run([&] { outcome = open(program, parameters, limit, goesOn); }))
         noteStartError(noThreadError, &outcome);
     outcome.elapsed = std::chrono::milliseconds(timer.elapsed());
     return outcome;

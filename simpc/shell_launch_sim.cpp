@@ -23,10 +23,25 @@ QString textOf(unsigned error)
     }
 }
 
+// False when whoever waits gave up.
+bool sleepFor(std::chrono::milliseconds duration, Clock &clock,
+              const std::function<bool()> &goesOn)
+{
+    constexpr std::chrono::milliseconds turn(250);
+    while (goesOn && duration > turn) {
+        clock.sleep(turn);
+        duration -= turn;
+        if (!goesOn())
+            return false;
+    }
+    clock.sleep(duration);
+    return true;
+}
+
 } // namespace
 
 Outcome openHiddenAndWait(const QString &program, const QString &parameters,
-                          std::chrono::milliseconds limit)
+                          std::chrono::milliseconds limit, const std::function<bool()> &goesOn)
 {
     SimPc &pc = SimPc::current();
     const qint64 start = pc.timeline.clock().elapsed();
@@ -37,8 +52,9 @@ Outcome openHiddenAndWait(const QString &program, const QString &parameters,
     outcome.startErrorText = textOf(result.error);
     if (result.started && result.hasHandle) {
         const bool ends = result.endsAfter >= 0 && result.endsAfter <= limit.count();
-        pc.timeline.clock().sleep(ends ? std::chrono::milliseconds(result.endsAfter) : limit);
-        outcome.wait = ends ? Outcome::Ended : Outcome::TimedOut;
+        const auto wait = ends ? std::chrono::milliseconds(result.endsAfter) : limit;
+        const bool isOver = sleepFor(wait, pc.timeline.clock(), goesOn);
+        outcome.wait = !isOver ? Outcome::GivenUp : ends ? Outcome::Ended : Outcome::TimedOut;
     }
     outcome.elapsed = std::chrono::milliseconds(pc.timeline.clock().elapsed() - start);
     return outcome;

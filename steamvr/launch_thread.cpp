@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 
+#include <atomic>
 #include <utility>
 
 namespace launch_thread {
@@ -16,6 +17,8 @@ std::thread &thread()
     return one;
 }
 
+std::atomic<bool> toEnd{false};
+
 void join()
 {
     if (thread().joinable())
@@ -24,12 +27,24 @@ void join()
 
 } // namespace
 
+void end()
+{
+    toEnd = true;
+    join();
+}
+
+bool isToEnd()
+{
+    return toEnd;
+}
+
 // Qt's pool would lose what it finds no thread for, and wait for it at the end.
 bool run(std::function<void()> work)
 {
-    static const bool isJoinedAtTheEnd = (qAddPostRoutine(join), true);
+    static const bool isJoinedAtTheEnd = (qAddPostRoutine(end), true);
     Q_UNUSED(isJoinedAtTheEnd)
     join();
+    toEnd = false;
     thread() = threads::begin("the launch of Steam", std::move(work));
     return thread().joinable();
 }

@@ -199,11 +199,15 @@ void SteamManager::launchWorker()
 {
     dependencies_.config.clearExternalDrivers(dependencies_.homeDir);
     dependencies_.clock.sleep(pauseBeforeLaunch);
-    const bool ok = launchSteamExe();
+    // Whoever has closed the program by now wants no Steam of it any more.
+    const bool isDropped = launch_thread::isToEnd();
+    const bool ok = !isDropped && launchSteamExe();
     {
         const MutexLock lock(startMutex_);
         starting_ = false;
     }
+    if (isDropped)
+        return;
     if (ok) {
         qInfo("[steam] startupSteam completed");
     } else {
@@ -225,7 +229,8 @@ bool SteamManager::launchSteamExe()
 
     using shell_launch::Outcome;
     const Outcome outcome =
-        shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit);
+        shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit,
+                                        [] { return !launch_thread::isToEnd(); });
     const std::optional<LaunchFailure> failure = failureOf(exe, outcome);
     {
         const MutexLock lock(failureMutex_);
@@ -244,6 +249,9 @@ bool SteamManager::launchSteamExe()
     case Outcome::TimedOut:
         qWarning().noquote().nospace()
             << "[steam] steam.exe wait timeout after 10s, " << outcome.elapsed.count() << "ms";
+        break;
+    case Outcome::GivenUp:
+        qInfo("[steam] the end of the program does not wait for steam.exe");
         break;
     case Outcome::WaitFailed:
         qWarning().noquote().nospace() << "[steam] steam.exe failed, error:" << outcome.waitError

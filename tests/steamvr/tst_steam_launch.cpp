@@ -1,3 +1,4 @@
+#include "steamvr/launch_thread.h"
 #include "tests/steamvr/steam_fixture.h"
 #include "tests/support/test_case.h"
 
@@ -55,6 +56,33 @@ private slots:
         pc.runPool();
         pc.steam().startSteam(); // the launch is over: a new one may begin
         QCOMPARE(pc.pool.size(), size_t(1));
+    }
+
+    void theEndOfTheProgramDoesNotWaitForSteam()
+    {
+        SteamFixture pc(dir());
+        pc.installSteam();
+        pc.pc.launches.on("steam.exe", [](const SimLaunch &) {
+            launch_thread::end(); // meanwhile
+            return SimLaunchResult{true, 0, true, -1};
+        });
+        pc.steam().startSteam();
+        pc.runPool();
+        QCOMPARE(pc.clock.slept(), 2000 + 250);
+        QCOMPARE(loggedCount("[steam] the end of the program does not wait for steam.exe"), 1);
+        QVERIFY(launch_thread::run([] {})); // the next one is as ever
+        QVERIFY(!launch_thread::isToEnd());
+    }
+
+    void norIsSteamStartedAfterIt()
+    {
+        SteamFixture pc(dir());
+        pc.installSteam();
+        pc.steam().startSteam();
+        launch_thread::end();
+        pc.runPool();
+        QCOMPARE(pc.pc.journal.lines(), QStringList());
+        QVERIFY(launch_thread::run([] {}));
     }
 
     void withoutAThreadTheLaunchFailsAndTheNextOneMaySucceed()
