@@ -132,6 +132,12 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     });
 }
 
+Composition::~Composition()
+{
+    delete orb_;
+    delete update_;
+}
+
 void Composition::publish(QQmlApplicationEngine &engine) const
 {
     engine.rootContext()->setContextProperty(QStringLiteral("orb"), orb_);

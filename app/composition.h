@@ -11,12 +11,17 @@ class QQmlApplicationEngine;
 class StageModel;
 class UsageSwitch;
 
-// Makes the controller and the update checker, both owned by the application,
-// which destroys them last. GUI thread.
+// Makes the controller and the update checker, children of the application, and ends
+// them before it. GUI thread.
 class Composition
 {
 public:
     Composition(const QLocale &locale, QGuiApplication *app);
+    // Ends the controller, which closes SteamVR and stores what there is to store.
+    ~Composition();
+
+    Composition(const Composition &) = delete;
+    Composition &operator=(const Composition &) = delete;
 
     // Lets the pages see them.
     void publish(QQmlApplicationEngine &engine) const;

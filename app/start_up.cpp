@@ -32,6 +32,7 @@
 #include <QUrl>
 
 #include <iostream>
+#include <memory>
 
 namespace {
 
@@ -118,6 +119,9 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
     surroundings.onApplication();
 
     bool wasClosed = false;
+    // Outlives the pages, which read it, and ends before the application: that waits
+    // for whatever Qt has under way, and nothing of ours may be lost meanwhile.
+    std::unique_ptr<Composition> composition;
     QQmlApplicationEngine engine;
     QObject::connect(&engine, &QQmlEngine::quit, &app, [&wasClosed] { wasClosed = true; });
     FramelessQuickWindow::setSharedEngine(&engine);
@@ -130,16 +134,16 @@ int runAssistant(int argc, char **argv, Surroundings &surroundings)
         // registration, ends a SteamVR that still runs, and reads the settings as they
         // were stored last.
         const bool isRepair = crash_record::take(dataFolder()).has_value();
-        Composition composition(locale, &app);
-        const SessionGuard guard([&composition] { composition.endSession(); },
+        composition = std::make_unique<Composition>(locale, &app);
+        const SessionGuard guard([&composition] { composition->endSession(); },
                                  session_end::endProcess);
-        composition.publish(engine);
+        composition->publish(engine);
         surroundings.onPublished(engine);
         loadFirstWindow(engine, "qrc:/qml/mainWindow.qml");
-        surroundings.attach(engine, &composition.stages());
-        composition.windowIsThere();
+        surroundings.attach(engine, &composition->stages());
+        composition->windowIsThere();
         if (isRepair)
-            composition.tellOfCrash();
+            composition->tellOfCrash();
         return surroundings.exitCode(runUntilClosed(app, wasClosed));
     }
     const SessionGuard guard([] {}, session_end::endProcess);
