@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
+#include <QHostInfo>
 #include <QSslSocket>
 
 #include <utility>
@@ -63,6 +64,7 @@ void Transfer::run()
     AnswerReader reader;
     const auto send = [this, &socket] { socket.write(order_.head + order_.body); };
     const bool isPlain = order_.url.scheme() == QLatin1String("http");
+    QObject::connect(&socket, &QSslSocket::connected, [this] { addresses_.clear(); });
     if (isPlain)
         QObject::connect(&socket, &QSslSocket::connected, &socket, send);
     else
@@ -92,22 +94,49 @@ void Transfer::run()
     loop_ = nullptr;
 }
 
-void Transfer::begin(QSslSocket &socket) const
+bool Transfer::isThroughProxy() const
 {
+    return order_.proxy.type() != QNetworkProxy::NoProxy &&
+           order_.proxy.type() != QNetworkProxy::DefaultProxy;
+}
+
+// Whoever is called first, by its addresses.
+void Transfer::begin(QSslSocket &socket)
+{
+    const QString host = isThroughProxy() ? order_.proxy.hostName() : order_.url.host();
+    addresses_ = QHostInfo::fromName(host).addresses();
+    if (isOver())
+        return;
+    if (addresses_.isEmpty())
+        finish(isThroughProxy() ? QNetworkReply::ProxyNotFoundError
+                                : QNetworkReply::HostNotFoundError,
+               QStringLiteral("Host %1 not found").arg(host));
+    else
+        connectNext(socket);
+}
+
+void Transfer::connectNext(QSslSocket &socket)
+{
+    const QString address = addresses_.takeFirst().toString();
     const bool isPlain = order_.url.scheme() == QLatin1String("http");
     const auto port = static_cast<quint16>(order_.url.port(isPlain ? 80 : 443));
-    if (asksProxy(order_.url, order_.proxy)) {
+    QNetworkProxy proxy = order_.proxy;
+    if (asksProxy(order_.url, proxy)) {
         socket.setProxy(QNetworkProxy::NoProxy);
-        socket.connectToHost(order_.proxy.hostName(), order_.proxy.port());
+        socket.connectToHost(address, proxy.port());
         return;
     }
-    socket.setProxy(order_.proxy);
+    if (isThroughProxy())
+        proxy.setHostName(address);
+    socket.setProxy(proxy);
+    const QString host = isThroughProxy() ? order_.url.host() : address;
     if (isPlain) {
-        socket.connectToHost(order_.url.host(), port);
+        socket.connectToHost(host, port);
         return;
     }
     socket.setSslConfiguration(order_.tls);
-    socket.connectToHostEncrypted(order_.url.host(), port);
+    // The certificate is that of the name.
+    socket.connectToHostEncrypted(host, port, order_.url.host());
 }
 
 void Transfer::read(QSslSocket &socket, AnswerReader &reader)
@@ -140,6 +169,12 @@ void Transfer::fail(QSslSocket &socket, AnswerReader &reader, int socketError)
 {
     if (isOver())
         return;
+    if (!addresses_.isEmpty()) {
+        // Not from within the socket's own signal.
+        QMetaObject::invokeMethod(
+            &socket, [this, &socket] { connectNext(socket); }, Qt::QueuedConnection);
+        return;
+    }
     if (socketError == QAbstractSocket::RemoteHostClosedError) {
         read(socket, reader);
         reader.end();

@@ -4,6 +4,8 @@
 #include "base/mutex.h"
 
 #include <QByteArray>
+#include <QHostAddress>
+#include <QList>
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QSslConfiguration>
@@ -16,8 +18,9 @@ class QObject;
 class QSslSocket;
 
 // Sends its request once, on a connection of its own, and never again, whatever
-// happens to that. Of an answer it holds a head of bounded length and little of the
-// body: it goes on when that has been taken. More than `longestBody` is given up.
+// happens to that. Names are looked up on its own thread: Qt's would have to answer
+// before the application could end. Of an answer it holds a head of bounded length and little of
+// the body: it goes on when that has been taken. More than `longestBody` is given up.
 class Transfer
 {
 public:
@@ -59,7 +62,9 @@ public:
     void cancel();
 
 private:
-    void begin(QSslSocket &socket) const;
+    void begin(QSslSocket &socket);
+    void connectNext(QSslSocket &socket);
+    bool isThroughProxy() const;
     void read(QSslSocket &socket, AnswerReader &reader);
     void fail(QSslSocket &socket, AnswerReader &reader, int socketError);
     void tellHead(const AnswerReader &reader) REQUIRES(mutex_);
@@ -69,7 +74,9 @@ private:
     bool isOver() EXCLUDES(mutex_);
 
     const Order order_;
-    qint64 bodySize_ = 0; // of run() alone
+    // Of run() alone.
+    QList<QHostAddress> addresses_; // not tried yet; none once one has answered
+    qint64 bodySize_ = 0;
 
     Mutex mutex_;
     Condition taken_; // what had come, or nobody wants it any more

@@ -14,7 +14,7 @@ class TestCloud : public TestCase
     std::unique_ptr<CloudPeer> cloud_;
 
     // Starts it with a cloud that answers so. Slower than other programs here:
-    // the last batch has five of its seconds, and real TLS takes real time.
+    // the last batch has less than three of its seconds, and real TLS takes real time.
     std::unique_ptr<Program> started(const QString &answers)
     {
         cloud_->begin(answers);
