@@ -3,6 +3,7 @@
 #include "base/threads.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <atomic>
 #include <utility>
@@ -45,7 +46,10 @@ bool run(std::function<void()> work)
     Q_UNUSED(isJoinedAtTheEnd)
     join();
     toEnd = false;
-    thread() = threads::begin("the launch of Steam", std::move(work));
+    thread() = threads::begin("the launch of Steam", [work = std::move(work)] {
+        QThread::currentThread()->setObjectName(QStringLiteral("SteamLaunch"));
+        work();
+    });
     return thread().joinable();
 }
 
