@@ -1,4 +1,6 @@
 #include "tests/e2e/program.h"
+#include "tests/link/peer.h"
+#include "tests/support/eventually.h"
 #include "tests/support/test_case.h"
 
 #include <QFile>
@@ -23,6 +25,23 @@ private slots:
         QVERIFY(QFile::exists(path("asked")));
         const QJsonObject stored = program.json(program.dataDir() + "/set.json");
         QVERIFY(!stored.value("lastSn").toString().isEmpty());
+    }
+
+    void restartsThatWait()
+    {
+        Program program(dir(), "server-never-comes");
+        program.environment.remove("SIMPC_LIMIT");
+        QVERIFY(program.start());
+        Peer server;
+        QVERIFY(eventually([&] { return server.connectTo(9932); }, 30000));
+        QVERIFY(program.waitForOutput("[x] SteamVR runs"));
+        QVERIFY(server.send(QByteArray("RESTARTSTEAMVR\n").repeated(66)));
+        QVERIFY(
+            eventually([&] { return program.log().contains("[steam] restartSteamVR"); }, 30000));
+        QCOMPARE(program.close(), 0);
+        // Whatever came together is one, and what came later is not begun any more.
+        QVERIFY(program.log().count("[steam] restartSteamVR") <= 2);
+        QVERIFY(!program.json(program.dataDir() + "/set.json").isEmpty());
     }
 };
 
