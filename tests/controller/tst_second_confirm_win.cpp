@@ -48,7 +48,8 @@ private slots:
         ManualClock clock;
         ConfigManager config(dir(), [] { return false; });
         config.loadDeviceSettings(false, 0);
-        SteamManager steam({clock, config, dir(), dir(), [](const std::function<void()> &) {}});
+        SteamManager steam(
+            {clock, config, dir(), dir(), [](const std::function<void()> &) { return true; }});
         Mutex lock;
         StreamingSettings settings(clock, config, steam, lock);
 

@@ -44,7 +44,8 @@ private slots:
                                           program + "\r\nOk.\r\n");
         ManualClock clock;
         ConfigManager config(dir(), [] { return false; });
-        SteamManager steam({clock, config, dir(), dir(), [](const std::function<void()> &) {}});
+        SteamManager steam(
+            {clock, config, dir(), dir(), [](const std::function<void()> &) { return true; }});
         QCOMPARE(steam.hasFirewallRule("D:\\游戏\\SteamVR"), has);
         QCOMPARE(readFile("netsh.heard").split('\n').value(1),
                  QByteArray("netsh advfirewall firewall show rule name=\"SteamVR ORB vrserver\" "
@@ -57,7 +58,7 @@ private slots:
         ManualClock clock;
         ConfigManager config(dir(), [] { return false; });
         const SteamManager steam(
-            {clock, config, dir(), dir(), [](const std::function<void()> &) {}});
+            {clock, config, dir(), dir(), [](const std::function<void()> &) { return true; }});
         clearLog();
         QVERIFY(!steam.hasFirewallRule("C:\\SteamVR"));
         QVERIFY(logged().isEmpty()); // it could be started
