@@ -11,6 +11,7 @@ enum class [[nodiscard]] Saved{
 };
 
 // Replaces the content of the file at `path` as one step: afterwards the new
-// file is there whole, or what was there before. Says why on the standard error
-// stream when the file cannot be opened. Any thread.
+// file is there whole, or what was there before. Only where the folder takes no new
+// file although the file itself may be written, it is written over in place. Says why
+// on the standard error stream when the file cannot be opened. Any thread.
 Saved saveDownload(const QByteArray &content, const QString &path);

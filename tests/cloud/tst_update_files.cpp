@@ -1,4 +1,5 @@
 #include "peers/cloud_sim/pattern.h"
+#include "tests/base/denied_access.h"
 #include "tests/cloud/update_fixture.h"
 #include "tests/support/small_disk.h"
 
@@ -19,6 +20,21 @@ private slots:
         check({{"table", shortTable}});
         QCOMPARE(logged(), QStringList("down compare.json fail"));
         QVERIFY(QFileInfo("compare.json").isDir());
+    }
+
+    // An ordinary user's program in a folder that only an administrator may change.
+    void aTableInAFolderThatTakesNoNewFileIsWrittenOver()
+    {
+        QVERIFY(QDir(dir()).mkdir("installed"));
+        writeFile("installed/compare.json", "{\"an old and longer table\": []}");
+        QVERIFY(QDir::setCurrent(path("installed")));
+        const ClosedFolder closed(path("installed"));
+        if (!closed.works())
+            QSKIP("This user may create files everywhere.");
+        check({{"table", shortTable}});
+        QCOMPARE(readFile("installed/compare.json"), QByteArray("{\"cpu\":{}}"));
+        QCOMPARE(logged(), QStringList());
+        QVERIFY(QDir::setCurrent(dir()));
     }
 
     void aFolderWhereTheInstallerBelongsIsNone()
