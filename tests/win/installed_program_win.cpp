@@ -84,6 +84,16 @@ bool nameTheProcessor()
                    QStringLiteral("Intel(R) Core(TM) i7-9700 CPU @ 3.00GHz"));
 }
 
+// What stand-ins that are Qt programs need beside them.
+bool copyLibraries(const QString &to)
+{
+    bool ok = true;
+    for (const char *name : {"Qt5Core.dll", "Qt5Network.dll", "libgcc_s_seh-1.dll",
+                             "libstdc++-6.dll", "libwinpthread-1.dll"})
+        ok = ok && copyFile(QStringLiteral(LIBRARIES "/") + name, to + name);
+    return ok;
+}
+
 bool installSteam()
 {
     const QString from = QStringLiteral(STAND_INS "/");
@@ -94,10 +104,15 @@ bool installSteam()
     for (const char *name : {"vrcompositor.exe", "vrwebhelper.exe", "vrdashboard.exe"})
         ok = ok && copyFile(from + "vrpart.exe", to + name);
     // The stand-in of SteamVR's server is a Qt program.
-    for (const char *name :
-         {"Qt5Core.dll", "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll"})
-        ok = ok && copyFile(QStringLiteral(INSTALLED "/") + name, to + name);
-    return ok;
+    return ok && copyLibraries(to);
+}
+
+// As another program that is installed beside ours.
+bool installStreamingServer()
+{
+    return copyFile(QStringLiteral(STREAMING_SERVER),
+                    programFolder() + QStringLiteral("/streaming-server-sim.exe")) &&
+           copyLibraries(programFolder() + '/');
 }
 
 // Calls `use` with every process.
@@ -148,9 +163,7 @@ HWND windowOf(qint64 pid)
 bool installAll()
 {
     return fillRegistry() && installSteam() &&
-           copyFolder(QStringLiteral(INSTALLED), programFolder()) &&
-           copyFile(QStringLiteral(STREAMING_SERVER),
-                    programFolder() + QStringLiteral("/streaming-server-sim.exe"));
+           copyFolder(QStringLiteral(INSTALLED), programFolder()) && installStreamingServer();
 }
 
 bool sayWhereSteamIs(const QString &folder)
