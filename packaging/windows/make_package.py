@@ -36,6 +36,7 @@ def arguments():
     parser.add_argument('--contact', required=True, help='who sends the source of the libraries')
     parser.add_argument('--supplies', type=pathlib.Path)
     parser.add_argument('--compressor', default='/SOLID lzma', help="in NSIS' words")
+    parser.add_argument('--sign', help='a program that signs the file it is called with')
     parser.add_argument('--only', choices=['installer'])
     return parser.parse_args()
 
@@ -95,13 +96,21 @@ def size_of(folder):
     return sum(path.stat().st_size for path in folder.rglob('*') if path.is_file())
 
 
-def make_installer(stage, target, version, supplied, compressor):
+def sign(path, signer):
+    if signer:
+        subprocess.run([signer, path.resolve()], check=True)
+
+
+def make_installer(stage, target, version, supplied, compressor, signer):
     defines = {'STAGE': stage.resolve(), 'OUTPUT': target.resolve(), 'VERSION': version,
                'ICON': ROOT / 'res/image/orb.ico', 'SIZE': size_of(stage) // 1024,
                'COMPRESSOR': compressor, **{f'HAS_{name.upper()}': 1 for name in supplied}}
+    if signer:
+        defines['SIGNER'] = signer
     subprocess.run(['makensis', '-V2', '-WX', '-INPUTCHARSET', 'UTF8',
                     *(f'-D{name}={value}' for name, value in defines.items()),
                     HERE / 'installer/installer.nsi'], check=True)
+    sign(target, signer)
 
 
 def report(output, stage):
@@ -128,12 +137,13 @@ def main():
     supplied = take_supplies(stage, options.supplies)
     split_symbols(stage, symbols, options.tools)
     check_imports(stage, version, supplied)
+    sign(stage / f'{NAME}.exe', options.sign)
     licences.write(stage / 'licenses', ROOT, version, options.qt, options.contact, supplied)
     bill = spdx.document(stage, version, options.qt, options.compiler, supplied, epoch)
     (stage / 'sbom.spdx.json').write_text(bill, 'utf-8')
     base = output / f'{NAME}-{version}'
     make_installer(stage, base.with_name(base.name + '-setup.exe'), version, supplied,
-                   options.compressor)
+                   options.compressor, options.sign)
     if options.only == 'installer':
         return
     archive(stage, base.with_name(base.name + '-portable.zip'), NAME, epoch)

@@ -3,6 +3,9 @@ set(options)
 if(CPACK_KOLM_SUPPLIES)
   list(APPEND options --supplies "${CPACK_KOLM_SUPPLIES}")
 endif()
+if(CPACK_KOLM_SIGNER)
+  list(APPEND options --sign "${CPACK_KOLM_SIGNER}")
+endif()
 execute_process(
   COMMAND "${CPACK_KOLM_PYTHON}" "${CPACK_KOLM_SCRIPTS}/make_package.py"
     --stage "${CPACK_TEMPORARY_INSTALL_DIRECTORY}" --output "${CPACK_PACKAGE_DIRECTORY}"

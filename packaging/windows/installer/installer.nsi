@@ -5,6 +5,7 @@
 ;   ICON     its icon
 ;   SIZE     of what is installed, in KB
 ;   COMPRESSOR  optionally, in NSIS' words
+;   SIGNER   optionally, a program that signs the file it is called with
 ;
 ; It never leaves a mixture behind. Everything is laid out in a folder of its own
 ; first; then the libraries of the new version come beside those of the old one,
@@ -20,6 +21,9 @@ Target amd64-unicode
     !define COMPRESSOR "/SOLID lzma"
 !endif
 SetCompressor ${COMPRESSOR}
+!ifdef SIGNER
+    !uninstfinalize '"${SIGNER}" "%1"'
+!endif
 ; Otherwise the installer would depend on the times of the files.
 SetDateSave off
 ManifestSupportedOS Win10
