@@ -8,3 +8,4 @@
 !define EXIT_FULL 7          ; the disk
 !define EXIT_HELD 8          ; another program holds a file
 !define EXIT_NEWER 9         ; a newer version is there
+!define EXIT_NOT_GIVEN_BACK 10

@@ -81,3 +81,7 @@
     "Also remove your settings, known headsets and logs? They are kept otherwise." \
     "是否同时删除您的设置、已连接过的头显记录和日志？选择“否”则保留。" \
     "設定、接続したことのあるヘッドセットの記録、ログも削除しますか？「いいえ」なら残ります。"
+!insertmacro text NotGivenBack \
+    "What the program had changed for SteamVR could not be restored yet: another program holds the files. Close SteamVR and Steam, then try again." \
+    "尚未能恢复程序对 SteamVR 所作的更改：文件被其他程序占用。请关闭 SteamVR 和 Steam 后重试。" \
+    "プログラムが SteamVR に加えた変更をまだ元に戻せません。別のプログラムがファイルを使用中です。SteamVR と Steam を閉じてからやり直してください。"

@@ -1,5 +1,6 @@
 ; The uninstaller: uninstall.exe [/S] [/REMOVE-SETTINGS] [/LOG=FILE]
-; It takes away what the installer brought, and leaves what others have put beside it.
+; It first has the program give back what it changed of others, then takes away what
+; the installer brought, and leaves what others have put beside it.
 
 !insertmacro writeLogFunction "un."
 !insertmacro runningFunctions "un."
@@ -29,8 +30,38 @@ Function un.onInit
     ${EndIf}
 FunctionEnd
 
+; Of the registrations, settings and forwards that the program keeps a record of.
+Function un.giveBack
+    StrCpy $1 0
+again:
+    ClearErrors
+    SetOutPath $INSTDIR
+    ExecWait '"$INSTDIR\${PROGRAM}.exe" --give-back' $0
+    SetOutPath $TEMP
+    ${If} ${Errors}
+        ClearErrors
+        Return ; there is no program that could
+    ${EndIf}
+    ${If} $0 = 0
+        Return
+    ${EndIf}
+    IntOp $1 $1 + 1
+    ${If} $1 < 5
+        Sleep 500
+        Goto again
+    ${EndIf}
+    ${If} ${Silent}
+        ${Refuse} "$(NotGivenBack)" ${EXIT_NOT_GIVEN_BACK}
+    ${EndIf}
+    MessageBox MB_ABORTRETRYIGNORE|MB_ICONEXCLAMATION "$(NotGivenBack)" IDRETRY again IDIGNORE goOn
+    SetErrorLevel ${EXIT_NOT_GIVEN_BACK}
+    Quit
+goOn:
+FunctionEnd
+
 Section "un.program"
     Call un.closeProgram
+    Call un.giveBack
     !insertmacro eachName deleteShortcut $SMPROGRAMS
     !insertmacro eachName deleteShortcut $DESKTOP
     !insertmacro eachName deleteShortcut $SMSTARTUP
