@@ -89,6 +89,12 @@ class ALife(InstallerTest):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
+        # Another tool's driver, as that tool has written it: the program's first start
+        # takes it out of the list.
+        cls.drivers = cls.pc.data().parents[1] / 'openvr/openvrpaths.vrpath'
+        cls.drivers.parent.mkdir(parents=True)
+        cls.drivers.write_bytes(b'{ "runtime":["C:\\\\SteamVR"],\r\n"external_drivers" : '
+                                b'["C:\\\\Gloves"]}')
         cls.pc.down()
         cls.files = cls.pc.files()
         cls.registry = cls.pc.registry()
@@ -120,6 +126,7 @@ class ALife(InstallerTest):
         pc.close_program()
         self.assertNotIn('load fail', pc.log())
         settings = (pc.data() / 'set.json').read_bytes()
+        self.assertNotIn(b'Gloves', self.drivers.read_bytes())
 
         # What others put beside it stays, and so does what the program wrote.
         (pc.path(AWKWARD) / 'session.json').write_text('{"a": 1}', 'utf-8')
@@ -137,6 +144,7 @@ class ALife(InstallerTest):
         (pc.path(AWKWARD) / 'session.json').write_text('{"a": 1}', 'utf-8')
         self.assertEqual(pc.uninstall(AWKWARD), (0, ''))
         self.assertEqual(self.installed(AWKWARD), {'session.json'})
+        self.assertIn(b'Gloves', self.drivers.read_bytes())
         self.assertTrue((pc.data() / 'set.json').exists())
         # It may come back to its folder, and go for good.
         self.assertEqual(pc.install(later(), folder=AWKWARD), (0, ''))
