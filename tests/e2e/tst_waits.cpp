@@ -139,17 +139,27 @@ private:
     bool waitForNotice(const QByteArray &key)
     {
         const auto isThere = [&] { return noticeOf(program_->pid()).key == key; };
-        if (!eventually(isThere, 60000))
+        if (!seen(isThere))
             return false;
         return QProcess::execute(XDOTOOL, {"search", "--sync", "--onlyvisible", "--all", "--pid",
                                            noticeOf(program_->pid()).pid, "--name", ".*",
                                            "windowfocus"}) == 0;
     }
 
+    // What the program prints meanwhile is read.
+    static bool seen(const std::function<bool()> &condition)
+    {
+        const auto isThere = [&] {
+            QCoreApplication::processEvents();
+            return condition();
+        };
+        return eventually(isThere, 60000);
+    }
+
     bool waitForJournal(const QString &line)
     {
         const auto isThere = [&] { return program_->journal().join('\n').contains(line); };
-        return eventually(isThere, 60000);
+        return seen(isThere);
     }
 
     static void press(const QStringList &keys) { xdo(QStringList("key") + keys); }
