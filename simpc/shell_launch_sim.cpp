@@ -24,8 +24,7 @@ QString textOf(unsigned error)
 }
 
 // False when whoever waits gave up.
-bool sleepFor(std::chrono::milliseconds duration, Clock &clock,
-              const std::function<bool()> &goesOn)
+bool sleepFor(std::chrono::milliseconds duration, Clock &clock, const std::function<bool()> &goesOn)
 {
     constexpr std::chrono::milliseconds turn(250);
     while (goesOn && duration > turn) {

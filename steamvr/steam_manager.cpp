@@ -17,7 +17,6 @@
 #include <utility>
 
 using namespace std::chrono_literals;
-using long_wait::LongWait;
 
 namespace {
 
@@ -26,8 +25,6 @@ constexpr int missesToCountAsStopped = 2;
 constexpr auto pauseBeforeLaunch = 2s; // lets a Steam that just ended go
 constexpr auto steamLaunchLimit = 10s;
 constexpr auto shutdownCommandLimit = 5s;
-constexpr auto processCheckInterval = 1s;
-constexpr auto pauseAfterStop = 2500ms; // SteamVR writes its files
 constexpr auto pauseInRestart = 1500ms;
 constexpr auto startAfterRestart = 10s;
 constexpr auto restartToastDelay = 4s;
@@ -37,17 +34,6 @@ constexpr int lastTries = 60; // 3 s after the last window has gone
 const QString steamVRUninstallKey =
     QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
                    "Steam App 250820");
-
-const QStringList steamVRProcesses = {
-    QStringLiteral("vrserver.exe"),    QStringLiteral("vrmonitor.exe"),
-    QStringLiteral("vrwebhelper.exe"), QStringLiteral("steamtours.exe"),
-    QStringLiteral("vrdashboard.exe"), QStringLiteral("vrcompositor.exe"),
-};
-
-bool anySteamVRProcess()
-{
-    return SystemInfo::isAnyProcessRunning(steamVRProcesses);
-}
 
 long_wait::Tell &processWideTell()
 {
@@ -228,9 +214,8 @@ bool SteamManager::launchSteamExe()
     qInfo().noquote().nospace() << "[steam] steam path:" << exe;
 
     using shell_launch::Outcome;
-    const Outcome outcome =
-        shell_launch::openHiddenAndWait(exe, QStringLiteral("-silent"), steamLaunchLimit,
-                                        [] { return !launch_thread::isToEnd(); });
+    const Outcome outcome = shell_launch::openHiddenAndWait(
+        exe, QStringLiteral("-silent"), steamLaunchLimit, [] { return !launch_thread::isToEnd(); });
     const std::optional<LaunchFailure> failure = failureOf(exe, outcome);
     {
         const MutexLock lock(failureMutex_);
@@ -292,79 +277,6 @@ void SteamManager::startSteamVR()
         qInfo("[steam] vrserver.exe detected, clearing VR config");
         return registration_.takeBack();
     });
-}
-
-void SteamManager::stopSteamVR()
-{
-    if (QThread::currentThread() != thread()) {
-        qWarning("[steam] stopSteamVR thread");
-        QMetaObject::invokeMethod(this, "stopSteamVR", Qt::QueuedConnection);
-        return;
-    }
-    if (left_)
-        return;
-    {
-        const MutexLock lock(failureMutex_);
-        stopFailure_.reset();
-    }
-    registration_.takeBack();
-    if (timerId_ != 0) {
-        qInfo().noquote().nospace() << "[steam] Killing timer ID:" << timerId_;
-        killTimer(timerId_);
-        timerId_ = 0;
-    }
-    if (anySteamVRProcess())
-        closeSteamVR();
-    if (!registration_.takeBackAgain())
-        VrServerWatcher::tryAgain(this, dependencies_.clock,
-                                  [this] { return registration_.takeBackAgain(); });
-    qInfo("[steam] stopSteamVR");
-    emit steamVRStopped();
-}
-
-void SteamManager::closeSteamVR()
-{
-    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), steamVRProcesses},
-                  dependencies_.tell);
-    shutdownViaVrstartup();
-    if (stopFailure())
-        emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
-    while (anySteamVRProcess() && waitsOn(wait)) {
-        dependencies_.clock.sleep(processCheckInterval);
-        registration_.takeBackAgain();
-    }
-    dependencies_.clock.sleep(pauseAfterStop);
-}
-
-// Does what the user wants done about SteamVR that does not close; false to go on
-// although it runs.
-bool SteamManager::waitsOn(LongWait &wait)
-{
-    switch (wait.turn()) {
-    case long_wait::Choice::KeepWaiting:
-        return true;
-    case long_wait::Choice::EndPrograms:
-        qWarning("[steam] the user ends SteamVR, which does not close");
-        SystemInfo::killProcesses(steamVRProcesses);
-        return true;
-    case long_wait::Choice::GoOn:
-        qWarning("[steam] the user goes on although SteamVR does not close");
-        return false;
-    }
-    return true;
-}
-
-// Says that SteamVR's server is not up, before it starts.
-void SteamManager::emptyCell()
-{
-    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), {}}, dependencies_.tell);
-    bool gaveUp = false;
-    cell_.write(0, [&] {
-        gaveUp = wait.turn() == long_wait::Choice::GoOn;
-        return !gaveUp;
-    });
-    if (gaveUp)
-        qWarning("[steam] the user goes on although another program holds the shared memory");
 }
 
 void SteamManager::leaveToSystem()

@@ -20,7 +20,6 @@ private slots:
         program.environment.insert("SIMPC_CLOUD_HOST", "cloud.example");
         program.environment.insert("SIMPC_UNTIL", "connected");
         QVERIFY(program.start());
-        // The name server takes two minutes.
         QCOMPARE(program.wait(60000), 0);
         QVERIFY(QFile::exists(path("asked")));
         const QJsonObject stored = program.json(program.dataDir() + "/set.json");
