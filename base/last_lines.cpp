@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <cstring>
+#include <mutex>
 
 namespace last_lines {
 
@@ -22,6 +23,9 @@ std::atomic<std::size_t> added{0};
 
 void add(const char *text, std::size_t size)
 {
+    // Two logs may write at once. Whoever reads after a crash asks for no lock.
+    static std::mutex writing;
+    const std::lock_guard<std::mutex> lock(writing);
     const std::size_t place = added.load(std::memory_order_relaxed);
     Line &line = lines[place % count];
     line.size = std::min(size, longest);

@@ -10,7 +10,7 @@ namespace {
 
 QString &standIns()
 {
-    static QString folder;
+    static QString &folder = *new QString; // programs may be started until the very end
     return folder;
 }
 
@@ -24,7 +24,7 @@ QString folder(const Ask &ask)
 // Which folder each lies in, with a backslash at its end.
 const QMap<QString, QString> &folders()
 {
-    static const QMap<QString, QString> known = [] {
+    static const QMap<QString, QString> &known = *new QMap<QString, QString>([] {
         const QString system = folder(GetSystemDirectoryW) + '\\';
         const QString windows = folder(GetSystemWindowsDirectoryW) + '\\';
         return QMap<QString, QString>{
@@ -34,7 +34,7 @@ const QMap<QString, QString> &folders()
             {QStringLiteral("powershell"), system + QStringLiteral("WindowsPowerShell\\v1.0\\")},
             {QStringLiteral("taskkill"), system},
         };
-    }();
+    }());
     return known;
 }
 

@@ -30,7 +30,7 @@ private slots:
         QVERIFY(isFound(L"kolm-in-folder.dll"));
         QVERIFY(isFound(L"kolm-on-path.dll"));
 
-        library_search::trustOwnFoldersOnly();
+        library_search::trustOwnFoldersOnly(QString());
         QVERIFY(!isFound(L"kolm-in-folder.dll"));
         QVERIFY(!isFound(L"kolm-on-path.dll"));
         QVERIFY(isFound(L"dbghelp.dll"));
