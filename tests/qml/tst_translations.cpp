@@ -1,45 +1,14 @@
 #include "tests/support/test_case.h"
+#include "tests/support/translations.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QXmlStreamReader>
 
 #include <vector>
 
 namespace {
-
-struct Entry
-{
-    QString context;
-    QString source;
-    QString translation;
-    QString type; // empty when finished
-};
-
-std::vector<Entry> readEntries(const QString &path)
-{
-    std::vector<Entry> entries;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return entries;
-    QXmlStreamReader xml(&file);
-    QString context;
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        if (xml.name() == QLatin1String("name")) {
-            context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("source")) {
-            entries.push_back({context, xml.readElementText(), {}, {}});
-        } else if (xml.name() == QLatin1String("translation")) {
-            entries.back().type = xml.attributes().value(QLatin1String("type")).toString();
-            entries.back().translation = xml.readElementText();
-        }
-    }
-    return entries;
-}
 
 QStringList matches(const QString &text, const QString &pattern)
 {
@@ -74,9 +43,9 @@ private slots:
     void everyEntryIsTranslated()
     {
         QFETCH(QString, language);
-        const std::vector<Entry> entries = readEntries(fileOf(language));
+        const std::vector<TranslationEntry> entries = readTranslations(fileOf(language));
         QVERIFY(!entries.empty());
-        for (const Entry &entry : entries) {
+        for (const TranslationEntry &entry : entries) {
             if (entry.type == "vanished" || entry.type == "obsolete")
                 continue;
             QVERIFY2(entry.type.isEmpty(), qPrintable(entry.type + ": " + entry.source));
@@ -88,7 +57,7 @@ private slots:
     void placeholdersAgree()
     {
         QFETCH(QString, language);
-        for (const Entry &entry : readEntries(fileOf(language))) {
+        for (const TranslationEntry &entry : readTranslations(fileOf(language))) {
             for (const char *pattern : {"%L?\\d", "%n", "<[^>]+>", "\\n"})
                 QCOMPARE(matches(entry.translation, pattern), matches(entry.source, pattern));
         }
@@ -96,7 +65,7 @@ private slots:
 
     void englishHoldsNoChinese()
     {
-        for (const Entry &entry : readEntries(fileOf("chinese"))) {
+        for (const TranslationEntry &entry : readTranslations(fileOf("chinese"))) {
             // Chinese letters, and the full-width marks that Chinese texts end in.
             QVERIFY2(
                 matches(entry.translation, "[\\x{3000}-\\x{9FFF}\\x{FF00}-\\x{FFEF}]").isEmpty(),
@@ -108,8 +77,8 @@ private slots:
     void oneTextReadsTheSameEverywhere()
     {
         QFETCH(QString, language);
-        QHash<QString, Entry> known;
-        for (const Entry &entry : readEntries(fileOf(language))) {
+        QHash<QString, TranslationEntry> known;
+        for (const TranslationEntry &entry : readTranslations(fileOf(language))) {
             if (entry.type == "vanished" || entry.type == "obsolete")
                 continue;
             const auto before = known.constFind(entry.source);
@@ -127,7 +96,7 @@ private slots:
     {
         QFETCH(QString, language);
         QStringList contexts;
-        for (const Entry &entry : readEntries(fileOf(language))) {
+        for (const TranslationEntry &entry : readTranslations(fileOf(language))) {
             if (!contexts.contains(entry.context))
                 contexts.append(entry.context);
         }
@@ -163,7 +132,7 @@ private slots:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
 
-        for (const Entry &entry : readEntries(copy))
+        for (const TranslationEntry &entry : readTranslations(copy))
             QVERIFY2(entry.type != "unfinished", qPrintable(entry.context + ": " + entry.source +
                                                             " (run tools/update-translations)"));
     }
