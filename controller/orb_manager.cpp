@@ -286,7 +286,10 @@ void ORBManager::gotoWeb(ORBManager::Urls url)
         break;
     case UserHelperUrl:
     case SteamHelperUrl:
-        deps_->openUrl(help_links::userGuide(QLocale::system().language()));
+        if (const QUrl guide =
+                help_links::userGuide(QLocale::system().language(), deps_->applicationDir());
+            !guide.isEmpty())
+            deps_->openUrl(guide);
         break;
     }
 }
