@@ -158,6 +158,7 @@ Function takeBack
         Call removeVersionsBut
         Delete "$INSTDIR\uninstall.exe"
         Delete "$INSTDIR\*.qm"
+        RMDir /r "$INSTDIR\guide"
         RMDir /r "$INSTDIR\licenses"
         RMDir $INSTDIR
         ReadRegStr $R3 HKLM "${UNINSTALL_KEY}" Above

@@ -74,6 +74,7 @@ Section "un.program"
     Delete /REBOOTOK "$INSTDIR\chinese.qm"
     Delete /REBOOTOK "$INSTDIR\compare.json"
     Delete /REBOOTOK "$INSTDIR\sbom.spdx.json"
+    RMDir /r /REBOOTOK "$INSTDIR\guide"
     RMDir /r /REBOOTOK "$INSTDIR\licenses"
     RMDir /r /REBOOTOK "$INSTDIR\${NEW_FILES}"
     ${If} $removeSettings = 1

@@ -40,6 +40,13 @@ class PackageTest(unittest.TestCase):
         self.assertIn('Qt5Core.dll', names)
         self.assertIn('KERNEL32.dll', names)
 
+    def test_the_guide_lies_beside_the_program_in_each_language(self):
+        pages = make_package.ROOT / 'guide'
+        self.assertEqual({path.name for path in (self.stage / 'guide').iterdir()},
+                         {'zh.html', 'en.html', 'ja.html'})
+        for path in (self.stage / 'guide').iterdir():
+            self.assertEqual(path.read_bytes(), (pages / path.name).read_bytes())
+
     def test_a_library_that_is_missing_is_named(self):
         (self.libraries / 'libwinpthread-1.dll').unlink()
         found = self.problems()
@@ -83,6 +90,7 @@ class PackageTest(unittest.TestCase):
             self.assertIn(relation['relatedSpdxElement'], known)
             owners[relation['relatedSpdxElement']] = relation['spdxElementId']
         for name, owner in (('KOLM_Streaming_Assistant.exe', 'program'),
+                            ('guide/en.html', 'program'),
                             (f'{version}/Qt5Core.dll', 'qtbase'),
                             (f'{version}/Qt5Quick.dll', 'qtdeclarative'),
                             (f'{version}/libstdc++-6.dll', 'gcc-runtime')):
