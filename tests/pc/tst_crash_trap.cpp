@@ -97,7 +97,8 @@ private slots:
         victim.start(QStringLiteral(KOLM_CRASH_VICTIM),
                      {"null", path("none/crash.txt"), path("none/crash.dmp")});
         QVERIFY(victim.waitForFinished(60000));
-        QCOMPARE(victim.exitStatus(), QProcess::CrashExit);
+        // A sanitizer ends it in its own way.
+        QVERIFY(victim.exitStatus() == QProcess::CrashExit || victim.exitCode() != 0);
     }
 };
 
