@@ -20,7 +20,7 @@ const QPoint closeButton(1318, 45);
 const QPoint wirelessMode(876, 540);
 
 const QSize mainSize(1360, 875);
-const QSize settingsSize(760, 624);
+const QSize settingsSize(760, 704);
 
 // A window of that size which the process shows; null while there is none.
 HWND windowOf(qint64 pid, const QSize &size)
@@ -220,9 +220,9 @@ private slots:
         QVERIFY(!(GetWindowLongW(dialog, GWL_STYLE) & WS_MINIMIZEBOX));
         // In the middle of the main window.
         const POINT corner = onScreen(dialog, QPoint(0, 0));
-        const POINT expected = onScreen(window, QPoint(680 - 380, 440 - 312));
+        const POINT expected = onScreen(window, QPoint(680 - 380, 440 - 352));
         QCOMPARE(QPoint(corner.x, corner.y), QPoint(expected.x, expected.y));
-        click(dialog, QPoint(40, 590)); // where nothing is
+        click(dialog, QPoint(40, 670)); // where nothing is
         QVERIFY(waitUntil([&] {
             press(VK_ESCAPE);
             return windowOf(program.pid(), settingsSize) == nullptr;
