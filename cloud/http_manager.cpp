@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::chrono::milliseconds sendInterval = 10min;
 // A server that does not answer must not keep the program from closing.
-constexpr std::chrono::milliseconds flushLimit = 2500ms;
+constexpr std::chrono::milliseconds flushLimit = 2s;
 // Long enough for a slow line; then the request makes room.
 constexpr std::chrono::milliseconds answerLimit = 5min;
 

@@ -10,7 +10,7 @@
 #include <algorithm>
 
 inline constexpr int tick = 600000;        // ms
-inline constexpr int flushLimit = 2500;    // ms
+inline constexpr int flushLimit = 2000;    // ms
 inline constexpr int answerLimit = 300000; // ms
 
 // A record as it stands in a batch.
