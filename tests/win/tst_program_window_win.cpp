@@ -187,7 +187,8 @@ private slots:
         QVERIFY(window);
         click(window, minimiseButton);
         QVERIFY(waitUntil([&] { return IsIconic(window) != FALSE; }));
-        QVERIFY(GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX);
+        // While the window goes, its style is written anew.
+        QVERIFY(waitUntil([&] { return GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX; }));
         PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
         QVERIFY(waitUntil([&] { return windowOf(program.pid(), mainSize) && !IsIconic(window); }));
     }
