@@ -81,8 +81,11 @@ class Pc:
 
     def up(self):
         """Starts the system, as after it was switched on."""
-        subprocess.run(['wineserver', '-p'], check=True, env=self.environment,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # The one before may take a moment to be gone.
+        wait_until(lambda: subprocess.run(['wineserver', '-p'], check=False, env=self.environment,
+                                          stdout=subprocess.DEVNULL,
+                                          stderr=subprocess.DEVNULL).returncode == 0,
+                   'the system')
         # Whoever looks for windows first starts the desktop: no test's program shall.
         self.run('taskkill', '/im', 'nothing.exe')
 

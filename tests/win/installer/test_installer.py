@@ -246,6 +246,9 @@ class Upgrades(InstallerTest):
         wait_until(lambda: not self.pc.runs(), 'the end of the program')
         # As after its own close button.
         self.assertIn('stopSteamVR', self.pc.log().rsplit('getWiredOrWireless', 1)[1])
+        # The installer takes the old ones away when the new ones are in their place.
+        wait_until(lambda: not list(self.pc.path(DEFAULT).glob('old-files-*')),
+                   'the end of the old files')
         self.pc.down()
         self.pc.up()
         self.assert_whole('next')
