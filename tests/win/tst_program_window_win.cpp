@@ -185,10 +185,9 @@ private slots:
         Copy program;
         const HWND window = start(&program, false);
         QVERIFY(window);
+        QVERIFY(waitUntil([&] { return GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX; }));
         click(window, minimiseButton);
         QVERIFY(waitUntil([&] { return IsIconic(window) != FALSE; }));
-        // While the window goes, its style is written anew.
-        QVERIFY(waitUntil([&] { return GetWindowLongW(window, GWL_STYLE) & WS_MINIMIZEBOX; }));
         PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
         QVERIFY(waitUntil([&] { return windowOf(program.pid(), mainSize) && !IsIconic(window); }));
     }
