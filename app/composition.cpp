@@ -104,9 +104,7 @@ Composition::Composition(const QLocale &locale, QGuiApplication *app)
     qInfo().noquote().nospace() << "json language: "
                                 << QMetaEnum::fromType<QLocale::Language>().valueToKey(
                                        locale.language());
-    const long_wait::Tell tell = wait_notice::byProcess(QCoreApplication::applicationFilePath());
-    SteamManager::setTell(tell);
-    AdbManger::setTell(tell);
+    long_wait::setProcessTell(wait_notice::byProcess(QCoreApplication::applicationFilePath()));
     SysManager::setLookForHolder(control_port::lookForHolder);
     SysManager::setLookForPeer(control_port::lookForPeer);
     SysManager::setRestartHandler([] { SteamManager::instance().restartSteamVR(); });

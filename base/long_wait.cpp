@@ -4,6 +4,26 @@
 
 namespace long_wait {
 
+namespace {
+
+Tell &ofThisProcess()
+{
+    static Tell &tell = *new Tell; // services wait until the very end
+    return tell;
+}
+
+} // namespace
+
+void setProcessTell(Tell tell)
+{
+    ofThisProcess() = std::move(tell);
+}
+
+Tell processTell()
+{
+    return ofThisProcess();
+}
+
 LongWait::LongWait(const Clock &clock, Subject subject, Tell tell)
     : clock_(clock), subject_(std::move(subject)), tell_(std::move(tell)), begin_(clock.elapsed())
 {

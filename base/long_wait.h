@@ -41,6 +41,11 @@ public:
 using Tell = std::function<std::unique_ptr<Telling>(const Subject &subject,
                                                     std::chrono::milliseconds lasted)>;
 
+// Who is told of the waits of the process-wide services; nobody until it is set, which is
+// before the first of them is made.
+void setProcessTell(Tell tell);
+Tell processTell();
+
 // The thread that waits makes one where its wait begins, and asks it in each turn,
 // a second apart at most. It need not run an event loop.
 class LongWait

@@ -35,12 +35,6 @@ const QString steamVRUninstallKey =
     QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
                    "Steam App 250820");
 
-long_wait::Tell &processWideTell()
-{
-    static long_wait::Tell tell;
-    return tell;
-}
-
 const char *flag(bool value)
 {
     return value ? "true" : "false";
@@ -83,18 +77,13 @@ void SteamManager::finishTakingBack()
         dependencies_.clock.sleep(lastTryInterval);
 }
 
-void SteamManager::setTell(long_wait::Tell tell)
-{
-    processWideTell() = std::move(tell);
-}
-
 SteamManager &SteamManager::instance()
 {
     static SteamManager manager([] {
         Dependencies dependencies{Clock::system(), ConfigManager::instance()};
         dependencies.applicationDir = QCoreApplication::applicationDirPath();
         dependencies.homeDir = QDir::homePath();
-        dependencies.tell = processWideTell();
+        dependencies.tell = long_wait::processTell();
         dependencies.pool = launch_thread::run;
         return dependencies;
     }());

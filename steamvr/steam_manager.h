@@ -47,9 +47,6 @@ public:
 
     static SteamManager &instance();
 
-    // For that one, before it is first asked for.
-    static void setTell(long_wait::Tell tell);
-
     // Whether Steam was found when this object was made.
     bool steamInstalled() const { return steamInstalled_; }
     QString steamInstallPath() const;

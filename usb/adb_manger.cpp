@@ -31,12 +31,6 @@ constexpr milliseconds lastCommandLimit = 3s;
 // has only just begun does not hang, and may be starting adb's server.
 constexpr milliseconds overdueAfter = 3s;
 
-long_wait::Tell &processWideTell()
-{
-    static long_wait::Tell tell;
-    return tell;
-}
-
 AdbManger::ForeignForwards beforeForwardsGo;
 
 QString adbName()
@@ -75,16 +69,12 @@ AdbManger::~AdbManger()
 AdbManger &AdbManger::instance()
 {
     static AdbManger manager([] {
-        Dependencies dependencies{Clock::system(), {}, {}, processWideTell()};
+        Dependencies dependencies{Clock::system()};
+        dependencies.tell = long_wait::processTell();
         dependencies.beforeForwardsGo = beforeForwardsGo;
         return dependencies;
     }());
     return manager;
-}
-
-void AdbManger::setTell(long_wait::Tell tell)
-{
-    processWideTell() = std::move(tell);
 }
 
 void AdbManger::setBeforeForwardsGo(ForeignForwards tell)

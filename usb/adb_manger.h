@@ -51,8 +51,6 @@ public:
     ~AdbManger() override;
 
     static AdbManger &instance();
-    // For that one, before it is first asked for.
-    static void setTell(long_wait::Tell tell);
 
     // Told before adb is ended, or all forwards are taken back, which of them are not
     // ours ("serial local remote"), as far as adb has said. To be set before the
