@@ -55,8 +55,8 @@ int runWaitNotice(int argc, char **argv, const wait_notice::Request &request)
     QQmlApplicationEngine engine;
     FramelessQuickWindow::setSharedEngine(&engine);
     registerUiTypes();
-    engine.setInitialProperties({{QStringLiteral("key"), request.key},
-                                 {QStringLiteral("canEnd"), request.canEnd},
+    engine.setInitialProperties({{QStringLiteral("key"), request.subject.key},
+                                 {QStringLiteral("canEnd"), request.subject.canEnd},
                                  {QStringLiteral("lasted"), int(request.lasted.count() / 1000)}});
     loadWindow(engine, QUrl(QStringLiteral("qrc:/qml/windows/WaitNotice.qml")));
     return QGuiApplication::exec();

@@ -4,7 +4,6 @@
 #include "base/clock.h"
 
 #include <QString>
-#include <QStringList>
 
 #include <chrono>
 #include <functional>
@@ -16,14 +15,14 @@ namespace long_wait {
 // What is waited for.
 struct Subject
 {
-    QString key;          // which words there are for it
-    QStringList programs; // file names of those that have to end first; may be empty
+    QString key;         // which words there are for it
+    bool canEnd = false; // whether who waits can end what it waits for
 };
 
 // What a person wants done about it.
 enum class Choice {
     KeepWaiting, // and not be told again
-    EndPrograms, // those of the subject
+    EndPrograms, // that are waited for
     GoOn         // as if it were over
 };
 

@@ -60,8 +60,7 @@ void SteamManager::stopSteamVR()
 
 void SteamManager::closeSteamVR()
 {
-    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), steamVRProcesses},
-                  dependencies_.tell);
+    LongWait wait(dependencies_.clock, {QStringLiteral("steamvr"), true}, dependencies_.tell);
     shutdownViaVrstartup();
     if (stopFailure())
         emit showToast(QObject::tr("SteamVR未能自动关闭，请手动关闭"));
@@ -93,7 +92,7 @@ bool SteamManager::waitsOn(LongWait &wait)
 // Says that SteamVR's server is not up, before it starts.
 void SteamManager::emptyCell()
 {
-    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), {}}, dependencies_.tell);
+    LongWait wait(dependencies_.clock, {QStringLiteral("cell"), false}, dependencies_.tell);
     bool gaveUp = false;
     cell_.write(0, [&] {
         gaveUp = wait.turn() == long_wait::Choice::GoOn;

@@ -58,8 +58,8 @@ private:
 
 QStringList arguments(const Request &request)
 {
-    return {option, request.key, QString::number(request.lasted.count()),
-            request.canEnd ? canEnd : cannotEnd};
+    return {option, request.subject.key, QString::number(request.lasted.count()),
+            request.subject.canEnd ? canEnd : cannotEnd};
 }
 
 std::optional<Request> request(const QStringList &arguments)
@@ -70,7 +70,7 @@ std::optional<Request> request(const QStringList &arguments)
     const std::chrono::milliseconds lasted(arguments[2].toLongLong(&isNumber));
     if (!isNumber || lasted.count() < 0)
         return std::nullopt;
-    return Request{arguments[1], arguments[3] == canEnd, lasted};
+    return Request{{arguments[1], arguments[3] == canEnd}, lasted};
 }
 
 long_wait::Tell byProcess(const QString &program)
@@ -79,7 +79,7 @@ long_wait::Tell byProcess(const QString &program)
                      std::chrono::milliseconds lasted) -> std::unique_ptr<long_wait::Telling> {
         qInfo().noquote() << "[wait]" << subject.key << "lasts" << lasted.count() << "ms";
         auto notice = std::make_unique<NoticeProcess>();
-        if (!notice->start(program, {subject.key, !subject.programs.isEmpty(), lasted})) {
+        if (!notice->start(program, {subject, lasted})) {
             qWarning().noquote() << "[wait] no notice can be shown by" << program;
             return nullptr;
         }

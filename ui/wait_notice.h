@@ -19,8 +19,7 @@ namespace wait_notice {
 // What the other process has to say.
 struct Request
 {
-    QString key; // of the subject
-    bool canEnd = false;
+    long_wait::Subject subject;
     std::chrono::milliseconds lasted{0};
 };
 

@@ -115,7 +115,7 @@ void AdbManger::killAdb()
     if (!SystemInfo::isProcessRunning(adbName()))
         return;
     tellForwards();
-    long_wait::LongWait wait(clock_, {QStringLiteral("adb"), {}}, tell_);
+    long_wait::LongWait wait(clock_, {QStringLiteral("adb"), false}, tell_);
     SystemInfo::killProcesses({adbName()},
                               [&wait] { return wait.turn() != long_wait::Choice::GoOn; });
 }

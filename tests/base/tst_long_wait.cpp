@@ -51,7 +51,7 @@ class LongWaitTest : public TestCase
 private slots:
     void nobodyIsToldOfAShortWait()
     {
-        LongWait wait(clock_, {"a", {}}, person_.tell());
+        LongWait wait(clock_, {"a", false}, person_.tell());
         clock_.advance(2999ms);
         QCOMPARE(wait.turn(), Choice::KeepWaiting);
         QCOMPARE(person_.told.size(), std::size_t(0));
@@ -60,13 +60,13 @@ private slots:
     void aWaitThatLastsIsToldOfOnce()
     {
         clock_.advance(7s); // before it begins
-        LongWait wait(clock_, {"a", {"x.exe", "y.exe"}}, person_.tell());
+        LongWait wait(clock_, {"a", true}, person_.tell());
         clock_.advance(3s);
         for (int i = 0; i < 3; ++i)
             QCOMPARE(wait.turn(), Choice::KeepWaiting);
         QCOMPARE(person_.told.size(), std::size_t(1));
         QCOMPARE(person_.told[0].subject.key, QString("a"));
-        QCOMPARE(person_.told[0].subject.programs, (QStringList{"x.exe", "y.exe"}));
+        QVERIFY(person_.told[0].subject.canEnd);
         QCOMPARE(person_.told[0].lasted, 3000ms);
         QCOMPARE(person_.listening, 1);
     }
@@ -74,7 +74,7 @@ private slots:
     void theEndOfTheWaitEndsTheTelling()
     {
         {
-            LongWait wait(clock_, {"a", {}}, person_.tell());
+            LongWait wait(clock_, {"a", false}, person_.tell());
             clock_.advance(3s);
             Q_UNUSED(wait.turn());
             QCOMPARE(person_.listening, 1);
@@ -84,7 +84,7 @@ private slots:
 
     void whoWantsToWaitIsNotToldAgain()
     {
-        LongWait wait(clock_, {"a", {}}, person_.tell());
+        LongWait wait(clock_, {"a", false}, person_.tell());
         tellAndChoose(wait, Choice::KeepWaiting);
         QCOMPARE(wait.turn(), Choice::KeepWaiting);
         QCOMPARE(person_.listening, 0);
@@ -95,7 +95,7 @@ private slots:
 
     void programsAreEndedOnceAndThenToldOfAnew()
     {
-        LongWait wait(clock_, {"a", {"x.exe"}}, person_.tell());
+        LongWait wait(clock_, {"a", true}, person_.tell());
         tellAndChoose(wait, Choice::EndPrograms);
         clock_.advance(1s);
         QCOMPARE(wait.turn(), Choice::EndPrograms);
@@ -112,7 +112,7 @@ private slots:
 
     void goingOnIsHandedOn()
     {
-        LongWait wait(clock_, {"a", {}}, person_.tell());
+        LongWait wait(clock_, {"a", false}, person_.tell());
         tellAndChoose(wait, Choice::GoOn);
         QCOMPARE(wait.turn(), Choice::GoOn);
         QCOMPARE(wait.turn(), Choice::KeepWaiting);
@@ -121,7 +121,7 @@ private slots:
     void whoCannotBeToldIsAskedOnce()
     {
         int asked = 0;
-        LongWait wait(clock_, {"a", {}}, [&](const Subject &, std::chrono::milliseconds) {
+        LongWait wait(clock_, {"a", false}, [&](const Subject &, std::chrono::milliseconds) {
             ++asked;
             return nullptr;
         });
@@ -134,7 +134,7 @@ private slots:
 
     void nobodyNeedBeThere()
     {
-        LongWait wait(clock_, {"a", {}}, nullptr);
+        LongWait wait(clock_, {"a", false}, nullptr);
         clock_.advance(60s);
         QCOMPARE(wait.turn(), Choice::KeepWaiting);
     }
