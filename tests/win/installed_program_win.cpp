@@ -287,6 +287,20 @@ bool waitUntil(const std::function<bool()> &condition)
     return true;
 }
 
+bool endSteam()
+{
+    const QStringList parts{"vrmonitor.exe",   "vrserver.exe",    "vrcompositor.exe",
+                            "vrwebhelper.exe", "vrdashboard.exe", "steam.exe"};
+    return waitUntil([&] {
+        bool any = false;
+        for (const QString &name : parts) {
+            any = any || runs(name);
+            end(name);
+        }
+        return !any;
+    });
+}
+
 Copy::Copy()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -42,6 +42,8 @@ bool runs(const QString &name);
 QStringList allProcesses();
 // Ends every process of that name.
 void end(const QString &name);
+// Ends all of Steam and SteamVR, as a user does, until nothing of them runs.
+bool endSteam();
 
 QByteArray content(const QString &path);
 QJsonObject json(const QString &path);

@@ -94,13 +94,9 @@ private slots:
     {
         const bool failed = QTest::currentTestFailed();
         program_.reset();
-        for (const char *name :
-             {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe", "vrwebhelper.exe",
-              "vrdashboard.exe", "streaming-server-sim.exe", "steam.exe"}) {
-            end(name);
-            // The next run would take it for its own.
-            QVERIFY(waitUntil([name] { return !runs(name); }));
-        }
+        // The next run would take them for its own.
+        end("streaming-server-sim.exe");
+        QVERIFY(endSteam() && waitUntil([] { return !runs("streaming-server-sim.exe"); }));
         TestCase::cleanup();
         if (failed)
             qInfo().noquote() << "The program's log:\n" + log();

@@ -1,5 +1,6 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
+#include "tests/win/input_win.h"
 #include "tests/win/installed_program_win.h"
 
 #include <QFile>
@@ -8,6 +9,7 @@
 #include <windows.h>
 
 using namespace installed_program;
+using namespace input;
 
 namespace {
 
@@ -68,38 +70,6 @@ bool isToast(HWND window)
     return (GetWindowLongPtrW(window, GWL_EXSTYLE) & style) == style;
 }
 
-POINT onScreen(HWND window, const QPoint &place)
-{
-    RECT rect = {};
-    GetWindowRect(window, &rect);
-    return {rect.left + place.x(), rect.top + place.y()};
-}
-
-// With the mouse of the system.
-void click(HWND window, const QPoint &place)
-{
-    const POINT point = onScreen(window, place);
-    SetCursorPos(point.x, point.y);
-    for (const DWORD flag : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-    }
-}
-
-// With the keyboard of the system.
-void press(WORD key)
-{
-    for (const DWORD flag : {DWORD(0), DWORD(KEYEVENTF_KEYUP)}) {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-    }
-}
-
 // What the system would do with a press at that place.
 LRESULT hitTest(HWND window, const QPoint &place)
 {
@@ -120,13 +90,12 @@ private slots:
 
     void cleanup()
     {
-        for (const char *name :
-             {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe", "vrwebhelper.exe",
-              "vrdashboard.exe", "streaming-server-sim.exe", "steam.exe"})
-            end(QString::fromLatin1(name));
+        const bool isEnded = endSteam();
+        end("streaming-server-sim.exe");
         // No page has complained.
         const QString said = log();
         TestCase::cleanup();
+        QVERIFY(isEnded);
         QVERIFY2(!said.contains("qrc:/"), qPrintable(said));
     }
 

@@ -1,5 +1,6 @@
 #include "tests/support/gui_test_main.h"
 #include "tests/support/test_case.h"
+#include "tests/win/input_win.h"
 #include "tests/win/installed_program_win.h"
 
 #include <QFile>
@@ -8,6 +9,7 @@
 #include <windows.h>
 
 using namespace installed_program;
+using namespace input;
 
 namespace {
 
@@ -40,36 +42,6 @@ HWND noticeBeside(const Copy &program)
     return search.found;
 }
 
-void send(INPUT input)
-{
-    SendInput(1, &input, sizeof input);
-}
-
-// Where there is nothing to click on, which gives it the keys.
-void clickInto(HWND window)
-{
-    RECT rect = {};
-    GetWindowRect(window, &rect);
-    SetCursorPos(rect.left + 320, rect.top + 200);
-    for (const DWORD flag : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flag;
-        send(input);
-    }
-}
-
-void press(WORD key)
-{
-    for (const DWORD flag : {DWORD(0), DWORD(KEYEVENTF_KEYUP)}) {
-        INPUT input = {};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flag;
-        send(input);
-    }
-}
-
 QString awayTool()
 {
     return steamVrTool() + QStringLiteral(".away");
@@ -98,17 +70,10 @@ private slots:
     void cleanup()
     {
         const bool failed = QTest::currentTestFailed();
-        waitUntil([] {
-            bool any = false;
-            for (const char *name : {"vrmonitor.exe", "vrserver.exe", "vrcompositor.exe",
-                                     "vrwebhelper.exe", "vrdashboard.exe", "steam.exe"}) {
-                any = any || runs(name);
-                end(name);
-            }
-            return !any;
-        });
+        const bool isEnded = endSteam();
         const bool restored = installAll(); // whoever comes next finds all as it was
         TestCase::cleanup();
+        QVERIFY(isEnded);
         if (failed)
             qInfo().noquote() << "The program's log:\n" + log();
         QVERIFY(restored);
@@ -123,8 +88,8 @@ private slots:
         QVERIFY(log().contains("[wait] steamvr lasts 3"));
         QVERIFY(runs("vrmonitor.exe"));
 
-        clickInto(noticeBeside(program));
-        press(VK_TAB); // the icon that closes it
+        click(noticeBeside(program), QPoint(320, 200)); // where nothing is: it gets the keys
+        press(VK_TAB);                                  // the icon that closes it
         press(VK_TAB);
         press(VK_RETURN);
         QVERIFY(waitUntil([] { return !runs("vrmonitor.exe"); }));
